@@ -1,0 +1,41 @@
+#pragma once
+#include <functional>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kv {
+
+/// A fault in a CSV text; the words name the line, counted from 1.
+class CsvError : public std::runtime_error {
+ public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A cell: nothing for an empty unquoted one (Null), a text otherwise ("" is the empty text).
+using CsvCell = std::optional<std::string>;
+using CsvRow = std::vector<CsvCell>;
+
+/// Reads RFC 4180 text (UTF-8, an initial byte-order mark is passed over, CR LF or LF) row by row.
+class CsvReader {
+ public:
+    /// The text must outlive the reader.
+    explicit CsvReader(std::string_view text);
+    /// The next row, or nothing at the end. Blank lines are passed over. Throws CsvError.
+    std::optional<CsvRow> Next();
+    /// The line on which the row last read began, counted from 1.
+    std::size_t Line() const { return rowLine_; }
+
+ private:
+    std::string_view text_;
+    std::size_t at_ = 0;
+    std::size_t line_ = 1;
+    std::size_t rowLine_ = 1;
+};
+
+/// One line with its CR LF; texts are quoted when empty or when they hold a quote, a comma or a line end.
+std::string CsvLine(const CsvRow& row);
+
+}  // namespace kv

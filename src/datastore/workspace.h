@@ -1,0 +1,96 @@
+#pragma once
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "datastore/catalogue.h"
+#include "datastore/engine_error.h"
+#include "datastore/recordset.h"
+#include "datastore/sql.h"
+
+namespace kv {
+
+class Connection;  // an engine's own, below datastore/
+
+/// Holds one view of a database and one shared lock while a routine looks up much; it ends before anything waits for the
+/// operator. Spans nest. A write inside a span is allowed: it refreshes the view.
+class ReadSpan {
+ public:
+    explicit ReadSpan(Connection& connection);
+    ~ReadSpan();
+    ReadSpan(ReadSpan&&) noexcept;
+    ReadSpan(const ReadSpan&) = delete;
+    ReadSpan& operator=(const ReadSpan&) = delete;
+
+ private:
+    Connection* connection_;
+};
+
+/// All or nothing, for loading and copying whole tables. The rules use none: their steps stay done one by one.
+class Transaction {
+ public:
+    explicit Transaction(Connection& connection);
+    ~Transaction();  ///< Rolls back what was not committed.
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    void Commit();
+
+ private:
+    Connection* connection_;
+};
+
+/// An open database. Handles to one path share what the engine needs; each is closed by its opener.
+class Database {
+ public:
+    explicit Database(std::shared_ptr<Connection> connection);
+    ~Database();
+
+    /// Opens a query's rows, or a whole table by its name, on its first row.
+    Recordset OpenRecordset(std::string_view sqlOrTable, RecordsetType type = RecordsetType::Dynaset);
+    /// Runs one statement without a result; returns how many rows it touched.
+    long Execute(std::string_view sql);
+    /// The first field of the first row, or Null without rows.
+    Value Lookup(std::string_view sql);
+
+    const Catalogue& Tables() const;
+    const std::filesystem::path& Path() const;
+    ReadSpan BeginRead();
+    Transaction BeginTransaction();
+    /// A number that changes whenever this or another program has written to the database.
+    std::int64_t ChangeStamp() const;
+    /// The engine's own test of its file: one line per fault, empty when sound.
+    std::vector<std::string> CheckIntegrity();
+    /// The counter that the next AddNew of the table hands out; set after rows with given counters were loaded.
+    void SetNextCounter(std::string_view table, std::int64_t next);
+    Connection& Engine() { return *connection_; }
+
+ private:
+    std::shared_ptr<Connection> connection_;
+};
+
+using DatabasePtr = std::shared_ptr<Database>;
+
+enum class SchemaCheck { Required, Ignored };
+
+/// Opens databases and makes new ones.
+class Workspace {
+ public:
+    Workspace();
+    ~Workspace();
+
+    /// Shared, read-write; the file name is matched without regard to case, "\\" and "/" are alike. Throws EngineError with
+    /// words for the operator: 3024 no such file, 3051 it can't be opened or written, 3343 it is no database, an Access
+    /// file, or one of another schema version (not looked at with SchemaCheck::Ignored).
+    DatabasePtr OpenDatabase(const std::filesystem::path& path, SchemaCheck check = SchemaCheck::Required);
+    /// Makes an empty database from a script of CREATE statements separated by semicolons (lines that begin with -- are
+    /// remarks), whole or not at all. 3204 when the file exists.
+    DatabasePtr CreateDatabase(const std::filesystem::path& path, std::string_view script);
+
+ private:
+    struct Connections;
+    std::unique_ptr<Connections> connections_;
+};
+
+}  // namespace kv
