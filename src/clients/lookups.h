@@ -28,13 +28,14 @@ struct LookupItem {
     std::string description;
 };
 
-/// The items of a list in the order of its data source. DBDistrict's code is its description: the client row stores the
-/// district's text. Throws EngineError.
+/// The items of a list in the order of its data source. DBDistrict's code is its description: the client row
+/// stores the district's text. Throws EngineError.
 std::vector<LookupItem> LoadLookup(Session& session, LookupSource source);
 /// The statement or table name that the data source opens on main.mdb.
 std::string LookupStatement(LookupSource source);
 
-/// Plain text lists: qbclass, cli_group, Ref_group (Description), doctors and casemgr (the first 30 characters of Name).
+/// Plain text lists: qbclass, cli_group, Ref_group (Description), doctors and casemgr (the first 30
+/// characters of Name).
 std::vector<std::string> LoadDescriptions(Session& session, const std::string& table);
 std::vector<std::string> LoadNames(Session& session, const std::string& table);
 

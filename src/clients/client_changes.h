@@ -1,0 +1,20 @@
+#pragma once
+#include <string>
+
+#include "clients/screen_controls.h"
+#include "session/session.h"
+
+namespace kv {
+
+/// The controls that are compared with the row by name, whatever their changed marks say.
+bool GroupDiffers(const ScreenControls& controls, const Recordset& row);
+bool HolidayDiffers(const ScreenControls& controls, const Recordset& row);
+/// TXTbox, the notes as they are shown, against TXTedit, the notes as they were.
+bool NotesDiffer(const ScreenControls& controls);
+
+/// WriteClientChanges: appends one row to Session::rsChanges with the old and new values, when there are any;
+/// the text stays in Session::Reply. Reads the row as it is stored, so it runs before the controls are
+/// written into it. Returns the number of differences. Throws EngineError.
+long WriteClientChanges(Session& session, const ScreenControls& controls, const Recordset& row);
+
+}  // namespace kv
