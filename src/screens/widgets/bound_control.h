@@ -6,13 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "clients/screen_controls.h"
 #include "datastore/value.h"
 
 class QWidget;
 
 namespace kv {
-
-enum class ControlKind { Text, Number, Mask, Date, Time, BoundCombo, Combo, Check, Option };
 
 /// Carries the signals of a BoundControl, which is a plain interface beside its Qt base class.
 class ControlNotifier : public QObject {
@@ -37,6 +36,7 @@ class BoundControl {
 
     QWidget* Widget() const { return widget_; }
     ControlNotifier* Notifier() const { return notifier_; }
+    /// A time box counts as Date, an option as CheckBox.
     ControlKind Kind() const { return kind_; }
     QString Name() const;
 
@@ -49,9 +49,9 @@ class BoundControl {
     const QString& Tag() const { return tag_; }
     void SetTag(const QString& tag) { tag_ = tag; }
 
-    /// The content: Null where the control is unfilled and its kind has no empty text (date, time, number); a
-    /// text box gives the empty text. A look-up combo gives its bound text, a mask its characters without the
-    /// literals. Where Fault() is not empty it is what was last good.
+    /// The content as it would be stored: Null where a number, date, time or mask is unfilled; the empty text
+    /// of a text box; the bound text of a look-up combo; a mask's characters without the literals. Where
+    /// Fault() is not empty it is what was last good.
     virtual kv::Value Value() const = 0;
     /// What the control shows, unfilled marks included ("__/__/____").
     virtual QString Text() const = 0;
@@ -126,6 +126,11 @@ std::vector<BoundControl*> BoundControlsOf(const QWidget* screen);
 BoundControl* FindBoundControl(const QWidget* screen, const QString& name);
 /// The control's widget as a BoundControl, or nullptr.
 BoundControl* AsBoundControl(QWidget* widget);
+
+/// The control as the rules see it.
+ScreenControl DescribeControl(const BoundControl& control);
+/// All of BoundControlsOf as the rules see them.
+ScreenControls DescribeControls(const QWidget* screen);
 
 /// Tab goes through the widgets as they are listed.
 void SetTabOrderOf(const std::vector<QWidget*>& widgets);

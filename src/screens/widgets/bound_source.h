@@ -60,12 +60,12 @@ class BoundSource : public QObject {
     void BeginEdit();
     /// Starts a new row and shows its defaults.
     void AddRow();
-    /// The controls whose mark is set and whose content differs from their field, but for those whose tag is
-    /// `exceptTag`. Null and an empty box are the same content.
+    /// The controls whose mark is set and whose content differs from their field (DiffersFromColumn), but
+    /// for those whose tag is `exceptTag`.
     std::vector<BoundControl*> ChangedControls(const QString& exceptTag = {}) const;
     /// Controls that changed to their fields of the row in edit (begun here where it is not). An emptied box
-    /// gives the empty text in a text column and Null in others. A box at fault stops it with 3421 and the
-    /// box's own words before anything is copied.
+    /// or mask gives the empty text in a text column and Null in others. A box at fault stops it with 3421
+    /// and the box's own words before anything is copied.
     void WriteRow();
     /// WriteRow, then the row to the store; an added row becomes the current one. The row is shown as it is
     /// stored. With nothing in edit and nothing changed it does nothing.

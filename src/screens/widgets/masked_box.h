@@ -14,7 +14,7 @@ inline constexpr const char* kZip = "99999-9999";
 }  // namespace mask
 
 /// A line with a mask: 9 takes a digit, L a letter, A either; every other character stands for itself. Places
-/// that are not filled show "_". Value() is the characters without the literals, the empty text when there
+/// that are not filled show "_". Value() is the characters without the literals, Null when there
 /// are none. A content that the mask can't hold whole is shown as far as it goes and stays as it is in its
 /// row until the operator changes it.
 class MaskedBox : public QLineEdit, public BoundControl {
