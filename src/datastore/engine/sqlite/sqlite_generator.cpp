@@ -87,7 +87,7 @@ std::string SqliteGenerator::Converted(const std::string& value, ValueType from,
         return fmt::format("kv_to_date({})", value);
     if (to != ValueType::Text)
         return fmt::format("kv_to_number({})", value);
-    return fmt::format(from == ValueType::Date ? "kv_date_text({})" : "kv_number_text({})", value);
+    return fmt::format("{}({})", from == ValueType::Date ? "kv_date_text" : "kv_number_text", value);
 }
 
 std::string SqliteGenerator::FittedTo(const std::string& value, ColumnType to, int size) const {
