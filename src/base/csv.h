@@ -1,5 +1,5 @@
 #pragma once
-#include <functional>
+#include <cstddef>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -10,7 +10,7 @@ namespace kv {
 
 /// A fault in a CSV text; the words name the line, counted from 1.
 class CsvError : public std::runtime_error {
- public:
+  public:
     using std::runtime_error::runtime_error;
 };
 
@@ -20,7 +20,7 @@ using CsvRow = std::vector<CsvCell>;
 
 /// Reads RFC 4180 text (UTF-8, an initial byte-order mark is passed over, CR LF or LF) row by row.
 class CsvReader {
- public:
+  public:
     /// The text must outlive the reader.
     explicit CsvReader(std::string_view text);
     /// The next row, or nothing at the end. Blank lines are passed over. Throws CsvError.
@@ -28,7 +28,11 @@ class CsvReader {
     /// The line on which the row last read began, counted from 1.
     std::size_t Line() const { return rowLine_; }
 
- private:
+  private:
+    bool TakeLineEnd();
+    CsvCell Cell();
+    std::string QuotedCell();
+
     std::string_view text_;
     std::size_t at_ = 0;
     std::size_t line_ = 1;

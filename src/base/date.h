@@ -22,7 +22,7 @@ struct TimeOfDay {
 /// A moment in the store's own form: days since 1899-12-30 as a double, the time of day as the fraction.
 /// A time of day alone has the day 1899-12-30. Two dates are equal when they name the same second.
 class Date {
- public:
+  public:
     constexpr Date() = default;
     explicit constexpr Date(double serial) : serial_(serial) {}
 
@@ -55,7 +55,7 @@ class Date {
     friend bool operator==(const Date& a, const Date& b) { return a.Seconds() == b.Seconds(); }
     friend auto operator<=>(const Date& a, const Date& b) { return a.Seconds() <=> b.Seconds(); }
 
- private:
+  private:
     long long Seconds() const;
     double serial_ = 0;
 };

@@ -8,7 +8,8 @@
 
 namespace kv {
 
-/// The number at the front of a text, blanks passed over, 0 when there is none: "12abc" is 12, ".5" is 0.5, "" is 0.
+/// The number at the front of a text, blanks passed over, 0 when there is none: "12abc" is 12, ".5" is 0.5,
+/// "" is 0.
 double Val(std::string_view text);
 
 /// The whole trimmed text as a number (thousands commas and a $ allowed), or nothing.
@@ -18,7 +19,8 @@ std::optional<std::int64_t> ParseInteger(std::string_view text);
 /// The shortest text that reads back as the same number; whole numbers have no point.
 std::string NumberText(double number);
 
-/// Reads "MM/DD/YYYY", "YYYY/MM/DD", "YYYY-MM-DD", "MMM/DD/YYYY" and these with a time of day behind, or a time alone
+/// Reads "MM/DD/YYYY", "YYYY/MM/DD", "YYYY-MM-DD", "MMM/DD/YYYY" and these with a time of day behind, or a
+/// time alone
 /// ("HH:MM[:SS][ AM/PM]"). Nothing for any other text or a day that the calendar lacks.
 std::optional<Date> ParseDate(std::string_view text);
 

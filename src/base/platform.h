@@ -7,14 +7,15 @@
 
 namespace kv {
 
-// What differs between operating systems, one source file per platform (platform_linux.cpp). A port is this folder's work.
+// What differs between operating systems, one source file per platform (platform_linux.cpp). A port is this
+// folder's work.
 
 /// The user's configuration folder for programs ("~/.config"); not created.
 std::filesystem::path UserConfigFolder();
 /// The system's temporary folder.
 std::filesystem::path SystemTempFolder();
-/// Opens a file, folder or address ("mailto:...", "http://...") with the desktop's own program, without waiting for it.
-/// `argument` is handed to a program file. Returns whether the desktop took it.
+/// Opens a file, folder or address ("mailto:...", "http://...") with the desktop's own program, without
+/// waiting for it. `argument` is handed to a program file. Returns whether the desktop took it.
 bool OpenWithDesktop(const std::string& target, const std::string& argument = {});
 
 /// "\\" and "/" alike become the system's own separator.
@@ -22,30 +23,33 @@ std::filesystem::path NativePath(std::string_view path);
 /// The folder's entry of that name without regard to case, or folder / name when there is none.
 std::filesystem::path FindNoCase(const std::filesystem::path& folder, std::string_view name);
 
-/// Writes the whole content beside the file and moves it into its place, so that a reader sees the old or the new one and a
-/// full disk leaves the old. `ownerOnly` makes it readable by its owner alone. Throws std::system_error.
+/// Writes the whole content beside the file and moves it into its place, so that a reader sees the old or the
+/// new one and a full disk leaves the old. `ownerOnly` makes it readable by its owner alone. Throws
+/// std::system_error.
 void ReplaceFile(const std::filesystem::path& file, std::string_view content, bool ownerOnly = false);
 /// The whole file, or nothing when it can't be opened.
 std::optional<std::string> ReadFile(const std::filesystem::path& file);
 
-/// A file whose bytes are locked singly and exclusively between processes and between handles of one process; locks
-/// vanish with their holder, a killed one included.
+/// A file whose bytes are locked singly and exclusively between processes and between handles of one process;
+/// locks vanish with their holder, a killed one included.
 class ByteLocks {
- public:
+  public:
     /// Opens or makes the file. Throws std::system_error.
     explicit ByteLocks(const std::filesystem::path& file);
     ~ByteLocks();
     ByteLocks(const ByteLocks&) = delete;
     ByteLocks& operator=(const ByteLocks&) = delete;
-    /// At once: true when the byte is now this handle's (also when it was before), false when another holds it.
+    /// At once: true when the byte is now this handle's (also when it was before), false when another holds
+    /// it.
     bool TryLock(std::uint64_t byte);
     void Unlock(std::uint64_t byte);
 
- private:
+  private:
     int handle_ = -1;
 };
 
-/// True where a window can be shown: a local display is set. Remote displays ("host:0") are not opened unasked.
+/// True where a window can be shown: a local display is set. Remote displays ("host:0") are not opened
+/// unasked.
 bool HasLocalDisplay();
 
 }  // namespace kv

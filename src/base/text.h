@@ -8,7 +8,7 @@ namespace kv {
 // Texts are UTF-8. Case is folded for all scripts (ICU), with a fast path for ASCII.
 
 std::string_view TrimView(std::string_view text);
-/// Without the blanks at both ends.
+/// Without the blanks (spaces, no other white space) at both ends.
 std::string Trim(std::string_view text);
 std::string Upper(std::string_view text);
 std::string Lower(std::string_view text);
@@ -18,8 +18,8 @@ bool StartsWithNoCase(std::string_view text, std::string_view prefix);
 /// Plain substring search without regard to case. An empty piece is found in every text that is not empty.
 bool ContainsNoCase(std::string_view text, std::string_view piece);
 
-/// Orders and equates texts as every engine of the store does: without regard to case, accents counting, by the
-/// root collation. Below 0, 0 or above 0.
+/// Orders and equates texts as every engine of the store does: without regard to case, accents counting, by
+/// the root collation. Below 0, 0 or above 0.
 int CompareText(std::string_view a, std::string_view b);
 /// A hash under which texts that CompareText calls equal are equal.
 std::size_t HashText(std::string_view text);
@@ -41,7 +41,8 @@ std::string ReplaceAll(std::string_view text, std::string_view what, std::string
 /// The characters '0' to '9' of a text, in order.
 std::string DigitsOf(std::string_view text);
 
-/// Valid UTF-8, of which nothing is lost where it was valid: bytes that are no UTF-8 are read as Windows-1252.
+/// Valid UTF-8, of which nothing is lost where it was valid: bytes that are no UTF-8 are read as
+/// Windows-1252.
 std::string ToUtf8(std::string_view bytes);
 
 }  // namespace kv

@@ -6,10 +6,10 @@
 
 namespace kv {
 
-/// The text of an INI file: sections, keys and values, with remarks, blank lines and order kept as they stand. Names are matched
-/// without regard to case; of two sections or keys of one name the first counts.
+/// The text of an INI file: sections, keys and values, with remarks, blank lines and order kept as they
+/// stand. Names are matched without regard to case; of two sections or keys of one name the first counts.
 class IniText {
- public:
+  public:
     IniText() = default;
     explicit IniText(std::string_view text);
 
@@ -18,11 +18,11 @@ class IniText {
     void Remove(std::string_view section, std::string_view key);
     std::string ToText() const;
 
- private:
+  private:
     struct Place {
-        std::size_t sectionLine;
+        std::size_t sectionLine = 0;
         std::optional<std::size_t> keyLine;
-        std::size_t insertAt;
+        std::size_t insertAt = 0;
     };
     std::optional<Place> Locate(std::string_view section, std::string_view key) const;
     std::vector<std::string> lines_;

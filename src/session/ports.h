@@ -8,12 +8,13 @@
 
 namespace kv {
 
-// What a rule needs of the world outside the store. The desktop implements them with screens, kvtool with the terminal, tests
-// with a script that answers and records; so every rule, its questions included, runs without a window.
+// What a rule needs of the world outside the store. The desktop implements them with screens, kvtool with the
+// terminal, tests with a script that answers and records; so every rule, its questions included, runs without
+// a window.
 
 /// The present moment. Rules never ask the system's clock.
 class Clock {
- public:
+  public:
     virtual ~Clock() = default;
     virtual Date Now() const = 0;
     Date Today() const { return Now().DayOnly(); }
@@ -21,18 +22,18 @@ class Clock {
 
 /// The system's clock in local time, or a fixed moment when one is given (KV_NOW, --now).
 class SystemClock : public Clock {
- public:
+  public:
     SystemClock() = default;
     explicit SystemClock(Date fixed) : fixed_(fixed) {}
     Date Now() const override;
 
- private:
+  private:
     std::optional<Date> fixed_;
 };
 
 /// Speaks to the operator. Each call returns when the operator has answered.
 class Dialogs {
- public:
+  public:
     virtual ~Dialogs() = default;
     /// FRMmessage: a message that closes by itself.
     virtual void ShowMessageWindow(const std::string& text, bool beep) = 0;
@@ -49,7 +50,7 @@ class Dialogs {
 
 /// Shows that work goes on, and lets the window system breathe.
 class Progress {
- public:
+  public:
     virtual ~Progress() = default;
     /// Shows the text and a bar of so many steps. Begins nest no deeper than one.
     virtual void Begin(const std::string& text, long steps) = 0;
@@ -62,26 +63,28 @@ class Progress {
 
 /// Begin and End as one object on the stack.
 class ProgressBar {
- public:
-    ProgressBar(Progress& progress, const std::string& text, long steps) : progress_(progress) { progress_.Begin(text, steps); }
+  public:
+    ProgressBar(Progress& progress, const std::string& text, long steps) : progress_(progress) {
+        progress_.Begin(text, steps);
+    }
     ~ProgressBar() { progress_.End(); }
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
     void Advance(long steps = 1) { progress_.Advance(steps); }
 
- private:
+  private:
     Progress& progress_;
 };
 
 /// The hourglass as an object on the stack.
 class Hourglass {
- public:
+  public:
     explicit Hourglass(Progress& progress) : progress_(progress) { progress_.SetHourglass(true); }
     ~Hourglass() { progress_.SetHourglass(false); }
     Hourglass(const Hourglass&) = delete;
     Hourglass& operator=(const Hourglass&) = delete;
 
- private:
+  private:
     Progress& progress_;
 };
 

@@ -17,9 +17,10 @@ struct Ports {
     Progress& progress;
 };
 
-/// What every routine may use. One per process, set once at start (start.h) except where noted; plain strings unless said.
+/// What every routine may use. One per process, set once at start (start.h) except where noted; plain strings
+/// unless said.
 class Session {
- public:
+  public:
     Session(SettingsStore& settings, Ports ports);
 
     SettingsStore& settings;
@@ -52,7 +53,9 @@ class Session {
     /// Opens a database of the data folder ("kestrava.mdb"); closed by its opener.
     DatabasePtr OpenData(std::string_view name);
     IniFile Ini() const { return IniFile(DataFile("KESTRAVA.INI")); }
-    void ShowMessageWindow(const std::string& text, bool beep = false) { dialogs.ShowMessageWindow(text, beep); }
+    void ShowMessageWindow(const std::string& text, bool beep = false) {
+        dialogs.ShowMessageWindow(text, beep);
+    }
 };
 
 /// The common error handler: shows the engine's words through ShowMessageWindow and clears the hourglass.

@@ -7,11 +7,11 @@
 
 namespace kv {
 
-/// The per-user keyed texts of the suite, application "KESTRAVA", shared with the menu program and the other modules. An
-/// INI-form file, re-read when another module wrote it, written whole and atomically, readable by its owner alone. Sections and
-/// keys are matched without regard to case.
+/// The per-user keyed texts of the suite, application "KESTRAVA", shared with the menu program and the other
+/// modules. An INI-form file, re-read when another module wrote it, written whole and atomically, readable by
+/// its owner alone. Sections and keys are matched without regard to case.
 class SettingsStore {
- public:
+  public:
     /// The file is made at the first Set.
     explicit SettingsStore(std::filesystem::path file);
     /// KV_SETTINGS in the environment, else KESTRAVA/settings.ini in the user's configuration folder.
@@ -25,7 +25,7 @@ class SettingsStore {
     void Remove(std::string_view section, std::string_view key);
     const std::filesystem::path& File() const { return file_; }
 
- private:
+  private:
     void Reread();
     template <typename Change>
     void Rewrite(Change change);

@@ -6,16 +6,20 @@
 
 namespace kv {
 
-// The parts of the module's start and end that need no window, in the order in which the main screen runs them.
+// The parts of the module's start and end that need no window, in the order in which the main screen runs
+// them.
 
 /// STARTED/STARTED is "Y": the menu program let this module start. Anything else ends the process at once.
 bool IsStarted(SettingsStore& settings);
-/// Reads the login (DBloc to Manager, COLOR) into the session. Nothing is checked; a missing setting gives an empty value.
+/// Reads the login (DBloc to Manager, COLOR) into the session. Nothing is checked; a missing setting gives an
+/// empty value.
 void ReadLogin(Session& session);
-/// Reads the country from the INI file; "CANADA" in any case sets Session::Canada, a missing key reads as "US".
+/// Reads the country from the INI file; "CANADA" in any case sets Session::Canada, a missing key reads as
+/// "US".
 void ReadCountry(Session& session);
-/// Opens kestrava.mdb and main.mdb; on main.mdb reads Agency (AgencyName, WKENDING wins over the setting); gives each client
-/// without a mileage billing rate the agency's one, as every start does; opens rsEmployee and rsChanges.
+/// Opens kestrava.mdb and main.mdb; on main.mdb reads Agency (AgencyName, WKENDING wins over the setting);
+/// gives each client without a mileage billing rate the agency's one, as every start does; opens rsEmployee
+/// and rsChanges.
 void OpenSessionData(Session& session);
 /// Keeps the system's temporary folder without its characters of code below 1.
 void ReadTempPath(Session& session);
@@ -34,7 +38,8 @@ struct ManagerList {
     std::string tag;
     std::size_t chosen = 0;
 };
-/// Fills the list from MANAGER and limits the session: the item of Session::Manager is chosen; with none Manager becomes "all".
+/// Fills the list from MANAGER and limits the session: the item of Session::Manager is chosen; with none
+/// Manager becomes "all".
 ManagerList LoadManagerList(Session& session);
 
 }  // namespace kv

@@ -1,0 +1,205 @@
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <system_error>
+#include <vector>
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <spawn.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "base/platform.h"
+#include "base/text.h"
+
+extern char** environ;
+
+namespace kv {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void Fail(const fs::path& file) {
+    throw std::system_error(errno, std::generic_category(), file.string());
+}
+
+std::string_view Environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+fs::path HomeFolder() {
+    if (const auto home = Environment("HOME"); !home.empty())
+        return home;
+    const passwd* user = ::getpwuid(::getuid());
+    return user && user->pw_dir ? user->pw_dir : "/";
+}
+
+/// A descriptor that is closed with its scope.
+class Descriptor {
+  public:
+    explicit Descriptor(int handle) : handle_(handle) {}
+    ~Descriptor() {
+        if (handle_ >= 0)
+            ::close(handle_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int Get() const { return handle_; }
+
+  private:
+    int handle_;
+};
+
+void WriteAll(int handle, std::string_view content, const fs::path& file) {
+    while (!content.empty()) {
+        const ssize_t written = ::write(handle, content.data(), content.size());
+        if (written < 0 && errno != EINTR)
+            Fail(file);
+        content.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
+    }
+}
+
+/// The rights a new content of the file gets: those of the old one, else those of any new file of this user.
+mode_t ModeFor(const fs::path& file, bool ownerOnly) {
+    struct stat old {};
+    if (ownerOnly)
+        return S_IRUSR | S_IWUSR;
+    if (::stat(file.c_str(), &old) == 0)
+        return old.st_mode & 07777;
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+/// Locks or lets go one byte on behalf of the open file rather than of the process.
+int SetByteLock(int handle, std::uint64_t byte, short kind) {
+    struct flock lock {};
+    lock.l_type = kind;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = static_cast<off_t>(byte & 0x7FFFFFFFFFFFFFFFU);
+    lock.l_len = 1;
+    return ::fcntl(handle, F_OFD_SETLK, &lock);
+}
+
+}  // namespace
+
+fs::path UserConfigFolder() {
+    const auto folder = Environment("XDG_CONFIG_HOME");
+    return folder.empty() ? HomeFolder() / ".config" : fs::path(folder);
+}
+
+fs::path SystemTempFolder() {
+    std::error_code none;
+    const fs::path folder = fs::temp_directory_path(none);
+    return none ? fs::path("/tmp") : folder;
+}
+
+bool OpenWithDesktop(const std::string& target, const std::string& argument) {
+    // The shell starts the program in the background and ends at once, so that nothing is waited for and the
+    // program, which may live long, is no child of ours.
+    const char* script = R"(command -v "$1" >/dev/null || exit 1; "$@" </dev/null >/dev/null 2>&1 &)";
+    const std::string safe = target.empty() || target[0] != '-' ? target : "./" + target;
+    std::vector<std::string> words = {"sh", "-c", script, "sh"};
+    if (argument.empty())
+        words.insert(words.end(), {"xdg-open", safe});
+    else
+        words.insert(words.end(), {safe, argument});
+    std::vector<char*> pointers;
+    for (std::string& word : words)
+        pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+
+    pid_t shell = 0;
+    if (target.empty() || ::posix_spawn(&shell, "/bin/sh", nullptr, nullptr, pointers.data(), environ) != 0)
+        return false;
+    int status = 0;
+    while (::waitpid(shell, &status, 0) < 0)
+        if (errno != EINTR)
+            return false;
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+fs::path NativePath(std::string_view path) {
+    return ReplaceAll(path, "\\", "/");
+}
+
+fs::path FindNoCase(const fs::path& folder, std::string_view name) {
+    const fs::path exact = folder / name;
+    std::error_code none;
+    if (fs::exists(exact, none))
+        return exact;
+    for (fs::directory_iterator entry(folder, none), end; !none && entry != end; entry.increment(none))
+        if (EqualsNoCase(entry->path().filename().string(), name))
+            return entry->path();
+    return exact;
+}
+
+void ReplaceFile(const fs::path& file, std::string_view content, bool ownerOnly) {
+    std::error_code none;
+    const fs::path place = fs::is_symlink(file, none) ? fs::weakly_canonical(file) : file;
+    std::string beside = (place.parent_path() / ("." + place.filename().string() + ".XXXXXX")).string();
+    const Descriptor handle(::mkostemp(beside.data(), O_CLOEXEC));
+    if (handle.Get() < 0)
+        Fail(file);
+    try {
+        WriteAll(handle.Get(), content, file);
+        if (::fchmod(handle.Get(), ModeFor(place, ownerOnly)) != 0 || ::fsync(handle.Get()) != 0 ||
+            ::rename(beside.c_str(), place.c_str()) != 0)
+            Fail(file);
+    } catch (...) {
+        ::unlink(beside.c_str());
+        throw;
+    }
+}
+
+std::optional<std::string> ReadFile(const fs::path& file) {
+    const Descriptor handle(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    if (handle.Get() < 0)
+        return std::nullopt;
+    std::string content;
+    std::array<char, 65536> buffer{};
+    while (true) {
+        const ssize_t got = ::read(handle.Get(), buffer.data(), buffer.size());
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            return std::nullopt;
+        if (got == 0)
+            return content;
+        content.append(buffer.data(), static_cast<std::size_t>(got));
+    }
+}
+
+ByteLocks::ByteLocks(const fs::path& file)
+    : handle_(::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666)) {
+    if (handle_ < 0)
+        Fail(file);
+}
+
+ByteLocks::~ByteLocks() {
+    ::close(handle_);
+}
+
+bool ByteLocks::TryLock(std::uint64_t byte) {
+    if (SetByteLock(handle_, byte, F_WRLCK) == 0)
+        return true;
+    if (errno != EAGAIN && errno != EACCES)
+        Fail("byte lock");
+    return false;
+}
+
+void ByteLocks::Unlock(std::uint64_t byte) {
+    if (SetByteLock(handle_, byte, F_UNLCK) != 0)
+        Fail("byte lock");
+}
+
+bool HasLocalDisplay() {
+    const auto display = Environment("DISPLAY");
+    return !Environment("WAYLAND_DISPLAY").empty() || display.substr(0, 1) == ":" ||
+           display.substr(0, 5) == "unix:";
+}
+
+}  // namespace kv

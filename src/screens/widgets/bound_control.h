@@ -1,0 +1,138 @@
+#pragma once
+#include <QLabel>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <string>
+#include <vector>
+
+#include "clients/screen_controls.h"
+#include "datastore/value.h"
+
+class QWidget;
+
+namespace kv {
+
+/// Carries the signals of a BoundControl, which is a plain interface beside its Qt base class.
+class ControlNotifier : public QObject {
+    Q_OBJECT
+  public:
+    using QObject::QObject;
+
+  signals:
+    /// The content changed other than by SetValue: typed, picked, pasted, or entered by a routine.
+    void changed();
+    /// Fault() became another one, mostly as the operator left the box.
+    void faultChanged();
+};
+
+/// Everything that holds one value and can be tied to a field. Implemented by the boxes below, each of which
+/// is also its Qt widget; its objectName is the control's system name.
+class BoundControl {
+  public:
+    virtual ~BoundControl();
+    BoundControl(const BoundControl&) = delete;
+    BoundControl& operator=(const BoundControl&) = delete;
+
+    QWidget* Widget() const { return widget_; }
+    ControlNotifier* Notifier() const { return notifier_; }
+    /// A time box counts as Date, an option as CheckBox.
+    ControlKind Kind() const { return kind_; }
+    QString Name() const;
+
+    /// The field that BoundSource ties it to; empty for a free control.
+    const std::string& DataField() const { return dataField_; }
+    void SetDataField(const std::string& field) { dataField_ = field; }
+
+    /// Free words that steer routines: "NOTCLIENT" (kept out of change detection), "DEFAULT" (remembered per
+    /// user).
+    const QString& Tag() const { return tag_; }
+    void SetTag(const QString& tag) { tag_ = tag; }
+
+    /// The content as it would be stored: Null where a number, date, time or mask is unfilled; the empty text
+    /// of a text box; the bound text of a look-up combo; a mask's characters without the literals. Where
+    /// Fault() is not empty it is what was last good.
+    virtual kv::Value Value() const = 0;
+    /// What the control shows, unfilled marks included ("__/__/____").
+    virtual QString Text() const = 0;
+    /// Loads a content: shown as it is held, the changed mark cleared, no signal.
+    void SetValue(const kv::Value& value);
+    /// Puts a content in as the operator would: the mark is set and changed() sent where it differs from what
+    /// is shown.
+    void EnterValue(const kv::Value& value);
+
+    /// Set by every change other than SetValue; cleared by SetValue.
+    bool IsDataChanged() const { return dataChanged_; }
+    void SetDataChanged(bool changed) { dataChanged_ = changed; }
+
+    /// Why the present entry can't be stored ("Not a date"), or empty.
+    const QString& Fault() const { return fault_; }
+
+    bool IsEnabled() const;
+    virtual void SetEnabled(bool enabled);
+    /// Shows or hides the control with its label.
+    void SetShown(bool shown);
+
+    /// The label's words without mnemonic and required mark ("Last Name:"). SetCaption may hold a mnemonic
+    /// ("&Last Name:"); it also names the control for assistive tools.
+    QString Caption() const;
+    void SetCaption(const QString& caption);
+    /// The label, made with the control, hidden where the caption is empty; FieldForm places it. Its name is
+    /// "LBL" and the control's.
+    QLabel* Label() const { return label_; }
+    /// A star behind the caption and the word "Required" for assistive tools.
+    void SetRequired(bool required);
+    bool IsRequired() const { return required_; }
+    /// Words beside the box for Fault(), hidden while there is none. FieldForm places it behind boxes that
+    /// can be at fault.
+    QLabel* FaultLabel();
+    virtual bool CanFault() const { return false; }
+
+    /// As wide as so many characters of the font.
+    virtual void SetCharacters(int characters);
+
+  protected:
+    BoundControl(QWidget* widget, ControlKind kind);
+    /// Called by the constructors of the boxes once the widget has its parent.
+    void SetUp(const QString& name, const QString& caption);
+    /// Shows the value; called inside SetValue and EnterValue.
+    virtual void Show(const kv::Value& value) = 0;
+    /// To be called at each change of the widget's content, loads included: those are told apart here.
+    void NoteChange();
+    bool IsLoading() const { return loading_; }
+    void SetFault(const QString& fault);
+
+  private:
+    void ShowFault();
+    void ShowLabel();
+
+    QWidget* widget_;
+    ControlNotifier* notifier_;
+    ControlKind kind_;
+    std::string dataField_;
+    QString tag_;
+    QString caption_;
+    QString fault_;
+    QPointer<QLabel> label_;
+    QPointer<QLabel> faultLabel_;
+    bool required_ = false;
+    bool dataChanged_ = false;
+    bool loading_ = false;
+};
+
+/// The bound controls below a widget in the order in which they read (the tab order), hidden ones included.
+std::vector<BoundControl*> BoundControlsOf(const QWidget* screen);
+/// The one of that name below the widget, or nullptr.
+BoundControl* FindBoundControl(const QWidget* screen, const QString& name);
+/// The control's widget as a BoundControl, or nullptr.
+BoundControl* AsBoundControl(QWidget* widget);
+
+/// The control as the rules see it.
+ScreenControl DescribeControl(const BoundControl& control);
+/// All of BoundControlsOf as the rules see them.
+ScreenControls DescribeControls(const QWidget* screen);
+
+/// Tab goes through the widgets as they are listed.
+void SetTabOrderOf(const std::vector<QWidget*>& widgets);
+
+}  // namespace kv

@@ -1,0 +1,51 @@
+#pragma once
+#include <QLineEdit>
+#include <optional>
+
+#include "base/date.h"
+#include "screens/widgets/bound_control.h"
+
+namespace kv {
+
+/// A time of day to the minute, shown "hh:mm AM/PM" or, military, "hh:mm"; "__:__" while unfilled (Null).
+/// Typed as "9", "930", "9:30p", "21:30"; it takes its form when the box is left. An entry that is no time is
+/// told beside the box then.
+class TimeBox : public QLineEdit, public BoundControl {
+    Q_OBJECT
+  public:
+    TimeBox(const QString& name, const QString& caption, QWidget* parent);
+
+    /// The time of day on the day 1899-12-30, or Null.
+    kv::Value Value() const override;
+    QString Text() const override { return text(); }
+    bool IsFilled() const { return time_.has_value(); }
+    std::optional<Date> TimeValue() const { return time_; }
+    void SetTime(std::optional<Date> time);
+    /// "HHMMSS" or "HHMM" in digits, as routines hand times over. Hours are not wrapped: from 24 on it is an
+    /// entry at fault.
+    void SetDigits(const QString& digits);
+    void SetMilitary(bool military);
+    bool IsMilitary() const { return military_; }
+    bool CanFault() const override { return true; }
+    bool Check();
+
+  protected:
+    void Show(const kv::Value& value) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void Display();
+    void Judge();
+    QString Form(std::optional<Date> time) const;
+
+    std::optional<Date> time_;
+    bool military_ = false;
+};
+
+/// Reads an entry of a time box: "9" is nine o'clock, "930" half past, with a trailing a, p, am or pm.
+/// Nothing for any other text.
+std::optional<Date> ReadTimeEntry(const QString& entry);
+
+}  // namespace kv
