@@ -28,7 +28,8 @@ std::vector<HistoryRow> LoadClientHistory(Session& session, const std::string& i
     for (; !rows.Eof(); rows.MoveNext()) {
         const Value date = rows.Get("Date");
         history.push_back({date.IsNull() ? std::string() : FormatDate(date.ToDate(), "MMM/DD/YYYY"),
-                           TimeText(rows.Text("Time")), rows.Text("User"), rows.Text("Status"), rows.Text("reason")});
+                           TimeText(rows.Text("Time")), rows.Text("User"), rows.Text("Status"),
+                           rows.Text("reason")});
     }
     return history;
 }

@@ -27,16 +27,17 @@ constexpr std::array kConditions = {
     StatusCondition{"BIRTHDAY CHECK", "ISTEMPLATE = 0 and bdate < #1901/01/01#"},
 };
 
-/// Clients with an authorization that is not active though it runs beyond the next week, or that names no visit type.
+/// Clients with an authorization that is not active though it runs beyond the next week, or that names no
+/// visit type.
 std::string AuthorizationCheck(Session& session) {
     constexpr long kDaysAhead = 7;
-    const std::string statement = Sql(
-        "SELECT CLIENTPR.client, Authorizations.Client AS Authorizations_Client, Authorizations.To_Date, "
-        "Authorizations.Status_Code FROM CLIENTPR INNER JOIN Authorizations "
-        "ON CLIENTPR.[CLIENT] = Authorizations.[Client] "
-        "where (Authorizations.Status_Code <> 'A' and Authorizations.to_date > {}) "
-        "or len(Authorizations.visit_Type) = 0",
-        session.clock.Today().DayNumber() + kDaysAhead);
+    const std::string statement =
+        Sql("SELECT CLIENTPR.client, Authorizations.Client AS Authorizations_Client, Authorizations.To_Date, "
+            "Authorizations.Status_Code FROM CLIENTPR INNER JOIN Authorizations "
+            "ON CLIENTPR.[CLIENT] = Authorizations.[Client] "
+            "where (Authorizations.Status_Code <> 'A' and Authorizations.to_date > {}) "
+            "or len(Authorizations.visit_Type) = 0",
+            session.clock.Today().DayNumber() + kDaysAhead);
     TextList ids{{"99999"}};  // keeps the list from ever being empty
     std::unordered_set<std::string> seen;
     Recordset rows = session.dbMainWork->OpenRecordset(statement, RecordsetType::Snapshot);
@@ -66,8 +67,8 @@ std::string StatusPart(Session& session, const ClientLimits& limits) {
 }
 
 ClientTreeNode& NodeOf(ClientTree& tree, const std::string& letter) {
-    // The rows come in the order of their names, so the node is nearly always the last one; accented letters are the exception,
-    // since they sort among the plain ones.
+    // The rows come in the order of their names, so the node is nearly always the last one; accented letters
+    // are the exception, since they sort among the plain ones.
     for (auto node = tree.nodes.rbegin(); node != tree.nodes.rend(); ++node) {
         if (node->letter == letter) {
             return *node;
@@ -91,7 +92,8 @@ std::string ClientCondition(Session& session, const ClientLimits& limits) {
 
 Recordset OpenClientList(Session& session, const std::string& condition) {
     const std::string sort = session.ClientSort.empty() ? "client" : session.ClientSort;
-    return session.dbMainWork->OpenRecordset("Select * from CLIENTPR where " + condition + " order by " + sort);
+    return session.dbMainWork->OpenRecordset("Select * from CLIENTPR where " + condition + " order by " +
+                                             sort);
 }
 
 Recordset OpenClientList(Session& session, const ClientLimits& limits) {
@@ -103,7 +105,8 @@ ClientTree LoadClientTree(Session& session, const std::string& condition) {
     ClientTree tree;
     std::size_t count = 0;
     Recordset rows = session.dbMainWork->OpenRecordset(
-        "select client, lastname, firstnam, casestatcd from clientpr where " + condition + " ORDER BY LASTNAME, FIRSTNAM",
+        "select client, lastname, firstnam, casestatcd from clientpr where " + condition +
+            " ORDER BY LASTNAME, FIRSTNAM",
         RecordsetType::Snapshot);
     for (; !rows.Eof(); rows.MoveNext()) {
         const std::string lastName = Trim(rows.Get(1).ToText());

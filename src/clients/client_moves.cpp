@@ -81,7 +81,8 @@ bool MoveToTreeClient(Session& session, ClientForm& form, const std::string& id)
 bool MoveToPickedClient(Session& session, ClientForm& form, const std::string& id) {
     if (!FindInList(form.List(), id)) {
         session.ShowMessageWindow(
-            "Could not show client because your selected client is not included in the 'Limit Client by:' section.");
+            "Could not show client because your selected client is not included in the 'Limit Client by:' "
+            "section.");
     }
     return true;
 }

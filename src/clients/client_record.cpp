@@ -23,9 +23,12 @@ using Images = std::array<bool, kSectionCount>;
 using Parts = std::array<bool, kPartCount>;
 
 constexpr Images kAllImages = {true, true, true, true, true, true, true, true, true, true, true, true, true};
-//                                         0      1     2      3      4      5     6     7     8      9     10    11    12
-constexpr Images kTemplateImages = {true, true, false, false, false, true, true, true, false, true, true, true, false};
-constexpr Images kPotentialImages = {true, true, false, true, false, true, true, true, true, true, true, true, true};
+//                                         0      1     2      3      4      5     6     7     8      9     10
+//                                         11    12
+constexpr Images kTemplateImages = {true, true,  false, false, false, true, true,
+                                    true, false, true,  true,  true,  false};
+constexpr Images kPotentialImages = {true, true, false, true, false, true, true,
+                                     true, true, true,  true, true,  true};
 constexpr Parts kAllParts = {true, true, true, true, true, true, true};
 constexpr Parts kTemplateParts = {true, false, false, false, true, true, true};
 
@@ -67,7 +70,8 @@ long NumDays(const Value& firstContact, const Value& startOfCare) {
 
 long NumActiveDays(const Value& startOfCare, const Value& endOfCare, Date today) {
     constexpr long kMost = 4000;
-    // Care that has ended counts on to today and not to its end, and so does care without an end: wanted as it is.
+    // Care that has ended counts on to today and not to its end, and so does care without an end: wanted as
+    // it is.
     const Date end = DateOrZero(endOfCare);
     return DaysUnlessAbove(DateOrZero(startOfCare), end < today ? today : end, kMost);
 }

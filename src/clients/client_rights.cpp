@@ -6,7 +6,8 @@ namespace kv {
 
 namespace {
 
-bool Holds(Session& session, const char* code, const char* description, const char* system, const char* defaultAccess) {
+bool Holds(Session& session, const char* code, const char* description, const char* system,
+           const char* defaultAccess) {
     return CheckScreenAccess(session, code, false, description, system, defaultAccess);
 }
 

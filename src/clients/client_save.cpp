@@ -22,7 +22,8 @@ struct ListCheck {
 constexpr std::array kListChecks = {
     ListCheck{"TDBCombo3", LookupSource::dbProvidersSex,
               "You must fill in 'Providers Gender' field in the Required section."},
-    ListCheck{"TDBCombo1", LookupSource::dbLanguage, "You must fill in 'Language' field in the Required section."},
+    ListCheck{"TDBCombo1", LookupSource::dbLanguage,
+              "You must fill in 'Language' field in the Required section."},
     ListCheck{"TDBCombo20", LookupSource::dbOrder_Discipline,
               "You must fill in 'Ordered Discipline' field in the Required section."},
     ListCheck{"TDBCombo29", LookupSource::DBDistrict, ""},
@@ -99,7 +100,8 @@ void DeletePhone(Session& session, const std::string& id, const std::string& pho
 }
 
 /// Replaces the client's main phone in the index by which the telephony system tells who calls.
-void IndexPhone(Session& session, const ScreenControls& controls, const Recordset& row, const std::string& id) {
+void IndexPhone(Session& session, const ScreenControls& controls, const Recordset& row,
+                const std::string& id) {
     DeletePhone(session, id, row.Text("PHONE"));
     const ScreenControl* telephony = controls.Find("Check2");
     const std::string phone = DigitsOf(controls.Stored("TxtPhone"));
@@ -107,7 +109,8 @@ void IndexPhone(Session& session, const ScreenControls& controls, const Recordse
         return;
     }
     DeletePhone(session, id, phone);
-    Recordset index = session.dbMainCode->OpenRecordset(Sql("select * from hkeylonglat where cltid = {}", id));
+    Recordset index =
+        session.dbMainCode->OpenRecordset(Sql("select * from hkeylonglat where cltid = {}", id));
     index.AddNew();
     index.Set("branchid", session.VENDOR);
     index.Set("CLTid", id);
@@ -150,7 +153,8 @@ void RunSave(Session& session, ClientForm& form) {
     JournalEdit(session, id);
 }
 
-/// Lighter than the key's save on purpose: the phone index, the schedule's manager and the list wait for the next one.
+/// Lighter than the key's save on purpose: the phone index, the schedule's manager and the list wait for the
+/// next one.
 void RunPromptedSave(Session& session, ClientForm& form, const ScreenControls& controls) {
     const std::string id = controls.Text("txtCliId");
     const bool groupDiffers = GroupDiffers(controls, form.List());
@@ -203,7 +207,8 @@ bool CheckName(Session& session, ClientForm& form, std::string_view control) {
     return true;
 }
 
-std::vector<std::string> RequiredInfoFaults(Session& session, const Recordset& list, const ScreenControls& controls) {
+std::vector<std::string> RequiredInfoFaults(Session& session, const Recordset& list,
+                                            const ScreenControls& controls) {
     std::vector<std::string> faults;
     if (list.RecordCount() == 0 || list.Get("istemplate").IsTrue()) {
         return faults;
@@ -232,7 +237,8 @@ long CountClientDifferences(const ScreenControls& controls, const Recordset& row
     long count = static_cast<long>(changed.size());
     count += GroupDiffers(controls, row) ? 1 : 0;
     count += HolidayDiffers(controls, row) ? 1 : 0;
-    count += directions != nullptr && !directionsCounted && directions->text != row.Text("Directions") ? 1 : 0;
+    count +=
+        directions != nullptr && !directionsCounted && directions->text != row.Text("Directions") ? 1 : 0;
     count += NotesDiffer(controls) ? 1 : 0;
     return count;
 }
@@ -245,7 +251,8 @@ PromptResult PromptToSaveClient(Session& session, ClientForm& form) {
     if (CountClientDifferences(controls, form.List()) == 0 || !session.CanSave) {
         return PromptResult::NothingToSave;
     }
-    if (!session.dialogs.AskQuestion("Some information has changed, and is not saved.  Do you wish to save?")) {
+    if (!session.dialogs.AskQuestion(
+            "Some information has changed, and is not saved.  Do you wish to save?")) {
         form.RestoreRow();
         return PromptResult::Discarded;
     }

@@ -22,9 +22,9 @@ const std::array<std::string_view, kSectionCount> kSectionTips = {
 };
 
 const std::array<std::string_view, kSectionCount> kSectionForms = {
-    "frmClient",   "FRMbillRates",  "FRMauthorization", "frmCliLog",    "FRMNotVisit",
-    "frmAddPhone", "FRMplanofcare", "FRMskills",        "FRMCliRequired", "FRMextra",
-    "FRMextra_Calltype", "FRMdocuments", "FRMActivities",
+    "frmClient",         "FRMbillRates",  "FRMauthorization", "frmCliLog",      "FRMNotVisit",
+    "frmAddPhone",       "FRMplanofcare", "FRMskills",        "FRMCliRequired", "FRMextra",
+    "FRMextra_Calltype", "FRMdocuments",  "FRMActivities",
 };
 
 const std::array<std::string_view, kPartCount> kPartTips = {
@@ -52,8 +52,8 @@ const std::vector<FixedList>& FixedLists() {
         {"CMBphone", {"2nd", "Cell", "Work"}, ""},
         {"CMBbilltype", {"Scheduled", "Actual", "Rounded"}, ""},
         {"CMBcliStatus",
-         {"ALL CLIENTS", "ACTIVE", "CLOSED", "SUSPENDED", "DECEASED", "POTENTIAL", "TEMPLATES", "Authorization Check",
-          "First Contact Check", "Birthday Check"},
+         {"ALL CLIENTS", "ACTIVE", "CLOSED", "SUSPENDED", "DECEASED", "POTENTIAL", "TEMPLATES",
+          "Authorization Check", "First Contact Check", "Birthday Check"},
          "ACTIVE"},
     };
     return lists;
@@ -70,13 +70,14 @@ const FixedList& FixedListOf(std::string_view control) {
 
 const std::vector<CountryText>& CountryTexts(bool canada) {
     static const std::vector<CountryText> unitedStates = {
-        {"TXTstate", "State:", ""}, {"TDBText18", "State:", ""}, {"TDBText2", "State:", ""},
-        {"TXTzip", "Zip:", ""},     {"TDBText17", "Zip:", ""},   {"TDBText1", "Zip:", ""},
+        {"TXTstate", "State:", ""},       {"TDBText18", "State:", ""}, {"TDBText2", "State:", ""},
+        {"TXTzip", "Zip:", ""},           {"TDBText17", "Zip:", ""},   {"TDBText1", "Zip:", ""},
         {"txtSsn", "SSN", "999-99-9999"},
     };
     static const std::vector<CountryText> canadian = {
-        {"TXTstate", "Province:", ""}, {"TDBText18", "Province:", ""}, {"TDBText2", "Province:", ""},
-        {"TXTzip", "Postal:", ""},     {"TDBText17", "Postal:", ""},   {"TDBText1", "Postal:", ""},
+        {"TXTstate", "Province:", ""},        {"TDBText18", "Province:", ""},
+        {"TDBText2", "Province:", ""},        {"TXTzip", "Postal:", ""},
+        {"TDBText17", "Postal:", ""},         {"TDBText1", "Postal:", ""},
         {"txtSsn", "Social:", "999-999-999"},
     };
     return canada ? canadian : unitedStates;

@@ -8,8 +8,8 @@ namespace kv {
 
 namespace {
 
-// In the order of LookupSource. COLOR_RESULT and VISIT are opened as tables: their lists keep the order in which the agency
-// entered them.
+// In the order of LookupSource. COLOR_RESULT and VISIT are opened as tables: their lists keep the order in
+// which the agency entered them.
 constexpr std::array<std::string_view, 13> kStatements = {
     "select * from LANGUAGE order by description",
     "select * from SEX order by description",

@@ -9,7 +9,8 @@ namespace kv {
 namespace {
 
 std::string PeopleStatement(PeopleTable table) {
-    return table == PeopleTable::doctors ? "select * from doctors ORDER BY NAME" : "select * from casemgr ORDER BY NAME";
+    return table == PeopleTable::doctors ? "select * from doctors ORDER BY NAME"
+                                         : "select * from casemgr ORDER BY NAME";
 }
 
 }  // namespace
@@ -20,8 +21,9 @@ std::string_view PeopleTitle(PeopleTable table) {
 
 const std::vector<PeopleColumn>& PeopleColumns() {
     static const std::vector<PeopleColumn> columns = {
-        {"Name", "Name"},           {"Address", "Address"}, {"City", "City"},   {"State", "State"}, {"Zip", "Zip"},
-        {"Contact 1", "Contact1"}, {"Title", "Title"},     {"Phone", "Phone"}, {"Fax", "Fax"},     {"Contact 2", "Contact2"},
+        {"Name", "Name"}, {"Address", "Address"},    {"City", "City"},   {"State", "State"},
+        {"Zip", "Zip"},   {"Contact 1", "Contact1"}, {"Title", "Title"}, {"Phone", "Phone"},
+        {"Fax", "Fax"},   {"Contact 2", "Contact2"},
     };
     return columns;
 }

@@ -13,7 +13,8 @@ std::string PhoneDigits(std::string_view text) {
     if (digits.size() > kPhoneLength) {
         digits.resize(kPhoneLength);
     } else if (!digits.empty() && digits.size() < kPhoneLength) {
-        // An incomplete number has always been marked so when it is pasted; the operator completes it by hand.
+        // An incomplete number has always been marked so when it is pasted; the operator completes it by
+        // hand.
         digits += '1';
     }
     return digits;

@@ -17,14 +17,14 @@ bool IsNamedControl(const ScreenControl& control) {
     return std::find(kNamedControls.begin(), kNamedControls.end(), control.name) != kNamedControls.end();
 }
 
-bool HoldsNothing(const Value& value) {
-    if (const std::string* text = value.IfText()) {
-        return text->empty();
-    }
-    return value.IsNull() || (value.Type() == ValueType::Boolean && !value.ToBoolean());
+bool IsUnfilled(const Value& value) {
+    return value.IsNull() || (value.IfText() != nullptr && value.IfText()->empty());
 }
 
 bool NumbersDiffer(const Value& value, const Value& column) {
+    if (IsUnfilled(value)) {
+        return true;
+    }
     const std::optional<double> number = value.IfText() ? ParseNumber(*value.IfText()) : value.ToDouble();
     if (!number) {
         return true;
@@ -36,7 +36,7 @@ bool NumbersDiffer(const Value& value, const Value& column) {
 }
 
 bool DatesDiffer(const Value& value, Date column) {
-    if (HoldsNothing(value)) {
+    if (IsUnfilled(value)) {
         return !CountsAsEmpty(column);
     }
     const std::optional<Date> date = value.IfText() ? ParseDate(*value.IfText()) : value.ToDate();
@@ -70,14 +70,13 @@ bool DiffersFromColumn(const ScreenControl& control, const Value& column) {
     const Value& value = control.value;
     switch (column.Type()) {
         case ValueType::Null:
-            return !HoldsNothing(value);
+            return !IsUnfilled(value) && !(value.Type() == ValueType::Boolean && !value.ToBoolean());
         case ValueType::Boolean:
             return value.IsTrue() != column.ToBoolean();
         case ValueType::Integer:
         case ValueType::Double:
         case ValueType::Currency:
-            return HoldsNothing(value) ? value.Type() != ValueType::Boolean || column.ToDouble() != 0
-                                       : NumbersDiffer(value, column);
+            return NumbersDiffer(value, column);
         case ValueType::Date:
             return DatesDiffer(value, column.ToDate());
         case ValueType::Text:
@@ -89,8 +88,8 @@ bool DiffersFromColumn(const ScreenControl& control, const Value& column) {
 std::vector<const ScreenControl*> ChangedControls(const ScreenControls& controls, const Recordset& row) {
     std::vector<const ScreenControl*> changed;
     for (const ScreenControl& control : controls) {
-        const bool counts =
-            !control.dataField.empty() && control.tag != "NOTCLIENT" && control.changed && !IsNamedControl(control);
+        const bool counts = !control.dataField.empty() && control.tag != "NOTCLIENT" && control.changed &&
+                            !IsNamedControl(control);
         if (counts && DiffersFromColumn(control, row.Get(control.dataField))) {
             changed.push_back(&control);
         }
