@@ -19,18 +19,21 @@ constexpr std::array kStatusNames = {
     StatusName{"Z", "Potential"}, StatusName{"D", "Deceased"},
 };
 
-using Images = std::array<bool, kSectionCount>;
-using Parts = std::array<bool, kPartCount>;
+template <std::size_t Count>
+constexpr std::array<bool, Count> AllBut(std::initializer_list<std::size_t> closed) {
+    std::array<bool, Count> open{};
+    open.fill(true);
+    for (const std::size_t index : closed) {
+        open[index] = false;
+    }
+    return open;
+}
 
-constexpr Images kAllImages = {true, true, true, true, true, true, true, true, true, true, true, true, true};
-//                                         0      1     2      3      4      5     6     7     8      9     10
-//                                         11    12
-constexpr Images kTemplateImages = {true, true,  false, false, false, true, true,
-                                    true, false, true,  true,  true,  false};
-constexpr Images kPotentialImages = {true, true, false, true, false, true, true,
-                                     true, true, true,  true, true,  true};
-constexpr Parts kAllParts = {true, true, true, true, true, true, true};
-constexpr Parts kTemplateParts = {true, false, false, false, true, true, true};
+constexpr auto kClientImages = AllBut<kSectionCount>({});
+constexpr auto kPotentialImages = AllBut<kSectionCount>({2, 4});
+constexpr auto kTemplateImages = AllBut<kSectionCount>({2, 3, 4, 8, 12});
+constexpr auto kClientParts = AllBut<kPartCount>({});
+constexpr auto kTemplateParts = AllBut<kPartCount>({1, 2, 3});
 
 Date DateOrZero(const Value& value) {
     return value.IsNull() ? Date() : value.ToDate();
@@ -110,7 +113,7 @@ ToolbarButtons ClientToolbar(const Session& session, bool listHasRows) {
 ClientSections SectionsOf(ClientKind kind, const ClientRights& rights) {
     constexpr std::size_t kBillRates = 1;
     constexpr std::size_t kDocumentedEvents = 3;
-    ClientSections sections{kAllImages, kAllParts, true};
+    ClientSections sections{kClientImages, kClientParts, true};
     if (kind == ClientKind::Template) {
         sections = {kTemplateImages, kTemplateParts, false};
     } else if (kind == ClientKind::Potential) {
