@@ -14,6 +14,8 @@ class IniText {
     explicit IniText(std::string_view text);
 
     std::optional<std::string> Get(std::string_view section, std::string_view key) const;
+    /// A changed key keeps its line and its spelling; a new one goes to the end of its section. A line end in
+    /// a value, which the form can't hold, becomes a blank; a value with blanks at its ends is quoted.
     void Set(std::string_view section, std::string_view key, std::string_view value);
     void Remove(std::string_view section, std::string_view key);
     std::string ToText() const;
@@ -25,7 +27,9 @@ class IniText {
         std::size_t insertAt = 0;
     };
     std::optional<Place> Locate(std::string_view section, std::string_view key) const;
-    std::vector<std::string> lines_;
+
+    std::vector<std::string> lines_;  // without their ends
+    std::string lineEnd_ = "\n";
 };
 
 }  // namespace kv

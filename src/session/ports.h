@@ -31,6 +31,12 @@ class SystemClock : public Clock {
     std::optional<Date> fixed_;
 };
 
+/// A clock that stands at the moment written "YYYY-MM-DD HH:MM:SS" or at the beginning of a day "YYYY-MM-DD".
+/// Throws std::invalid_argument for any other text or an impossible day or time.
+SystemClock FixedClock(const std::string& moment);
+/// The fixed clock of KV_NOW where the environment sets it, else the system's. Throws as FixedClock.
+SystemClock SystemClockFromEnvironment();
+
 /// Speaks to the operator. Each call returns when the operator has answered.
 class Dialogs {
   public:

@@ -49,8 +49,8 @@ class ScriptedDialogs : public Dialogs {
 /// Counts what a routine shows of its progress.
 class RecordingProgress : public Progress {
   public:
-    void Begin(const std::string& text, long steps) override;
-    void Advance(long steps) override { advanced += steps; }
+    void Begin(const std::string& text, long stepCount) override;
+    void Advance(long count) override { advanced += count; }
     void End() override { --open; }
     bool Yield() override;
     void SetHourglass(bool on) override { hourglass = on; }

@@ -1,0 +1,69 @@
+#pragma once
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "session/session.h"
+#include "support/scripted_ports.h"
+
+namespace kv::test {
+
+/// A folder of its own below the system's temporary folder, removed with the object.
+class TempFolder {
+  public:
+    TempFolder();
+    ~TempFolder();
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+    const std::filesystem::path& Path() const { return path_; }
+
+  private:
+    std::filesystem::path path_;
+};
+
+using Cells = std::vector<std::pair<std::string, Value>>;
+
+/// A small real agency: a fresh data folder as `kvtool init` makes it, a settings file with the login of user
+/// "ANN" (all rights, all managers), and a session that has gone through the start. All of it goes with the
+/// object.
+class TestAgency {
+  public:
+    TestAgency();
+    ~TestAgency();
+    TestAgency(const TestAgency&) = delete;
+    TestAgency& operator=(const TestAgency&) = delete;
+
+    const std::filesystem::path& Folder() const { return dataFolder_; }
+    Session& session() { return *session_; }
+    Database& Work() { return *session_->dbMainWork; }
+    Database& Code() { return *session_->dbMainCode; }
+    /// "kestrava", "main", "archive" or "trans", opened on first use.
+    Database& Data(const std::string& name);
+    /// What was said since the last call.
+    std::vector<std::string> Said() { return ports.dialogs.TakeSaid(); }
+
+    /// Adds a row to the first of kestrava, main, archive and trans that has the table; "main.tasks" names
+    /// one whose table stands in several. Columns left out have their defaults. Answers the row's counter, 0
+    /// where the table has none.
+    std::int64_t Insert(const std::string& table, const Cells& cells);
+    /// Adds a client that passes the required information; `more` adds to or replaces its columns.
+    void Client(const std::string& id, const std::string& last, const std::string& first,
+                const Cells& more = {});
+    /// The rows of a query as texts, their fields joined by "|", Null as "<Null>", dates as "YYYY-MM-DD
+    /// HH:MM:SS".
+    std::vector<std::string> Rows(const std::string& sql, const std::string& database = "kestrava");
+
+    ScriptedPorts ports;
+
+  private:
+    TempFolder folder_;
+    std::filesystem::path dataFolder_;
+    SettingsStore settings_;
+    std::unique_ptr<Session> session_;
+    std::vector<std::pair<std::string, DatabasePtr>> others_;
+};
+
+}  // namespace kv::test
