@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QPushButton>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -32,6 +33,7 @@
 #include "screens/frmClient_third.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
+#include "screens/widgets/number_box.h"
 #include "screens/widgets/outline_tree.h"
 #include "screens/widgets/qt_text.h"
 #include "screens/widgets/section_strip.h"

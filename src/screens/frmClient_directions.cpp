@@ -12,7 +12,7 @@ FRMdirections::FRMdirections(QWidget* parent) : ClientPart(QStringLiteral("FRMdi
     auto* layout = new QVBoxLayout(Frame());
     layout->setContentsMargins(theme::kUnit, theme::kUnit, theme::kUnit, theme::kUnit);
     layout->setSpacing(theme::kHalfUnit);
-    layout->addWidget(TXTdirections->Label());
+    layout->addWidget(TXTdirections->PlaceLabel());
     layout->addWidget(TXTdirections, 1);
 }
 

@@ -29,7 +29,7 @@ void MakeTelling(QLineEdit& box) {
 }
 
 void AddTelling(QHBoxLayout& line, BoundControl& control) {
-    line.addWidget(control.Label());
+    line.addWidget(control.PlaceLabel());
     line.addWidget(control.Widget());
     line.addSpacing(theme::kUnit);
 }

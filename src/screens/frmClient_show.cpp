@@ -1,7 +1,7 @@
 // What the main screen shows of a client, and the screen as the rules of a save see it.
+#include <QGroupBox>
 #include <QPushButton>
 #include <QStackedWidget>
-#include <QToolButton>
 
 #include "clients/client_history.h"
 #include "clients/client_list.h"
@@ -80,11 +80,11 @@ void frmClient::RefreshClientList() {
     const Hourglass hourglass(session_.progress);
     SetNotes({});
     const std::string shown = FromQt(Header->txtCliId->Text());
-    ClientListData data = kv::RefreshClientList(session_, ListPane->Limits(), shown);
-    DbClient.SetRecordset(std::move(data.list));
+    ClientListData made = kv::RefreshClientList(session_, ListPane->Limits(), shown);
+    DbClient.SetRecordset(std::move(made.list));
     ListPane->KeepLimits();
     LimitMiscLength();
-    ListPane->SetTree(data.tree);
+    ListPane->SetTree(made.tree);
     AskSectionRights(session_, rights_);
     ShowClientRecord();
 }

@@ -1,5 +1,6 @@
 // The start and the end of the program.
 #include <QApplication>
+#include <QToolButton>
 #include <QVersionNumber>
 #include <array>
 #include <system_error>
