@@ -76,10 +76,9 @@ std::string PlatformToUse() {
     return displays.x11 ? "xcb" : "";
 }
 
-/// Ends the program without a question when the system asks for it.
-void EndWithTheSystem(QApplication& application, frmClient& screen) {
+/// Ends the program without a question when the system asks for it, or has asked while the program started.
+void EndWithTheSystem(QApplication& application, frmClient& screen, int requests) {
     QObject::connect(&application, &QApplication::aboutToQuit, &screen, &frmClient::Unload);
-    const int requests = WatchTermination();
     if (requests >= 0) {
         auto* notifier = new QSocketNotifier(requests, QSocketNotifier::Read, &application);
         QObject::connect(notifier, &QSocketNotifier::activated, &application, &QApplication::quit);
@@ -117,6 +116,7 @@ int Run(QApplication& application, SettingsStore& settings, Clock& clock, const 
     DesktopProgress progress;
     Dialogs& dialogs = drawing.empty() ? static_cast<Dialogs&>(windows) : printed;
     Session session(settings, {clock, dialogs, progress});
+    const int requests = WatchTermination();
     frmClient screen(session);
     try {
         screen.Start();
@@ -124,7 +124,7 @@ int Run(QApplication& application, SettingsStore& settings, Clock& clock, const 
         screen.Unload();
         return TellFailure(session, error.what(), !drawing.empty());
     }
-    EndWithTheSystem(application, screen);
+    EndWithTheSystem(application, screen, requests);
     if (!drawing.empty()) {
         return Draw(screen, drawing);
     }
