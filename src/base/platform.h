@@ -53,8 +53,8 @@ struct LocalDisplays {
     bool wayland = false;
     bool x11 = false;
 };
-/// Asks the displays that the environment names, and takes nothing for granted: a name that nobody answers to,
-/// or a server that turns this user away, is no display. Remote displays ("host:0") are not asked.
+/// Asks the displays that the environment names, and takes nothing for granted: a name that nobody answers
+/// to, or a server that turns this user away, is no display. Remote displays ("host:0") are not asked.
 LocalDisplays FindLocalDisplays();
 /// True where a window can be shown.
 bool HasLocalDisplay();

@@ -100,7 +100,8 @@ bool SocketAnswers(const fs::path& path, bool abstract = false) {
     std::copy(name.begin(), name.end(), address.sun_path);
     const auto length = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + name.size());
     const Descriptor handle(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    return handle.Get() >= 0 && ::connect(handle.Get(), reinterpret_cast<const sockaddr*>(&address), length) == 0;
+    return handle.Get() >= 0 &&
+           ::connect(handle.Get(), reinterpret_cast<const sockaddr*>(&address), length) == 0;
 }
 
 bool WaylandAnswers(std::string_view display) {

@@ -15,7 +15,8 @@ namespace {
 constexpr int kIdColumn = 0;
 
 std::vector<GridColumn> Columns() {
-    return {{FRMQuickFind::tr("Client ID"), 10}, {FRMQuickFind::tr("Last Name"), 24},
+    return {{FRMQuickFind::tr("Client ID"), 10},
+            {FRMQuickFind::tr("Last Name"), 24},
             {FRMQuickFind::tr("First Name"), 24}};
 }
 

@@ -40,8 +40,8 @@ class FRMmisc : public QDialog {
     QWidget* MakeBoxes();
     void Open(const std::string& name);
     void Handle(const Step& step);
-    /// Before another row: asks about what was typed. Throws where it can't be saved, which keeps the operator
-    /// on the row.
+    /// Before another row: asks about what was typed. Throws where it can't be saved, which keeps the
+    /// operator on the row.
     void LeaveRow();
     void NewKey();
     void SaveKey();

@@ -75,6 +75,7 @@ frmClient::frmClient(Session& session, const Sections& sections, QWidget* parent
       sections_(sections) {
     setObjectName(QStringLiteral("frmClient"));
     setWindowTitle(tr("Clients"));
+    setContextMenuPolicy(Qt::NoContextMenu);  // Qt's own one would hide the toolbar
     MakeToolbar();
     MakeStatusBar();
 
@@ -100,7 +101,8 @@ frmClient::frmClient(Session& session, const Sections& sections, QWidget* parent
 }
 
 frmClient::~frmClient() {
-    // The controls go after the source that is tied to them; nothing of theirs may reach this object any more.
+    // The controls go after the source that is tied to them; nothing of theirs may reach this object any
+    // more.
     disconnect(qApp, nullptr, this, nullptr);
 }
 
@@ -189,8 +191,8 @@ QWidget* frmClient::MakeSections() {
         items.push_back({QString::fromLatin1(sections_[i].icon), QString::fromLatin1(sections_[i].word),
                          ToQt(kSectionTips[i])});
     }
-    IMGCommand = new SectionStrip(QStringLiteral("IMGCommand"), QStringLiteral("imgCHECK"), Qt::Vertical,
-                                  items, this);
+    IMGCommand =
+        new SectionStrip(QStringLiteral("IMGCommand"), QStringLiteral("imgCHECK"), Qt::Vertical, items, this);
     return IMGCommand;
 }
 
@@ -209,7 +211,8 @@ void frmClient::ConnectControls() {
             [this] { Handle([this] { LimitsPicked(false); }); });
     connect(ListPane, &ClientListPane::managerPicked, this,
             [this] { Handle([this] { LimitsPicked(true); }); });
-    connect(ListPane, &ClientListPane::quickFindPressed, this, [this] { Handle([this] { QuickFindKey(); }); });
+    connect(ListPane, &ClientListPane::quickFindPressed, this,
+            [this] { Handle([this] { QuickFindKey(); }); });
     connect(ListPane->FGtree, &OutlineTree::rowPicked, this,
             [this](const std::string& id) { Handle([this, id] { PickTreeClient(id); }); });
 

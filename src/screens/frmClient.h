@@ -143,7 +143,7 @@ class frmClient : public QMainWindow, public ClientForm {
     Sections sections_;
     ClientRights rights_;
     std::map<QString, Step> keys_;
-    QStackedWidget* area_ = nullptr;   ///< the parts, or the section screen that is open
+    QStackedWidget* area_ = nullptr;  ///< the parts, or the section screen that is open
     QStackedWidget* parts_ = nullptr;
     SectionScreen* activeScreen_ = nullptr;  ///< nullptr while section 0 is current
     QPointer<QWidget> lastBox_;              ///< the box that had the focus last

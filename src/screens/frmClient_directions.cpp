@@ -8,7 +8,8 @@
 namespace kv {
 
 FRMdirections::FRMdirections(QWidget* parent) : ClientPart(QStringLiteral("FRMdirections"), parent) {
-    TXTdirections = new MemoBox(QStringLiteral("TXTdirections"), tr("Directions to the client:"), 60, 12, Frame());
+    TXTdirections =
+        new MemoBox(QStringLiteral("TXTdirections"), tr("Directions to the client:"), 60, 12, Frame());
     auto* layout = new QVBoxLayout(Frame());
     layout->setContentsMargins(theme::kUnit, theme::kUnit, theme::kUnit, theme::kUnit);
     layout->setSpacing(theme::kHalfUnit);

@@ -47,8 +47,7 @@ FRMgeneral::FRMgeneral(QWidget* parent) : ClientPart(QStringLiteral("FRMgeneral"
 
     connect(CMBcase, &QComboBox::activated, this,
             [this](int index) { CopyNote(caseManagers_, index, *Text2); });
-    connect(CMBdoctor, &QComboBox::activated, this,
-            [this](int index) { CopyNote(doctors_, index, *Text3); });
+    connect(CMBdoctor, &QComboBox::activated, this, [this](int index) { CopyNote(doctors_, index, *Text3); });
 }
 
 void FRMgeneral::MakeNursing(FieldForm* form) {
@@ -121,12 +120,23 @@ void FRMgeneral::SetPeople(PeopleTable table, std::vector<NamedNote> people) {
 
 std::vector<ClientPart::Tie> FRMgeneral::Ties() const {
     return {
-        {TDBCombo9, "NURSE"},          {TDBCombo19, "NURLVCODE"},      {DteNurlasvis, "NURLASTVIS"},
-        {TDBCombo26, "DIAGNOSIS"},     {TDBCombo27, "DIAGNOSIS2"},     {TDBCombo28, "DIAGNOSIS3"},
-        {Combo1, "diagnosis4"},        {CMBqbclass, "qbclass"},        {TXText, "external_id"},
-        {TXTexternal2, "External_id2"}, {TXTexternal3, "External_id3"}, {TXTmisc, "MEDICAIDNO"},
-        {Check2, "istelephony"},       {CMBcase, "CASE_NAME"},         {Text2, "CASE_NOTE"},
-        {CMBdoctor, "DOC_NAME"},       {Text3, "DOC_NOTE"},
+        {TDBCombo9, "NURSE"},
+        {TDBCombo19, "NURLVCODE"},
+        {DteNurlasvis, "NURLASTVIS"},
+        {TDBCombo26, "DIAGNOSIS"},
+        {TDBCombo27, "DIAGNOSIS2"},
+        {TDBCombo28, "DIAGNOSIS3"},
+        {Combo1, "diagnosis4"},
+        {CMBqbclass, "qbclass"},
+        {TXText, "external_id"},
+        {TXTexternal2, "External_id2"},
+        {TXTexternal3, "External_id3"},
+        {TXTmisc, "MEDICAIDNO"},
+        {Check2, "istelephony"},
+        {CMBcase, "CASE_NAME"},
+        {Text2, "CASE_NOTE"},
+        {CMBdoctor, "DOC_NAME"},
+        {Text3, "DOC_NOTE"},
     };
 }
 

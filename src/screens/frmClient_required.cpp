@@ -23,8 +23,7 @@ constexpr int kLookup = 20;
 
 }  // namespace
 
-FRMrequired_Info::FRMrequired_Info(QWidget* parent)
-    : ClientPart(QStringLiteral("FRMrequired_Info"), parent) {
+FRMrequired_Info::FRMrequired_Info(QWidget* parent) : ClientPart(QStringLiteral("FRMrequired_Info"), parent) {
     auto* left = new FieldForm(Frame());
     auto* right = new FieldForm(Frame());
     MakeAddress(left->AddGroup(QStringLiteral("FRAMEaddress"), tr("Name and Address")));
@@ -103,9 +102,8 @@ void FRMrequired_Info::MakeService(FieldForm* form) {
 
     TDBCombo3->SetRequired(true);
     TDBCombo20->SetRequired(true);
-    for (BoundControl* control :
-         std::initializer_list<BoundControl*>{TDBCombo3, TDBCombo20, CMBhol, cmbGroup, TDBCombo4, TDBCombo5,
-                                              TDBCombo25, TDBCombo8}) {
+    for (BoundControl* control : std::initializer_list<BoundControl*>{
+             TDBCombo3, TDBCombo20, CMBhol, cmbGroup, TDBCombo4, TDBCombo5, TDBCombo25, TDBCombo8}) {
         form->AddField(*control);
     }
 }

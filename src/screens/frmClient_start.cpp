@@ -147,8 +147,8 @@ void frmClient::AskRights() {
 
 void frmClient::BindSources() {
     DbClient.Bind(*Header->txtCliId, "CLIENT");
-    for (const ClientPart* part : std::initializer_list<const ClientPart*>{
-             RequiredInfo, General, Directions, Notes, Third, Referral, History}) {
+    for (const ClientPart* part : std::initializer_list<const ClientPart*>{RequiredInfo, General, Directions,
+                                                                           Notes, Third, Referral, History}) {
         part->BindTo(DbClient);
     }
     for (TextBox* box : {RequiredInfo->TxtLastname, RequiredInfo->TxtFirstnam}) {

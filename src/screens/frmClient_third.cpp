@@ -52,8 +52,7 @@ void FRMthird::MakeAddress(FieldForm* form) {
     TDBText1 = new TextBox(QStringLiteral("TDBText1"), tr("Zip:"), 9, form);
     TDBMask1 = MakePhone(QStringLiteral("TDBMask1"), tr("Phone:"), form);
 
-    const QString whenEmpty =
-        tr("If this field is empty the billing information will come from the client.");
+    const QString whenEmpty = tr("If this field is empty the billing information will come from the client.");
     TXTbillfirst->setToolTip(whenEmpty);
     auto* hint = new QLabel(whenEmpty, form);
     hint->setWordWrap(true);
@@ -84,9 +83,9 @@ void FRMthird::MakeOptions(FieldForm* form) {
     CMBhowoften->setToolTip(tr("How often the client is billed"));
     FillFixedList(*CMBbilltype);
 
-    for (BoundControl* control : std::initializer_list<BoundControl*>{
-             CMBhowoften, CMBbilltype, NUMbillmileage, CHKbillmileage, CHKbillerrand, CHKbillexpenses,
-             CHKbillholiday, CHKbillot}) {
+    for (BoundControl* control :
+         std::initializer_list<BoundControl*>{CMBhowoften, CMBbilltype, NUMbillmileage, CHKbillmileage,
+                                              CHKbillerrand, CHKbillexpenses, CHKbillholiday, CHKbillot}) {
         form->AddField(*control);
     }
 }

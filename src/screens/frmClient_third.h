@@ -20,11 +20,11 @@ class FRMthird : public ClientPart {
 
     TextBox* TXTbillfirst;
     TextBox* TXTbilllast;
-    TextBox* TDBText8;   ///< address
-    TextBox* TDBText10;  ///< second line of the address
-    TextBox* TDBText3;   ///< city
-    TextBox* TDBText2;   ///< state
-    TextBox* TDBText1;   ///< zip
+    TextBox* TDBText8;    ///< address
+    TextBox* TDBText10;   ///< second line of the address
+    TextBox* TDBText3;    ///< city
+    TextBox* TDBText2;    ///< state
+    TextBox* TDBText1;    ///< zip
     MaskedBox* TDBMask1;  ///< phone
     PlainCombo* CMBhowoften;
     PlainCombo* CMBbilltype;

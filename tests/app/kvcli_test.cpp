@@ -36,7 +36,8 @@ class Program : public testing::Test {
         const std::string command = "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM XDG_RUNTIME_DIR='" +
                                     folder_.Path().string() + "' KV_SETTINGS='" + Settings().string() +
                                     "' KV_NOW='2026-03-04 09:30:00' " + environment + " " + KV_CLI + " " +
-                                    arguments + " >'" + out.string() + "' 2>'" + err.string() + "' </dev/null";
+                                    arguments + " >'" + out.string() + "' 2>'" + err.string() +
+                                    "' </dev/null";
         const int status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out).value_or(""),
                 ReadFile(err).value_or("")};
@@ -70,11 +71,12 @@ TEST_F(Program, EndsAtOnceUnlessTheMenuProgramStartedIt) {
 
 TEST_F(Program, NeedsADisplayThatAnswers) {
     const std::string before = FolderState();
-    for (const char* environment : {"", "DISPLAY=:987654", "DISPLAY=far.example.org:0", "WAYLAND_DISPLAY=wayland-9",
-                                    "DISPLAY=:987654 QT_QPA_PLATFORM=xcb"}) {
+    for (const char* environment : {"", "DISPLAY=:987654", "DISPLAY=far.example.org:0",
+                                    "WAYLAND_DISPLAY=wayland-9", "DISPLAY=:987654 QT_QPA_PLATFORM=xcb"}) {
         const Result result = Run("", environment);
         EXPECT_EQ(result.status, 1) << environment;
-        EXPECT_EQ(result.err, "kvCli: There is no display on this machine to show a window on.\n") << environment;
+        EXPECT_EQ(result.err, "kvCli: There is no display on this machine to show a window on.\n")
+            << environment;
     }
     EXPECT_EQ(FolderState(), before);
 }
@@ -105,8 +107,8 @@ TEST_F(Program, SaysWhyItCanNotStart) {
         std::string content;
     };
     const std::string access("\0\1\0\0Standard Jet DB\0", 20);
-    for (const Case& each : {Case{"no database", "Dear Sir or Madam"}, Case{"an Access file", access + std::string(4096, '\0')},
-                             Case{"missing", ""}}) {
+    for (const Case& each : {Case{"no database", "Dear Sir or Madam"},
+                             Case{"an Access file", access + std::string(4096, '\0')}, Case{"missing", ""}}) {
         fs::remove(data / "kestrava.mdb");
         if (!each.content.empty()) {
             std::ofstream(data / "kestrava.mdb", std::ios::binary) << each.content;

@@ -186,9 +186,9 @@ TEST_F(Platform, OnlyALocalDisplayThatAnswersCounts) {
     const ClosedDoor server(std::string(1, '\0') + "/tmp/.X11-unix/X" + number);
     ASSERT_TRUE(server.IsBound());
     const Variable noWayland("WAYLAND_DISPLAY", "");
-    for (const std::string& display : {std::string(), ":" + std::to_string(900000 + ::getpid()), ":" + number,
-                                      "unix:" + number, std::string("host:0"), std::string("localhost:10.0"),
-                                      std::string(":"), std::string(":../x")}) {
+    for (const std::string& display :
+         {std::string(), ":" + std::to_string(900000 + ::getpid()), ":" + number, "unix:" + number,
+          std::string("host:0"), std::string("localhost:10.0"), std::string(":"), std::string(":../x")}) {
         const Variable set("DISPLAY", display);
         EXPECT_FALSE(HasLocalDisplay()) << display;
     }

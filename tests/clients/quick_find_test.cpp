@@ -30,17 +30,18 @@ TEST_F(ClientQuickFind, OffersAChoiceOnlyWhereThereIsOne) {
     };
     const Lines nobody = {"message: There was no Client found"};
     const std::vector<Case> cases = {
-        {"oun", 0, "", true, "00003", {}},          {"2", 0, "", true, "00002", {}},
-        {"lee", 2, "00001", true, "00001", {}},     {"lee", 2, "", false, "00001", nobody},
+        {"oun", 0, "", true, "00003", {}},         {"2", 0, "", true, "00002", {}},
+        {"lee", 2, "00001", true, "00001", {}},    {"lee", 2, "", false, "00001", nobody},
         {"nobody", 0, "", false, "00001", nobody}, {"", 0, "", false, "00001", {}},
     };
     PlainForm form(session);
     for (const Case& each : cases) {
         std::size_t offered = 0;
-        const bool moved = QuickFindClient(session, form, each.text, [&](const std::vector<QuickFindRow>& hits) {
-            offered = hits.size();
-            return each.chosen;
-        });
+        const bool moved =
+            QuickFindClient(session, form, each.text, [&](const std::vector<QuickFindRow>& hits) {
+                offered = hits.size();
+                return each.chosen;
+            });
         form.Show();
         EXPECT_EQ(moved, each.moved) << each.text;
         EXPECT_EQ(offered, each.offered) << each.text;

@@ -113,8 +113,9 @@ TEST_F(MainScreenEdit, ARowThatAnotherSeatHoldsIsNotSaved) {
     held.Edit();
     Type("txtStreet", "9 Elm");
     Press("save");
-    EXPECT_EQ(agency.Said(), Lines{"message: Another user is viewing this same client, so we can not save.\r\n"
-                                   "Please have the other user exit the client and save again."});
+    EXPECT_EQ(agency.Said(),
+              Lines{"message: Another user is viewing this same client, so we can not save.\r\n"
+                    "Please have the other user exit the client and save again."});
     EXPECT_EQ(Text("txtStreet"), "1 Oak");
     held.Close();
     Type("txtStreet", "9 Elm");
@@ -125,8 +126,8 @@ TEST_F(MainScreenEdit, ARowThatAnotherSeatHoldsIsNotSaved) {
 TEST_F(MainScreenEdit, ADoubleClickClearsTheLookUpsThatSaySo) {
     AddClient("00001", {{"MANAGER", "M1"}, {"FSL", "S1"}, {"DIET", "D1"}, {"SEX", "U"}});
     Open();
-    for (const char* name : {"TDBCombo4", "TDBCombo5", "TDBCombo8", "TDBCombo26", "TDBCombo27", "TDBCombo28",
-                             "TDBGender"}) {
+    for (const char* name :
+         {"TDBCombo4", "TDBCombo5", "TDBCombo8", "TDBCombo26", "TDBCombo27", "TDBCombo28", "TDBGender"}) {
         auto& combo = Find<LookupCombo>(name);
         QTest::mouseDClick(combo.lineEdit(), Qt::LeftButton);
         const bool clears = std::string(name) != "TDBGender";
@@ -139,7 +140,8 @@ TEST_F(MainScreenEdit, ADoubleClickClearsTheLookUpsThatSaySo) {
 TEST_F(MainScreenEdit, PastedPhonesKeepTheirDigits) {
     AddClient("00001");
     Open();
-    for (const char* name : {"TxtPhone", "txtPhone2", "TxtEmgcyphona", "TXTemgphone2", "TXTemgphone3", "TDBMask1"}) {
+    for (const char* name :
+         {"TxtPhone", "txtPhone2", "TxtEmgcyphona", "TXTemgphone2", "TXTemgphone3", "TDBMask1"}) {
         QApplication::clipboard()->setText(QStringLiteral("call 1-555.123.4567 x8"));
         QTest::keyClick(&Find(name), Qt::Key_V, Qt::ControlModifier);
         EXPECT_EQ(Text(name), "(555) 123-4567") << name;
@@ -251,7 +253,8 @@ TEST_F(People, AreChangedDroppedAndDeleted) {
         Type(screen, "TXTZip", "12180");
         agency.ports.dialogs.Answer({true, false, true});
         emit screen.FGinfo->rowPicked(1);
-        EXPECT_EQ(agency.Rows("select city, zip from doctors where name = 'Dr. Ames'", "main"), Lines{"<Null>|12180"});
+        EXPECT_EQ(agency.Rows("select city, zip from doctors where name = 'Dr. Ames'", "main"),
+                  Lines{"<Null>|12180"});
         Press(screen, "delete");
         EXPECT_EQ(screen.FGinfo->RowCount(), 2);
         Press(screen, "delete");

@@ -62,14 +62,14 @@ TEST_F(MainScreen, StartsOnTheFirstClientAndEndsOnTheExitKey) {
     EXPECT_EQ(session.settings.Get("Setting", "CLIENT"), "1");
     EXPECT_EQ(session.settings.Get("Setting", "Start"), "YES");
     EXPECT_EQ(ShownId(), "00003");
-    EXPECT_EQ(StatusBar(), (Lines{"Last Change by: ", "Date/Time: ", "1", "3", "Current Sort: Last Name DESC "}));
+    EXPECT_EQ(StatusBar(),
+              (Lines{"Last Change by: ", "Date/Time: ", "1", "3", "Current Sort: Last Name DESC "}));
     EXPECT_EQ(Text("TXTStatus"), "Active");
     EXPECT_EQ(Text("TDBCombo1"), "Latin");
     EXPECT_EQ(Find<QLabel>("LBLname").text(), QStringLiteral("Young, Bo"));
     EXPECT_EQ(screen.ListPane->FGtree->HighlightedId(), "00003");
     EXPECT_EQ(screen.ListPane->FGtree->Ids(), (Lines{"00001", "00002", "00003"}));
-    EXPECT_EQ(EnabledKeys(),
-              (Lines{"exit", "first", "previous", "next", "last", "save", "discard", "help"}));
+    EXPECT_EQ(EnabledKeys(), (Lines{"exit", "first", "previous", "next", "last", "save", "discard", "help"}));
 
     Press("exit");
     EXPECT_FALSE(screen.isVisible());
@@ -88,8 +88,9 @@ TEST_F(MainScreen, SpeaksOfTheCountryItIsIn) {
                              Case{"Canada", {"Province:", "Postal:", "Social:"}, "123-456-789"}}) {
         session.Ini().Set("Kestrava System", "Country", each.country);
         Open();
-        for (const auto& names : {Lines{"TXTstate", "TXTzip", "txtSsn"}, Lines{"TDBText18", "TDBText17", "txtSsn"},
-                                  Lines{"TDBText2", "TDBText1", "txtSsn"}}) {
+        for (const auto& names :
+             {Lines{"TXTstate", "TXTzip", "txtSsn"}, Lines{"TDBText18", "TDBText17", "txtSsn"},
+              Lines{"TDBText2", "TDBText1", "txtSsn"}}) {
             for (std::size_t i = 0; i < names.size(); ++i) {
                 EXPECT_EQ(FromQt(Control(names[i].c_str()).Caption()), each.captions[i]) << names[i];
             }
@@ -166,8 +167,8 @@ TEST_F(MainScreen, AFaultKeepsTheClientAndTheLimits) {
     AddClient("00001", {{"LANGUAGE", ""}});
     AddClient("00002");
     Open();
-    const Lines fault = {"fault: Information you must fix on this client.", "fault:  ",
-                         "fault: You must fill in 'Language' field in the Required section."};
+    const Lines fault = {"fault: Information you must fix on this client.",
+                         "fault:  ", "fault: You must fill in 'Language' field in the Required section."};
     const std::vector<std::function<void()>> ways = {
         [this] { Press("next"); },
         [this] { Pick("CMBcliStatus", "ALL CLIENTS"); },
@@ -268,9 +269,13 @@ TEST_F(MainScreen, ShowsTheNotesAsWordsAndTheHistoryOfTheClient) {
     AddClient("00001", {{"Comments", R"({\rtf1\ansi {\b Calls} at noon.\par})"}});
     AddClient("00002");
     for (const char* reason : {"Street: Oak to Elm", "Zip: 1 to 2"}) {
-        agency.Insert("changes", {{"Type", "CLI"}, {"Area", "00001"}, {"Date", Date::FromCivil(2026, 3, 1)},
+        agency.Insert("changes", {{"Type", "CLI"},
+                                  {"Area", "00001"},
+                                  {"Date", Date::FromCivil(2026, 3, 1)},
                                   {"Time", reason[0] == 'S' ? "09:00:00 AM" : "08:00:00 AM"},
-                                  {"User", "BOB"}, {"Status", "Edit"}, {"reason", reason}});
+                                  {"User", "BOB"},
+                                  {"Status", "Edit"},
+                                  {"reason", reason}});
     }
     Open();
     EXPECT_EQ(screen_->Notes->TXTbox->toPlainText().trimmed(), QStringLiteral("Calls at noon."));
@@ -333,7 +338,8 @@ TEST_F(MainScreen, OpensHelpAndMailOutside) {
     std::ofstream(agency.Folder() / "KVHELP.EXE").put('x');
     Press("help");
     Click("CMDemail");
-    EXPECT_EQ(opened, (Lines{(agency.Folder() / "KVHELP.EXE").string() + "|client", "mailto:lee@example.org|"}));
+    EXPECT_EQ(opened,
+              (Lines{(agency.Folder() / "KVHELP.EXE").string() + "|client", "mailto:lee@example.org|"}));
 }
 
 /// A section as small as it can be, that keeps what it is told.
