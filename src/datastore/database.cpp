@@ -7,6 +7,18 @@
 #include "datastore/workspace.h"
 
 namespace kv {
+namespace {
+
+const TableInfo& CountedTable(const Catalogue& tables, std::string_view name) {
+    const TableInfo* table = tables.Find(name);
+    if (!table)
+        throw faults::TableNotFound(name);
+    if (!table->Counter())
+        throw faults::NotSupported("a counter in a table without one");
+    return *table;
+}
+
+}  // namespace
 
 ReadSpan::ReadSpan(Connection& connection) : connection_(&connection) {
     connection_->BeginSpan();
@@ -81,13 +93,12 @@ std::vector<std::string> Database::CheckIntegrity() {
     return connection_->CheckIntegrity();
 }
 
+std::int64_t Database::NextCounter(std::string_view table) {
+    return connection_->NextCounter(CountedTable(*connection_->Tables(), table));
+}
+
 void Database::SetNextCounter(std::string_view table, std::int64_t next) {
-    const TableInfo* info = connection_->Tables()->Find(table);
-    if (!info)
-        throw faults::TableNotFound(table);
-    if (!info->Counter())
-        throw faults::NotSupported("a counter in a table without one");
-    connection_->SetNextCounter(*info, next);
+    connection_->SetNextCounter(CountedTable(*connection_->Tables(), table), next);
 }
 
 }  // namespace kv

@@ -62,7 +62,9 @@ class Database {
     std::int64_t ChangeStamp() const;
     /// The engine's own test of its file: one line per fault, empty when sound.
     std::vector<std::string> CheckIntegrity();
-    /// The counter that the next AddNew of the table hands out; set after rows with given counters were loaded.
+    /// The counter that the next AddNew of the table hands out. 3251 for a table without one.
+    std::int64_t NextCounter(std::string_view table);
+    /// Sets it, after rows with given counters were loaded.
     void SetNextCounter(std::string_view table, std::int64_t next);
     Connection& Engine() { return *connection_; }
 

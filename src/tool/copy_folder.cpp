@@ -64,25 +64,27 @@ long CopyRows(Database& source, const TableInfo& from, Database& target, const T
             writer.Set(i, rows.Get(i));
         writer.Write();
     }
-    writer.Finish();
+    if (from.Counter() && to.Counter())
+        target.SetNextCounter(to.name, source.NextCounter(from.name));
     return count;
 }
 
 CopyCounts CopyTables(Database& source, Database& target, Progress& progress) {
-    const std::vector<std::string>& names = source.Tables().Names();
-    const ProgressBar bar(progress, "Copying " + source.Path().filename().string(),
-                          static_cast<long>(names.size()));
+    const Catalogue from = source.Tables();
+    const Catalogue to = target.Tables();
+    ProgressBar bar(progress, "Copying " + source.Path().filename().string(),
+                    static_cast<long>(from.Names().size()));
     const ReadSpan span = source.BeginRead();
     Transaction all = target.BeginTransaction();
     CopyCounts counts;
-    for (const std::string& name : names) {
+    for (const std::string& name : from.Names()) {
         try {
-            counts.rows += CopyRows(source, *source.Tables().Find(name), target, *target.Tables().Find(name));
+            counts.rows += CopyRows(source, *from.Find(name), target, *to.Find(name));
         } catch (const EngineError& error) {
             throw EngineError(error.Number(), name + ": " + error.Description());
         }
         ++counts.tables;
-        progress.Advance(1);
+        bar.Advance();
     }
     all.Commit();
     return counts;

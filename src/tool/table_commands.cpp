@@ -60,7 +60,6 @@ class Loader {
             ++count_;
             AddRow(*row);
         }
-        writer_.Finish();
         return count_;
     }
 
@@ -108,7 +107,7 @@ int Load(Context& context, const LoadOptions& options) {
         throw Refused("The file " + options.file + " can't be read");
     const std::string text = ToUtf8(*content);
     const DatabasePtr database = context.OpenDatabase(options.database);
-    const TableInfo& table = FindTable(*database, options.table);
+    const TableInfo table = FindTable(*database, options.table);
     Transaction all = database->BeginTransaction();
     if (options.replace)
         database->Execute("delete * from " + Bracketed(table.name));
@@ -120,7 +119,7 @@ int Load(Context& context, const LoadOptions& options) {
 
 int Dump(Context& context, const DumpOptions& options) {
     const DatabasePtr database = context.OpenDatabase(options.database);
-    const TableInfo& table = FindTable(*database, options.table);
+    const TableInfo table = FindTable(*database, options.table);
     CsvRow row;
     for (const ColumnInfo& column : table.columns)
         row.push_back(column.name);

@@ -13,7 +13,7 @@ std::string Bracketed(std::string_view name);
 std::string BracketedList(const std::vector<std::string>& names);
 
 /// The table, its name matched without regard to case. Throws EngineError 3078.
-const TableInfo& FindTable(const Database& database, std::string_view name);
+TableInfo FindTable(const Database& database, std::string_view name);
 
 /// The statement that reads `columns` (all of them by default) of a table ordered by its primary key; in the
 /// table's own order where it has none.
@@ -24,20 +24,17 @@ std::string RowsInKeyOrder(const TableInfo& table, const std::vector<std::string
 class RowWriter {
   public:
     /// `columns` are places in the table.
-    RowWriter(Database& database, const TableInfo& table, const std::vector<std::size_t>& columns);
-    void Begin();
-    /// The i-th of the columns given. Throws EngineError.
+    RowWriter(Database& database, TableInfo table, std::vector<std::size_t> columns);
+    void Begin() { rows_.AddNew(); }
+    /// The i-th of the columns given; a counter that is Null keeps the number that it was handed. Throws
+    /// EngineError.
     void Set(std::size_t i, Value value);
-    void Write();
-    /// Lets the counter go on behind the highest number that was given.
-    void Finish();
+    void Write() { rows_.Update(); }
 
   private:
-    Database& database_;
-    const TableInfo& table_;
+    TableInfo table_;
     std::vector<std::size_t> columns_;
     Recordset rows_;
-    std::int64_t highest_ = 0;
 };
 
 }  // namespace kv::tool

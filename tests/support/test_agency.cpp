@@ -30,17 +30,6 @@ std::filesystem::path TestRoot() {
     return usable ? memory : std::filesystem::temp_directory_path();
 }
 
-/// A fresh data folder, made once for all agencies of the process.
-const std::filesystem::path& FreshData() {
-    static const TempFolder folder;
-    static const std::filesystem::path data = [] {
-        Workspace workspace;
-        InitDataFolder(workspace, folder.Path() / "data", "US");
-        return folder.Path() / "data";
-    }();
-    return data;
-}
-
 }  // namespace
 
 TempFolder::TempFolder() {
@@ -56,6 +45,17 @@ TempFolder::~TempFolder() {
     std::filesystem::remove_all(path_, ignored);
 }
 
+void CopyFreshData(const std::filesystem::path& to) {
+    // Made once for the whole process.
+    static const TempFolder folder;
+    static const std::filesystem::path data = [] {
+        Workspace workspace;
+        InitDataFolder(workspace, folder.Path() / "data", "US");
+        return folder.Path() / "data";
+    }();
+    std::filesystem::copy(data, to);
+}
+
 TestAgency::TestAgency() : dataFolder_(folder_.Path() / "data"), settings_(folder_.Path() / "settings.ini") {
     const std::pair<const char*, std::string> login[] = {{"DBloc", dataFolder_.string()},
                                                          {"User", "ANN"},
@@ -69,7 +69,7 @@ TestAgency::TestAgency() : dataFolder_(folder_.Path() / "data"), settings_(folde
         settings_.Set("Setting", key, value);
     settings_.Set("STARTED", "STARTED", "Y");
     session_ = std::make_unique<Session>(settings_, ports.Handles());
-    std::filesystem::copy(FreshData(), dataFolder_);
+    CopyFreshData(dataFolder_);
     ReadLogin(*session_);
     ReadCountry(*session_);
     OpenSessionData(*session_);

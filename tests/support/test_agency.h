@@ -24,6 +24,9 @@ class TempFolder {
     std::filesystem::path path_;
 };
 
+/// Puts a fresh data folder, as `kvtool init` makes it, at a path that is not there yet.
+void CopyFreshData(const std::filesystem::path& to);
+
 using Cells = std::vector<std::pair<std::string, Value>>;
 
 /// A small real agency: a fresh data folder as `kvtool init` makes it, a settings file with the login of user

@@ -44,7 +44,7 @@ TEST(SchemaScript, MakesTheSameTablesAgain) {
 
 TEST(Copy, TakesTablesRowsAndCounters) {
     const ToolFolder folder;
-    folder.Do({"init", "--country", "CANADA"});
+    IniFile(folder.Data("KESTRAVA.INI")).Set("Kestrava System", "Country", "CANADA");
     folder.Do({"sql", "create table own (id counter primary key, note memo)"});
     folder.Do({"load", "own", folder.Write("own.csv", "id,note\n3,O'Brien\n9,\n")});
     folder.Do(
@@ -78,9 +78,7 @@ TEST(Copy, TakesTablesRowsAndCounters) {
 
 TEST(Copy, BringsAnOlderSchemaUpAndReplacesAFreshFolder) {
     const ToolFolder folder;
-    folder.Do({"init"});
-    std::filesystem::rename(folder.Path("data"), folder.Path("fresh"));
-    folder.Do({"init"});
+    test::CopyFreshData(folder.Path("fresh"));
     std::filesystem::remove(folder.Data("trans.mdb"));
     {
         // A column was added and one taken away since.
@@ -102,7 +100,6 @@ TEST(Copy, BringsAnOlderSchemaUpAndReplacesAFreshFolder) {
 
 TEST(Copy, AFailureLeavesTheTargetAsItWas) {
     const ToolFolder folder;
-    folder.Do({"init"});
     std::filesystem::remove(folder.Data("tempassign.mdb"));
     EXPECT_EQ(folder.Run({"copy", "--to", folder.Path("road").string()}).status, 1);
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path("road")));
@@ -151,7 +148,6 @@ TEST(Check, FindsWhatTheRulesForbid) {
     };
     for (const Case& c : cases) {
         const ToolFolder folder;
-        folder.Do({"init"});
         folder.Do({"sql", "insert into clientpr (client) values ('00001')"});
         folder.Do({"sql", "insert into clientpr (client) values ('abc')"});
         folder.Do({"sql", "--db", c.database, c.statement});
@@ -163,7 +159,6 @@ TEST(Check, FindsWhatTheRulesForbid) {
 
 TEST(Check, FindsDamagedMissingAndOtherDatabases) {
     const ToolFolder folder;
-    folder.Do({"init"});
     std::filesystem::remove(folder.Data("archive.mdb"));
     ReplaceFile(folder.Data("tempassign.mdb"), "This is no database at all, only a text in its place.");
     std::filesystem::remove(folder.Data("trans.mdb"));

@@ -9,6 +9,11 @@
 
 namespace kv::test {
 
+ToolFolder::ToolFolder(Content content) {
+    if (content == FreshData)
+        CopyFreshData(Path("data"));
+}
+
 Answer ToolFolder::Run(std::vector<std::string> arguments) const {
     arguments.insert(arguments.begin(),
                      {"--data", Path("data").string(), "--settings", Path("settings.ini").string()});

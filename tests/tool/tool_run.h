@@ -21,6 +21,9 @@ struct Answer {
 /// to each call.
 class ToolFolder {
   public:
+    enum Content { Empty, FreshData };
+    /// With the data folder as `init` makes it, or without.
+    explicit ToolFolder(Content content = FreshData);
     Answer Run(std::vector<std::string> arguments) const;
     /// Run, which must succeed without a word on standard error; its document.
     nlohmann::ordered_json Do(const std::vector<std::string>& arguments) const;

@@ -19,7 +19,7 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 TEST(Tool, UnusableArgumentsAreToldApartFromFailures) {
-    const ToolFolder folder;
+    const ToolFolder folder(ToolFolder::Empty);
     struct Case {
         std::vector<std::string> arguments;
         int status = 0;
@@ -50,7 +50,7 @@ TEST(Tool, UnusableArgumentsAreToldApartFromFailures) {
 }
 
 TEST(Tool, TheEnvironmentNamesMomentAndSettings) {
-    const ToolFolder folder;
+    const ToolFolder folder(ToolFolder::Empty);
     ::setenv("KV_NOW", "2026-02-30", 1);
     std::ostringstream out;
     std::ostringstream err;
@@ -65,7 +65,7 @@ TEST(Tool, TheEnvironmentNamesMomentAndSettings) {
 }
 
 TEST(Tool, InitMakesAFolderThatWorks) {
-    const ToolFolder folder;
+    const ToolFolder folder(ToolFolder::Empty);
     EXPECT_EQ(folder.Do({"init", "--country", "canada"}).dump(),
               R"({"created":["kestrava.mdb","main.mdb","archive.mdb","trans.mdb","tempassign.mdb"]})");
     EXPECT_EQ(IniFile(folder.Data("KESTRAVA.INI")).Get("Kestrava System", "Country", ""), "CANADA");
@@ -77,7 +77,7 @@ TEST(Tool, InitMakesAFolderThatWorks) {
 }
 
 TEST(Tool, LoginLeavesWhatTheMenuProgramLeaves) {
-    const ToolFolder folder;
+    const ToolFolder folder(ToolFolder::Empty);
     const std::string file = folder.Path("settings.ini").string();
     EXPECT_EQ(folder.Do({"login", "--user", "ANN"})["settings"], file);
     const SettingsStore settings(file);
@@ -101,7 +101,6 @@ TEST(Tool, LoginLeavesWhatTheMenuProgramLeaves) {
 
 TEST(Tool, StatementsAnswerAsJson) {
     const ToolFolder folder;
-    folder.Do({"init"});
     EXPECT_EQ(
         folder
             .Do({"sql",
@@ -109,15 +108,15 @@ TEST(Tool, StatementsAnswerAsJson) {
                  "istelephony) values ('00001', 'Zo\xC3\xAB \"Z\"', #1931/05/06#, 46085.5, 0.405, 0, true)"})
             .dump(),
         R"({"affected":1})");
-    EXPECT_EQ(folder
-                  .Do({"sql",
-                       " SELECT client, lastname, firstnam, bdate, nurlastvis, billmile_rate, istemplate, "
-                       "istelephony from clientpr"})
-                  .dump(),
-              "{\"columns\":[\"client\",\"lastname\",\"firstnam\",\"bdate\",\"nurlastvis\",\"billmile_rate\","
-              "\"istemplate\",\"istelephony\"],\"rows\":[[\"00001\",\"Zo\xC3\xAB "
-              "\\\"Z\\\"\",null,\"1931-05-06 00:00:00\","
-              "\"2026-03-04 12:00:00\",0.405,0,true]]}");
+    const auto found = folder.Do({"sql",
+                                  " SELECT client, lastname, firstnam, bdate, nurlastvis, billmile_rate, "
+                                  "istemplate, istelephony as phones from clientpr"});
+    EXPECT_EQ(
+        found["columns"].dump(),
+        R"(["CLIENT","LASTNAME","FIRSTNAM","BDATE","NURLASTVIS","Billmile_rate","ISTEMPLATE","phones"])");
+    EXPECT_EQ(found["rows"].dump(),
+              "[[\"00001\",\"Zo\xC3\xAB \\\"Z\\\"\",null,\"1931-05-06 00:00:00\","
+              "\"2026-03-04 12:00:00\",0.405,0,true]]");
     EXPECT_EQ(folder.Rows("select start1 from Agency", "main"), R"([["1899-12-30 07:00:00"]])");
     EXPECT_EQ(folder.Rows("select client from clientpr where client = 'x'"), "[]");
     folder.Do({"sql", "--db", folder.Data("trans.mdb").string(), "create table extra (a long, b text(5))"});
@@ -127,6 +126,21 @@ TEST(Tool, StatementsAnswerAsJson) {
     const Answer wrong = folder.Run({"sql", "select * from nowhere"});
     EXPECT_EQ(wrong.status, 1);
     EXPECT_THAT(wrong.err, StartsWith("error 3078: "));
+}
+
+TEST(Tool, DemoFillsAFolderOnce) {
+    const ToolFolder folder(ToolFolder::Empty);
+    const std::vector<std::string> demo = {"--now", "2026-03-04 09:30:00", "demo", "--clients",
+                                           "6",     "--caregivers",        "5"};
+    const Answer made = folder.Run(demo);
+    ASSERT_EQ(made.status, 0) << made.err;
+    EXPECT_EQ(made.Document()["clients"], 6);
+    EXPECT_EQ(made.Document()["caregivers"], 5);
+    EXPECT_GT(made.Document()["schedules"], 0);
+    EXPECT_EQ(folder.Do({"check"}).dump(), R"({"problems":[]})");
+    const Answer again = folder.Run(demo);
+    EXPECT_EQ(again.status, 1);
+    EXPECT_THAT(again.err, StartsWith("error: "));
 }
 
 TEST(Terminal, SaysWhatAScreenWouldShow) {

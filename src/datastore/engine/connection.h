@@ -60,6 +60,7 @@ class Connection {
     virtual void ReturnCounter(const TableInfo& table, std::int64_t counter) = 0;
     /// Rows came with counters of their own: the next one handed out is above them all.
     virtual void RaiseCounter(const TableInfo& table) = 0;
+    virtual std::int64_t NextCounter(const TableInfo& table) = 0;
     virtual void SetNextCounter(const TableInfo& table, std::int64_t next) = 0;
 
     /// Takes the row for editing on behalf of an owner; at once false when another owner, here or in another program, has it.

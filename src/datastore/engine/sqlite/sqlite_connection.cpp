@@ -223,6 +223,18 @@ void SqliteConnection::RaiseCounter(const TableInfo& table) {
            values);
 }
 
+std::int64_t SqliteConnection::NextCounter(const TableInfo& table) {
+    const auto reserve = reserves_.find(table.name);
+    if (reserve != reserves_.end() && reserve->second.next < reserve->second.end)
+        return reserve->second.next;
+    const std::string column = Generator::Quoted(table.columns[*table.Counter()].name);
+    const Value values[] = {table.name};
+    const auto cursor = Query("SELECT coalesce((SELECT next FROM kv_counters WHERE name = ?1), coalesce(max(" +
+                                  column + "), 0) + 1) FROM " + Generator::Quoted(table.name),
+                              values);
+    return cursor->Next() ? cursor->Key(0) : 1;
+}
+
 void SqliteConnection::SetNextCounter(const TableInfo& table, std::int64_t next) {
     const Value values[] = {table.name, static_cast<long long>(next)};
     reserves_.erase(table.name);

@@ -44,6 +44,7 @@ class SqliteConnection : public Connection {
     std::int64_t TakeCounters(const TableInfo& table, std::int64_t count) override;
     void ReturnCounter(const TableInfo& table, std::int64_t counter) override;
     void RaiseCounter(const TableInfo& table) override;
+    std::int64_t NextCounter(const TableInfo& table) override;
     void SetNextCounter(const TableInfo& table, std::int64_t next) override;
 
     bool TryLockRow(const TableInfo& table, RowKey key, const void* owner) override;
