@@ -11,6 +11,7 @@ namespace kv::tool {
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands = {
         {"init", "Make the data folder with empty databases", PrepareInit},
+        {"demo", "Fill an empty data folder with a made-up agency", PrepareDemo},
         {"login", "Write the settings that the menu program leaves", PrepareLogin},
         {"logout", "Take the login's STARTED mark away", PrepareLogout},
         {"load", "Add the rows of a CSV file to a table", PrepareLoad},

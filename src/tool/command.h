@@ -56,6 +56,7 @@ struct Command {
 const std::vector<Command>& Commands();
 
 Action PrepareInit(CLI::App& command);
+Action PrepareDemo(CLI::App& command);
 Action PrepareLogin(CLI::App& command);
 Action PrepareLogout(CLI::App& command);
 Action PrepareLoad(CLI::App& command);
