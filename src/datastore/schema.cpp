@@ -1,6 +1,7 @@
 #include "datastore/schema.h"
 
-#include <stdexcept>
+#include "base/text.h"
+#include "datastore/faults.h"
 
 namespace kv {
 
@@ -8,15 +9,14 @@ namespace kv {
 const char* EmbeddedText(std::string_view name);
 
 const std::vector<std::string>& SchemaNames() {
-    static const std::vector<std::string> names = {"kestrava", "main", "archive", "trans", "tempassign"};
-    return names;
+    static const std::vector<std::string> kNames = {"kestrava", "main", "archive", "trans", "tempassign"};
+    return kNames;
 }
 
 std::string_view SchemaScript(std::string_view name) {
-    const char* script = EmbeddedText(std::string(name) + ".sql");
-    if (script == nullptr) {
-        throw std::out_of_range("no schema of the name " + std::string(name));
-    }
+    const char* script = EmbeddedText(Lower(name) + ".sql");
+    if (!script)
+        throw faults::ItemNotFound(name);
     return script;
 }
 

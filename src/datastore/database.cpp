@@ -1,0 +1,93 @@
+// Database, ReadSpan and Transaction: the handles that callers hold.
+#include "datastore/engine/run_action.h"
+#include "datastore/engine/compiler.h"
+#include "datastore/engine/connection.h"
+#include "datastore/faults.h"
+#include "datastore/recordset/recordset_state.h"
+#include "datastore/workspace.h"
+
+namespace kv {
+
+ReadSpan::ReadSpan(Connection& connection) : connection_(&connection) {
+    connection_->BeginSpan();
+}
+
+ReadSpan::ReadSpan(ReadSpan&& other) noexcept : connection_(std::exchange(other.connection_, nullptr)) {}
+
+ReadSpan::~ReadSpan() {
+    if (connection_)
+        connection_->EndSpan();
+}
+
+Transaction::Transaction(Connection& connection) : connection_(&connection) {
+    connection_->BeginTransaction();
+}
+
+Transaction::~Transaction() {
+    if (connection_)
+        connection_->RollbackTransaction();
+}
+
+void Transaction::Commit() {
+    connection_->CommitTransaction();
+    connection_ = nullptr;
+}
+
+Database::Database(std::shared_ptr<Connection> connection) : connection_(std::move(connection)) {}
+
+Database::~Database() = default;
+
+Recordset Database::OpenRecordset(std::string_view sqlOrTable, RecordsetType type) {
+    return Recordset(std::make_unique<RecordsetState>(connection_, connection_->Statements().CompileSelect(sqlOrTable),
+                                                      type));
+}
+
+long Database::Execute(std::string_view sql) {
+    return RunAction(*connection_, sql);
+}
+
+Value Database::Lookup(std::string_view sql) {
+    const Ready<CompiledSelect> ready = connection_->Statements().CompileSelect(sql);
+    const EngineSql& first = ready.statement->Sql(CompiledSelect::Form::FirstField);
+    const auto cursor = connection_->Query(first.text, ParameterValues(first, ready.literals, {}, connection_->clock));
+    if (!cursor->Next())
+        return {};
+    RowBlock row;
+    cursor->Read(row, 0, 1);
+    return row.At(0, ready.statement->Fields().front().type);
+}
+
+const Catalogue& Database::Tables() const {
+    return *connection_->Tables();
+}
+
+const std::filesystem::path& Database::Path() const {
+    return connection_->Path();
+}
+
+ReadSpan Database::BeginRead() {
+    return ReadSpan(*connection_);
+}
+
+Transaction Database::BeginTransaction() {
+    return Transaction(*connection_);
+}
+
+std::int64_t Database::ChangeStamp() const {
+    return connection_->Stamp();
+}
+
+std::vector<std::string> Database::CheckIntegrity() {
+    return connection_->CheckIntegrity();
+}
+
+void Database::SetNextCounter(std::string_view table, std::int64_t next) {
+    const TableInfo* info = connection_->Tables()->Find(table);
+    if (!info)
+        throw faults::TableNotFound(table);
+    if (!info->Counter())
+        throw faults::NotSupported("a counter in a table without one");
+    connection_->SetNextCounter(*info, next);
+}
+
+}  // namespace kv

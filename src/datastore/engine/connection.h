@@ -1,0 +1,105 @@
+#pragma once
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "datastore/catalogue.h"
+#include "datastore/engine/engine_sql.h"
+#include "datastore/engine/row_block.h"
+#include "datastore/value.h"
+
+namespace kv {
+
+class Compiler;
+class Generator;
+
+/// A running query of the engine, read front to back. While it lives nothing else may write through its connection.
+class Cursor {
+ public:
+    virtual ~Cursor() = default;
+    /// Moves to the next row, first to the first; false behind the last.
+    virtual bool Next() = 0;
+    /// A column that holds a row's key; kNoRow for Null.
+    virtual RowKey Key(int column) const = 0;
+    /// Adds the columns from `first` on to the block.
+    virtual void Read(RowBlock& block, int first, int count) const = 0;
+};
+
+/// One engine's open database: what the layers above need of it and no more. Statements come from its generator. Every
+/// failure of the engine leaves as an EngineError.
+class Connection {
+ public:
+    Connection();
+    virtual ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    virtual const std::filesystem::path& Path() const = 0;
+    virtual const Generator& Sql() const = 0;
+    /// The tables as they are now. The pointer keeps the catalogue that a compiled statement was made with.
+    virtual std::shared_ptr<const Catalogue> Tables() = 0;
+    /// Looks whether another program changed the tables since they were read; reads them again if so.
+    virtual bool RefreshTables() = 0;
+
+    virtual std::unique_ptr<Cursor> Query(const std::string& sql, std::span<const Value> values) = 0;
+    /// Runs a statement that writes; how many rows it touched.
+    virtual long Change(const std::string& sql, std::span<const Value> values) = 0;
+    /// Adds one row; its key.
+    virtual RowKey Insert(const std::string& sql, std::span<const Value> values) = 0;
+
+    virtual void CreateTable(const TableInfo& table) = 0;
+    virtual void CreateIndex(const std::string& table, const IndexInfo& index, const std::vector<bool>& descending) = 0;
+    virtual void DropTable(const std::string& table) = 0;
+
+    /// Hands out so many consecutive counters of the table and returns the first. No other program gets them.
+    virtual std::int64_t TakeCounters(const TableInfo& table, std::int64_t count) = 0;
+    /// Takes one back that no row bears.
+    virtual void ReturnCounter(const TableInfo& table, std::int64_t counter) = 0;
+    /// Rows came with counters of their own: the next one handed out is above them all.
+    virtual void RaiseCounter(const TableInfo& table) = 0;
+    virtual void SetNextCounter(const TableInfo& table, std::int64_t next) = 0;
+
+    /// Takes the row for editing on behalf of an owner; at once false when another owner, here or in another program, has it.
+    virtual bool TryLockRow(const TableInfo& table, RowKey key, const void* owner) = 0;
+    virtual void UnlockRow(const TableInfo& table, RowKey key, const void* owner) = 0;
+
+    // Read spans nest; a write inside refreshes the view.
+    virtual void BeginSpan() = 0;
+    virtual void EndSpan() noexcept = 0;
+    // One at a time.
+    virtual void BeginTransaction() = 0;
+    virtual void CommitTransaction() = 0;
+    virtual void RollbackTransaction() noexcept = 0;
+    virtual bool InTransaction() const = 0;
+
+    /// A number that changes whenever what this connection sees may have changed. Cheap enough to ask for every field.
+    virtual std::int64_t Stamp() = 0;
+    virtual std::vector<std::string> CheckIntegrity() = 0;
+
+    Compiler& Statements() { return *compiler_; }
+
+    /// What now() and date() of the dialect answer.
+    std::function<Date()> clock;
+
+ private:
+    std::unique_ptr<Compiler> compiler_;
+};
+
+/// Several statements as one: a transaction, unless one is open already. Undone when it is not finished.
+class WriteStep {
+ public:
+    explicit WriteStep(Connection& connection);
+    ~WriteStep();
+    WriteStep(const WriteStep&) = delete;
+    WriteStep& operator=(const WriteStep&) = delete;
+    void Finish();
+
+ private:
+    Connection& connection_;
+    bool open_;
+};
+
+}  // namespace kv

@@ -1,0 +1,450 @@
+#include "datastore/engine/generator.h"
+
+#include <fmt/format.h>
+
+#include "base/text.h"
+
+namespace kv {
+
+using namespace dialect;
+
+std::string_view KeyColumnOf(const TableInfo& table) {
+    const auto counter = table.Counter();
+    return counter ? std::string_view(table.columns[*counter].name) : kKeyColumn;
+}
+
+std::string Generator::Quoted(std::string_view name) {
+    return '"' + ReplaceAll(name, "\"", "\"\"") + '"';
+}
+
+namespace {
+
+bool IsConditionOperator(Operator op) {
+    return op <= Operator::Like;
+}
+
+/// An expression that is true or false by itself, rather than a number that is used so.
+bool IsCondition(const Expression& expression) {
+    if (const auto* binary = std::get_if<Binary>(&expression.node))
+        return IsConditionOperator(binary->op);
+    if (const auto* call = std::get_if<Call>(&expression.node))
+        return call->function == Function::IsNull;
+    return std::holds_alternative<Not>(expression.node) || std::holds_alternative<Between>(expression.node) ||
+           std::holds_alternative<InList>(expression.node) || std::holds_alternative<IsNull>(expression.node);
+}
+
+std::string_view SymbolOf(Operator op) {
+    switch (op) {
+        case Operator::Or: return " OR ";
+        case Operator::And: return " AND ";
+        case Operator::Equal: return " = ";
+        case Operator::NotEqual: return " <> ";
+        case Operator::Less: return " < ";
+        case Operator::LessEqual: return " <= ";
+        case Operator::Greater: return " > ";
+        case Operator::GreaterEqual: return " >= ";
+        case Operator::Add: return " + ";
+        case Operator::Subtract: return " - ";
+        case Operator::Multiply: return " * ";
+        case Operator::Divide: return " / ";
+        default: return " || ";
+    }
+}
+
+std::string_view NameOf(AggregateKind kind) {
+    switch (kind) {
+        case AggregateKind::Count: return "count";
+        case AggregateKind::Sum: return "sum";
+        case AggregateKind::Min: return "min";
+        case AggregateKind::Max: return "max";
+        case AggregateKind::Avg: return "avg";
+    }
+    return {};
+}
+
+}  // namespace
+
+/// Writes one statement and notes its parameters.
+class Generator::Writer {
+ public:
+    /// With sources every column is written behind its source's name; without, it is a column of the one table.
+    Writer(const Generator& engine, const std::vector<Source>* sources, const TableInfo* table)
+        : engine_(engine), sources_(sources), table_(table) {}
+
+    std::string Condition(const Expression& expression);
+    std::string Number(const Expression& expression);
+    /// A value that is compared, grouped or ordered by.
+    std::string Compared(const Expression& expression);
+    /// A value on its way into a column: a literal takes the column's type.
+    std::string Written(const Expression& expression, const ColumnInfo& column);
+    std::string Add(Parameter parameter) {
+        parameters.push_back(parameter);
+        return engine_.Placeholder(parameters.size());
+    }
+    std::string Given(int number) { return Add({Parameter::From::Given, number}); }
+    std::string Key(std::size_t source) const {
+        return fmt::format("s{}.{}", source, Quoted(KeyColumnOf(*(*sources_)[source].info)));
+    }
+    std::string Joins(const JoinTree& tree);
+    std::string Named(std::size_t source) const {
+        return fmt::format("{} AS s{}", Quoted((*sources_)[source].info->name), source);
+    }
+
+    std::vector<Parameter> parameters;
+
+ private:
+    struct ConditionWriter;
+    struct ValueWriter;
+
+    std::string Column(const ColumnName& name) const;
+    std::string Binary(const dialect::Binary& node);
+    /// A left side of the same kind needs no parentheses, so that long chains do not nest.
+    std::string Chained(const Expression& left, std::initializer_list<Operator> kind, bool condition);
+    std::string List(const std::vector<ExpressionPtr>& list);
+
+    const Generator& engine_;
+    const std::vector<Source>* sources_;
+    const TableInfo* table_;
+};
+
+struct Generator::Writer::ConditionWriter {
+    Writer& writer;
+
+    std::string operator()(const dialect::Binary& node) const {
+        if (node.op == Operator::And || node.op == Operator::Or)
+            return fmt::format("({}{}{})", writer.Chained(*node.left, {node.op}, true), SymbolOf(node.op),
+                               writer.Condition(*node.right));
+        if (node.op == Operator::Like)
+            return writer.engine_.Like(writer.Number(*node.left), writer.Number(*node.right));
+        return fmt::format("({}{}{})", writer.Compared(*node.left), SymbolOf(node.op), writer.Number(*node.right));
+    }
+    std::string operator()(const dialect::Not& node) const { return "(NOT " + writer.Condition(*node.operand) + ")"; }
+    std::string operator()(const dialect::Between& node) const {
+        std::string value = writer.Compared(*node.value);
+        std::string low = writer.Number(*node.low);
+        return fmt::format("({} {}BETWEEN {} AND {})", value, node.negated ? "NOT " : "", low,
+                           writer.Number(*node.high));
+    }
+    std::string operator()(const dialect::InList& node) const {
+        std::string value = writer.Compared(*node.value);
+        return fmt::format("({} {}IN ({}))", value, node.negated ? "NOT " : "", writer.List(node.list));
+    }
+    std::string operator()(const dialect::IsNull& node) const {
+        return fmt::format("({} IS {}NULL)", writer.Number(*node.value), node.negated ? "NOT " : "");
+    }
+    std::string operator()(const dialect::Call& node) const {
+        return fmt::format("({} IS NULL)", writer.Number(*node.arguments.front()));
+    }
+    template <typename Node>
+    std::string operator()(const Node&) const {
+        return {};
+    }
+};
+
+struct Generator::Writer::ValueWriter {
+    Writer& writer;
+    const Expression& expression;
+
+    std::string operator()(const ColumnName& node) const { return writer.Column(node); }
+    std::string operator()(const Slot& node) const {
+        return writer.Add({Parameter::From::Literal, node.number});
+    }
+    std::string operator()(const Constant& node) const { return writer.engine_.ConstantText(node.value); }
+    std::string operator()(const Negate& node) const { return "(- " + writer.Number(*node.operand) + ")"; }
+    std::string operator()(const dialect::Binary& node) const { return writer.Binary(node); }
+    std::string operator()(const Convert& node) const {
+        return writer.engine_.Converted(writer.Number(*node.operand), node.operand->type, node.to);
+    }
+    std::string operator()(const FitColumn& node) const {
+        return writer.engine_.FittedTo(writer.Number(*node.operand), node.to, node.size);
+    }
+    std::string operator()(const Aggregate& node) const {
+        return fmt::format("{}({})", NameOf(node.kind), node.argument ? writer.Compared(*node.argument) : "*");
+    }
+    std::string operator()(const dialect::Call& node) const {
+        if (node.function == Function::Today)
+            return writer.Add({Parameter::From::Today});
+        if (node.function == Function::Now)
+            return writer.Add({Parameter::From::Now});
+        std::vector<std::string> arguments;
+        for (const ExpressionPtr& argument : node.arguments) {
+            const bool condition = node.function == Function::Iif && arguments.empty();
+            arguments.push_back(condition ? writer.Condition(*argument) : writer.Number(*argument));
+        }
+        return writer.engine_.FunctionCall(node.function, arguments);
+    }
+    template <typename Node>
+    std::string operator()(const Node&) const {
+        return writer.engine_.ConditionAsNumber(writer.Condition(expression));
+    }
+};
+
+std::string Generator::Writer::Condition(const Expression& expression) {
+    if (IsCondition(expression))
+        return std::visit(ConditionWriter{*this}, expression.node);
+    return "(" + Number(expression) + " <> 0)";
+}
+
+std::string Generator::Writer::Number(const Expression& expression) {
+    if (IsCondition(expression))
+        return engine_.ConditionAsNumber(Condition(expression));
+    return std::visit(ValueWriter{*this, expression}, expression.node);
+}
+
+std::string Generator::Writer::Compared(const Expression& expression) {
+    std::string text = Number(expression);
+    if (expression.type != ValueType::Text || std::holds_alternative<ColumnName>(expression.node))
+        return text;
+    return engine_.CaseBlind(text);
+}
+
+std::string Generator::Writer::Written(const Expression& expression, const ColumnInfo& column) {
+    if (const auto* slot = std::get_if<Slot>(&expression.node))
+        return Add({Parameter::From::Literal, slot->number, &column});
+    return Number(expression);
+}
+
+std::string Generator::Writer::Column(const ColumnName& name) const {
+    const auto column = static_cast<std::size_t>(name.column);
+    if (!sources_)
+        return Quoted(table_->columns[column].name);
+    const Source& source = (*sources_)[static_cast<std::size_t>(name.source)];
+    return fmt::format("s{}.{}", name.source, Quoted(source.info->columns[column].name));
+}
+
+std::string Generator::Writer::Chained(const Expression& left, std::initializer_list<Operator> kind, bool condition) {
+    std::string text = condition ? Condition(left) : Number(left);
+    const auto* binary = std::get_if<dialect::Binary>(&left.node);
+    if (binary && std::find(kind.begin(), kind.end(), binary->op) != kind.end() && text.front() == '(')
+        text = text.substr(1, text.size() - 2);
+    return text;
+}
+
+std::string Generator::Writer::Binary(const dialect::Binary& node) {
+    switch (node.op) {
+        case Operator::Concatenate: {
+            const bool chain = std::holds_alternative<dialect::Binary>(node.left->node) &&
+                               std::get<dialect::Binary>(node.left->node).op == Operator::Concatenate;
+            std::string left = chain ? Chained(*node.left, {Operator::Concatenate}, false)
+                                     : fmt::format("coalesce({}, '')", Number(*node.left));
+            return fmt::format("({} || coalesce({}, ''))", left, Number(*node.right));
+        }
+        case Operator::Add:
+        case Operator::Subtract: {
+            const bool text = node.left->type == ValueType::Text || node.right->type == ValueType::Text;
+            std::string left = text ? Number(*node.left)
+                                    : Chained(*node.left, {Operator::Add, Operator::Subtract}, false);
+            return fmt::format("({}{}{})", left, text ? " || " : SymbolOf(node.op), Number(*node.right));
+        }
+        case Operator::Divide: {
+            std::string left = Number(*node.left);
+            return fmt::format("(({} * 1.0) / {})", left, Number(*node.right));
+        }
+        case Operator::IntegerDivide: {
+            std::string left = Number(*node.left);
+            return engine_.IntegerDivided(left, Number(*node.right));
+        }
+        case Operator::Modulo: {
+            std::string left = Number(*node.left);
+            return engine_.Remainder(left, Number(*node.right));
+        }
+        default: {
+            std::string left = Number(*node.left);
+            return fmt::format("({}{}{})", left, SymbolOf(node.op), Number(*node.right));
+        }
+    }
+}
+
+std::string Generator::Writer::List(const std::vector<ExpressionPtr>& list) {
+    std::string text;
+    for (const ExpressionPtr& item : list) {
+        if (!text.empty())
+            text += ", ";
+        text += Number(*item);
+    }
+    return text;
+}
+
+std::string Generator::Writer::Joins(const JoinTree& tree) {
+    if (!tree.left)
+        return Named(static_cast<std::size_t>(tree.source));
+    std::string left = Joins(*tree.left);
+    std::string right = Joins(*tree.right);
+    if (tree.right->left)
+        right = "(" + right + ")";
+    return fmt::format("{} {} JOIN {} ON {}", left, tree.kind == JoinKind::Left ? "LEFT" : "INNER", right,
+                       tree.on ? Condition(*tree.on) : "(1 = 1)");
+}
+
+// ---------------------------------------------------------------------------------------------------------- SELECT
+
+namespace {
+
+/// Joins the pieces that are not empty.
+std::string Joined(const std::vector<std::string>& pieces, std::string_view separator) {
+    std::string text;
+    for (const std::string& piece : pieces) {
+        if (piece.empty())
+            continue;
+        if (!text.empty())
+            text += separator;
+        text += piece;
+    }
+    return text;
+}
+
+}  // namespace
+
+EngineSql Generator::Select(const dialect::Select& select, const SelectForm& form) const {
+    Writer writer(*this, &select.sources, nullptr);
+    std::vector<std::string> keys;
+    for (std::size_t i = 0; select.Keyed() && i < select.sources.size(); ++i)
+        keys.push_back(writer.Key(i));
+
+    std::vector<std::string> columns;
+    if (form.keys)
+        columns = keys;
+    for (const SelectItem& item : select.items)
+        if (form.fields)
+            columns.push_back(select.distinct ? writer.Compared(*item.expression) : writer.Number(*item.expression));
+
+    std::string sql = fmt::format("SELECT {}{}", select.distinct ? "DISTINCT " : "", Join(columns, ", "));
+    if (form.rows == SelectForm::Rows::ByKey) {
+        // The query's conditions are left out: a row stays a member whatever becomes of its values.
+        sql += " FROM (SELECT 1) AS one";
+        for (std::size_t i = 0; i < keys.size(); ++i)
+            sql += fmt::format(" LEFT JOIN {} ON {} = {}", writer.Named(i), keys[i], writer.Given(static_cast<int>(i)));
+        return {std::move(sql), std::move(writer.parameters)};
+    }
+    if (form.rows == SelectForm::Rows::KeyRange) {
+        const std::string low = writer.Given(0);
+        sql += fmt::format(" FROM {} WHERE {} BETWEEN {} AND {} ORDER BY {}", writer.Named(0), keys[0], low,
+                           writer.Given(1), keys[0]);
+        return {std::move(sql), std::move(writer.parameters)};
+    }
+
+    if (select.from)
+        sql += " FROM " + writer.Joins(*select.from);
+    std::vector<std::string> among;
+    for (int i = 0; i < form.amongKeys; ++i)
+        among.push_back(writer.Given(i));
+    const std::string where = Joined({select.where && !form.anyRow ? writer.Condition(*select.where) : "",
+                                      form.criteria ? writer.Condition(*form.criteria) : "",
+                                      form.behindKey ? keys[0] + " > " + writer.Given(0) : "",
+                                      among.empty() ? "" : keys[0] + " IN (" + Join(among, ", ") + ")"},
+                                     " AND ");
+    if (!where.empty())
+        sql += " WHERE " + where;
+
+    std::vector<std::string> groups;
+    for (const ExpressionPtr& group : select.groupBy)
+        groups.push_back(writer.Compared(*group));
+    if (!groups.empty())
+        sql += " GROUP BY " + Join(groups, ", ");
+    if (select.having)
+        sql += " HAVING " + writer.Condition(*select.having);
+
+    // The keys behind the order given make it the same every time.
+    std::vector<std::string> order;
+    for (const OrderItem& item : select.orderBy)
+        order.push_back(writer.Compared(*item.expression) + (item.descending ? " DESC" : ""));
+    order.insert(order.end(), keys.begin(), keys.end());
+    if (!order.empty())
+        sql += " ORDER BY " + Join(order, ", ");
+
+    std::optional<long> limit = form.limit;
+    if (select.top && !form.criteria)
+        limit = limit ? std::min(*limit, *select.top) : *select.top;
+    if (limit)
+        sql += fmt::format(" LIMIT {}", *limit);
+    return {std::move(sql), std::move(writer.parameters)};
+}
+
+EngineSql Generator::CountRows(const dialect::Select& select) const {
+    SelectForm form;
+    form.fields = true;
+    EngineSql rows = Select(select, form);
+    rows.text = "SELECT count(*) FROM (" + rows.text + ") AS q";
+    return rows;
+}
+
+// ------------------------------------------------------------------------------------------ INSERT, UPDATE, DELETE
+
+EngineSql Generator::Insert(const dialect::Insert& insert, const ColumnInfo* counter) const {
+    const TableInfo& table = *insert.target.info;
+    Writer writer(*this, nullptr, &table);
+    std::vector<std::string> columns;
+    std::vector<std::string> values;
+    if (counter) {
+        columns.push_back(Quoted(counter->name));
+        if (!insert.query)
+            values.push_back(writer.Given(0));
+    }
+    for (const Assignment& assignment : insert.assignments) {
+        const ColumnInfo& column = table.columns[static_cast<std::size_t>(assignment.column)];
+        columns.push_back(Quoted(column.name));
+        if (!insert.query)
+            values.push_back(writer.Written(*assignment.value, column));
+    }
+    const std::string into = fmt::format("INSERT INTO {} ({}) ", Quoted(table.name), Join(columns, ", "));
+    if (!insert.query)
+        return {into + fmt::format("VALUES ({})", Join(values, ", ")), std::move(writer.parameters)};
+
+    SelectForm form;
+    form.fields = true;
+    EngineSql rows = Select(*insert.query, form);
+    if (counter) {
+        // The rows are numbered in the query's order from the first counter of those taken for them.
+        rows.parameters.push_back({Parameter::From::Given, 0});
+        rows.text = fmt::format("SELECT {} + row_number() OVER () - 1, q.* FROM ({}) AS q",
+                                Placeholder(rows.parameters.size()), rows.text);
+    }
+    rows.text = into + rows.text;
+    return rows;
+}
+
+EngineSql Generator::Update(const dialect::Update& update) const {
+    const TableInfo& table = *update.target.info;
+    Writer writer(*this, nullptr, &table);
+    std::vector<std::string> sets;
+    for (const Assignment& assignment : update.assignments) {
+        const ColumnInfo& column = table.columns[static_cast<std::size_t>(assignment.column)];
+        sets.push_back(Quoted(column.name) + " = " + writer.Written(*assignment.value, column));
+    }
+    std::string sql = fmt::format("UPDATE {} SET {}", Quoted(table.name), Join(sets, ", "));
+    if (update.where)
+        sql += " WHERE " + writer.Condition(*update.where);
+    return {std::move(sql), std::move(writer.parameters)};
+}
+
+EngineSql Generator::Delete(const dialect::Delete& statement) const {
+    Writer writer(*this, nullptr, statement.target.info);
+    std::string sql = "DELETE FROM " + Quoted(statement.target.info->name);
+    if (statement.where)
+        sql += " WHERE " + writer.Condition(*statement.where);
+    return {std::move(sql), std::move(writer.parameters)};
+}
+
+std::string Generator::InsertRow(const TableInfo& table, std::span<const std::size_t> columns) const {
+    std::vector<std::string> names;
+    std::vector<std::string> values;
+    for (const std::size_t column : columns) {
+        names.push_back(Quoted(table.columns[column].name));
+        values.push_back(Placeholder(names.size()));
+    }
+    return fmt::format("INSERT INTO {} ({}) VALUES ({})", Quoted(table.name), Join(names, ", "), Join(values, ", "));
+}
+
+std::string Generator::UpdateRow(const TableInfo& table, std::span<const std::size_t> columns) const {
+    std::vector<std::string> sets;
+    for (const std::size_t column : columns)
+        sets.push_back(Quoted(table.columns[column].name) + " = " + Placeholder(sets.size() + 1));
+    return fmt::format("UPDATE {} SET {} WHERE {} = {}", Quoted(table.name), Join(sets, ", "),
+                       Quoted(KeyColumnOf(table)), Placeholder(sets.size() + 1));
+}
+
+std::string Generator::DeleteRow(const TableInfo& table) const {
+    return fmt::format("DELETE FROM {} WHERE {} = {}", Quoted(table.name), Quoted(KeyColumnOf(table)), Placeholder(1));
+}
+
+}  // namespace kv

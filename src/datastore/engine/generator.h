@@ -1,0 +1,72 @@
+#pragma once
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "datastore/dialect/statement.h"
+#include "datastore/engine/engine_sql.h"
+
+namespace kv {
+
+/// The column that holds the row key: the table's counter, else one that the store adds and never shows.
+inline constexpr std::string_view kKeyColumn = "kv_row";
+std::string_view KeyColumnOf(const TableInfo& table);
+
+/// Which rows and columns of a query a statement fetches.
+struct SelectForm {
+    bool keys = false;    ///< the sources' keys first
+    bool fields = false;  ///< the query's columns, behind the keys
+    enum class Rows {
+        All,       ///< what the query selects, in its order
+        ByKey,     ///< the row of the keys given, whether the query still selects it or not
+        KeyRange,  ///< the rows of a one-table query from one key to another, in the order of keys, likewise
+    };
+    Rows rows = Rows::All;
+    const dialect::Expression* criteria = nullptr;  ///< a further condition
+    bool anyRow = false;     ///< also rows that the query's own condition leaves out
+    bool behindKey = false;  ///< only keys above the one given, of a one-table query
+    int amongKeys = 0;       ///< only those so many keys given, of a one-table query
+    std::optional<long> limit;
+};
+
+/// Writes bound statements in one engine's language. The base class writes what the engines have in common; a derived one
+/// holds what is its own: spellings of functions, text comparison, placeholders.
+class Generator {
+ public:
+    virtual ~Generator() = default;
+
+    EngineSql Select(const dialect::Select& select, const SelectForm& form) const;
+    EngineSql CountRows(const dialect::Select& select) const;
+    /// `counter`: the counter column that the statement leaves out. The first value given fills it; where a query gives the
+    /// rows it is the first of as many consecutive counters.
+    EngineSql Insert(const dialect::Insert& insert, const ColumnInfo* counter) const;
+    EngineSql Update(const dialect::Update& update) const;
+    EngineSql Delete(const dialect::Delete& statement) const;
+
+    // One row, its fields given in the order of `columns`, the key behind them.
+    std::string InsertRow(const TableInfo& table, std::span<const std::size_t> columns) const;
+    std::string UpdateRow(const TableInfo& table, std::span<const std::size_t> columns) const;
+    std::string DeleteRow(const TableInfo& table) const;
+
+    static std::string Quoted(std::string_view name);
+
+ protected:
+    class Writer;
+
+    /// The placeholder of the value that stands at that place of the list, counted from 1.
+    virtual std::string Placeholder(std::size_t place) const = 0;
+    virtual std::string FunctionCall(dialect::Function function, const std::vector<std::string>& arguments) const = 0;
+    /// A text expression other than a plain column, so that it compares without regard to case.
+    virtual std::string CaseBlind(const std::string& text) const = 0;
+    virtual std::string Like(const std::string& value, const std::string& pattern) const = 0;
+    virtual std::string Converted(const std::string& value, ValueType from, ValueType to) const = 0;
+    virtual std::string FittedTo(const std::string& value, ColumnType to, int size) const = 0;
+    virtual std::string IntegerDivided(const std::string& a, const std::string& b) const = 0;
+    virtual std::string Remainder(const std::string& a, const std::string& b) const = 0;
+    /// A condition as the number -1 or 0.
+    virtual std::string ConditionAsNumber(const std::string& condition) const = 0;
+    virtual std::string ConstantText(const Value& value) const = 0;
+};
+
+}  // namespace kv

@@ -1,0 +1,316 @@
+#include "datastore/engine/sqlite/sqlite_connection.h"
+
+#include <algorithm>
+
+#include "datastore/engine/sqlite/sqlite_errors.h"
+#include "datastore/engine/sqlite/sqlite_schema.h"
+#include "datastore/faults.h"
+
+namespace kv::sqlite {
+namespace {
+
+constexpr std::int64_t kMostReserved = 256;
+
+class SqliteCursor : public Cursor {
+ public:
+    SqliteCursor(sqlite3* database, StatementCache& cache, const std::string& sql, std::span<const Value> values)
+        : loan_(database, cache, sql, values) {}
+
+    bool Next() override { return loan_.Step(); }
+    RowKey Key(int column) const override {
+        return sqlite3_column_type(loan_.Get(), column) == SQLITE_NULL ? kNoRow
+                                                                       : sqlite3_column_int64(loan_.Get(), column);
+    }
+    void Read(RowBlock& block, int first, int count) const override {
+        sqlite3_stmt* row = loan_.Get();
+        for (int column = first; column < first + count; ++column) {
+            switch (sqlite3_column_type(row, column)) {
+                case SQLITE_INTEGER:
+                    block.AddInteger(sqlite3_column_int64(row, column));
+                    break;
+                case SQLITE_FLOAT:
+                    block.AddReal(sqlite3_column_double(row, column));
+                    break;
+                case SQLITE_TEXT: {
+                    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
+                    block.AddText({text, static_cast<std::size_t>(sqlite3_column_bytes(row, column))});
+                    break;
+                }
+                default:
+                    block.AddNull();
+                    break;
+            }
+        }
+    }
+
+ private:
+    Loan loan_;
+};
+
+}  // namespace
+
+/// Lets the read view of a span go for a write and takes a new one behind it: the engine refuses to write on a view that
+/// another program has made old.
+class SqliteConnection::SpanPause {
+ public:
+    explicit SpanPause(SqliteConnection& connection) : connection_(connection), paused_(connection.inSpan_) {
+        if (paused_)
+            connection_.Run("COMMIT");
+        connection_.inSpan_ = false;
+    }
+    ~SpanPause() {
+        if (!paused_)
+            return;
+        try {
+            connection_.Run("BEGIN");
+            connection_.inSpan_ = true;
+        } catch (const EngineError&) {
+            // The span goes on without a common view: each look-up then takes its own and reports for itself.
+        }
+    }
+    SpanPause(const SpanPause&) = delete;
+    SpanPause& operator=(const SpanPause&) = delete;
+
+ private:
+    SqliteConnection& connection_;
+    bool paused_;
+};
+
+SqliteConnection::SqliteConnection(Handle database, std::filesystem::path path)
+    : path_(std::move(path)),
+      database_(std::move(database)),
+      statements_(database_.get()),
+      watch_(database_.get()),
+      locks_(std::filesystem::path(path_) += ".lck") {
+    RefreshTables();
+}
+
+SqliteConnection::~SqliteConnection() = default;
+
+// ---------------------------------------------------------------------------------------------------- statements
+
+void SqliteConnection::Run(const std::string& sql, std::span<const Value> values) {
+    Loan loan(database_.get(), statements_, sql, values);
+    while (loan.Step()) {
+    }
+}
+
+std::unique_ptr<Cursor> SqliteConnection::Query(const std::string& sql, std::span<const Value> values) {
+    return std::make_unique<SqliteCursor>(database_.get(), statements_, sql, values);
+}
+
+long SqliteConnection::Change(const std::string& sql, std::span<const Value> values) {
+    const SpanPause pause(*this);
+    Run(sql, values);
+    NoteWrite();
+    return sqlite3_changes(database_.get());
+}
+
+RowKey SqliteConnection::Insert(const std::string& sql, std::span<const Value> values) {
+    Change(sql, values);
+    return sqlite3_last_insert_rowid(database_.get());
+}
+
+// ------------------------------------------------------------------------------------------------------- tables
+
+std::int64_t SqliteConnection::SchemaVersion() {
+    Loan loan(database_.get(), statements_, "PRAGMA schema_version", {});
+    loan.Step();
+    return sqlite3_column_int64(loan.Get(), 0);
+}
+
+bool SqliteConnection::RefreshTables() {
+    const std::int64_t version = SchemaVersion();
+    if (catalogue_ && version == schemaVersion_)
+        return false;
+    catalogue_ = std::make_shared<const Catalogue>(ReadCatalogue(database_.get()));
+    schemaVersion_ = version;
+    return true;
+}
+
+void SqliteConnection::RunAll(const std::vector<std::string>& statements) {
+    WriteStep step(*this);
+    for (const std::string& sql : statements)
+        Run(sql);
+    NoteWrite();
+    step.Finish();
+    RefreshTables();
+}
+
+void SqliteConnection::CreateTable(const TableInfo& table) {
+    RunAll(CreateTableSql(table));
+}
+
+void SqliteConnection::CreateIndex(const std::string& table, const IndexInfo& index,
+                                   const std::vector<bool>& descending) {
+    RunAll({CreateIndexSql(table, index, descending)});
+}
+
+void SqliteConnection::DropTable(const std::string& table) {
+    RunAll(DropTableSql(table));
+    reserves_.erase(table);
+}
+
+// ------------------------------------------------------------------------------------------------------ counters
+
+std::int64_t SqliteConnection::ReserveCounters(const TableInfo& table, std::int64_t count) {
+    const std::string column = Generator::Quoted(table.columns[*table.Counter()].name);
+    // A table that came without its counter's row starts above its rows.
+    const std::string sql =
+        "INSERT INTO kv_counters (name, next) VALUES (?1, (SELECT coalesce(max(" + column + "), 0) + 1 FROM " +
+        Generator::Quoted(table.name) + ") + ?2) ON CONFLICT (name) DO UPDATE SET next = next + ?2 RETURNING next";
+    const Value values[] = {table.name, static_cast<long long>(count)};
+    const SpanPause pause(*this);
+    // The reservation need not reach the disk by itself: the row that bears the number takes it along, and a number lost
+    // without its row is nobody's loss.
+    if (!inTransaction_)
+        Run("PRAGMA synchronous = NORMAL");
+    std::int64_t next = 0;
+    {
+        Loan loan(database_.get(), statements_, sql, values);
+        loan.Step();
+        next = sqlite3_column_int64(loan.Get(), 0);
+        while (loan.Step()) {
+        }
+    }
+    if (!inTransaction_)
+        Run("PRAGMA synchronous = FULL");
+    NoteWrite();
+    return next - count;
+}
+
+std::int64_t SqliteConnection::TakeCounters(const TableInfo& table, std::int64_t count) {
+    Reserve& reserve = reserves_[table.name];
+    if (count == 1 && !reserve.returned.empty()) {
+        const std::int64_t counter = reserve.returned.back();
+        reserve.returned.pop_back();
+        return counter;
+    }
+    if (reserve.end - reserve.next >= count) {
+        reserve.next += count;
+        return reserve.next - count;
+    }
+    if (!inTransaction_ || count > 1)
+        return ReserveCounters(table, count);
+    // Nobody else can reserve while the transaction lasts, so a block costs no gap: its rest goes back at the commit.
+    reserve.size = std::min(2 * reserve.size, kMostReserved);
+    reserve.next = ReserveCounters(table, reserve.size);
+    reserve.end = reserve.next + reserve.size;
+    return reserve.next++;
+}
+
+void SqliteConnection::ReturnCounter(const TableInfo& table, std::int64_t counter) {
+    reserves_[table.name].returned.push_back(counter);
+}
+
+void SqliteConnection::GiveBackReserves() {
+    for (auto& [table, reserve] : reserves_) {
+        if (reserve.next < reserve.end) {
+            const Value values[] = {table, static_cast<long long>(reserve.next), static_cast<long long>(reserve.end)};
+            Run("UPDATE kv_counters SET next = ?2 WHERE name = ?1 AND next = ?3", values);
+        }
+        reserve.next = reserve.end = 0;
+        reserve.size = 1;
+    }
+}
+
+void SqliteConnection::RaiseCounter(const TableInfo& table) {
+    const std::string column = Generator::Quoted(table.columns[*table.Counter()].name);
+    const Value values[] = {table.name};
+    reserves_.erase(table.name);
+    Change("UPDATE kv_counters SET next = max(next, (SELECT coalesce(max(" + column + "), 0) + 1 FROM " +
+               Generator::Quoted(table.name) + ")) WHERE name = ?1",
+           values);
+}
+
+void SqliteConnection::SetNextCounter(const TableInfo& table, std::int64_t next) {
+    const Value values[] = {table.name, static_cast<long long>(next)};
+    reserves_.erase(table.name);
+    Change("INSERT INTO kv_counters (name, next) VALUES (?1, ?2) ON CONFLICT (name) DO UPDATE SET next = ?2", values);
+}
+
+// ---------------------------------------------------------------------------------- locks, spans and transactions
+
+bool SqliteConnection::TryLockRow(const TableInfo& table, RowKey key, const void* owner) {
+    return locks_.TryLock(table.name, key, owner);
+}
+
+void SqliteConnection::UnlockRow(const TableInfo& table, RowKey key, const void* owner) {
+    locks_.Unlock(table.name, key, owner);
+}
+
+void SqliteConnection::BeginSpan() {
+    if (spanDepth_++ > 0 || inTransaction_)
+        return;
+    Run("BEGIN");
+    inSpan_ = true;
+}
+
+void SqliteConnection::EndSpan() noexcept {
+    if (--spanDepth_ > 0 || !inSpan_)
+        return;
+    inSpan_ = false;
+    // A view that only read can always be let go.
+    sqlite3_exec(database_.get(), "COMMIT", nullptr, nullptr, nullptr);
+}
+
+void SqliteConnection::BeginTransaction() {
+    if (inTransaction_)
+        throw faults::NotSupported("a transaction inside another");
+    if (inSpan_)
+        Run("COMMIT");
+    inSpan_ = false;
+    Run("BEGIN IMMEDIATE");
+    inTransaction_ = true;
+}
+
+void SqliteConnection::CommitTransaction() {
+    GiveBackReserves();
+    Run("COMMIT");
+    inTransaction_ = false;
+    NoteWrite();
+    if (spanDepth_ > 0) {
+        Run("BEGIN");
+        inSpan_ = true;
+    }
+}
+
+void SqliteConnection::RollbackTransaction() noexcept {
+    // The engine has ended the transaction itself after some failures; then there is nothing to undo.
+    if (sqlite3_get_autocommit(database_.get()) == 0)
+        sqlite3_exec(database_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    inTransaction_ = false;
+    reserves_.clear();
+    ++stamp_;
+    if (spanDepth_ > 0)
+        inSpan_ = sqlite3_exec(database_.get(), "BEGIN", nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+// ------------------------------------------------------------------------------------------------ changes, soundness
+
+void SqliteConnection::NoteWrite() {
+    if (!inTransaction_)
+        watch_.Changed();  // so that our own commit does not count twice
+    ++stamp_;
+}
+
+std::int64_t SqliteConnection::Stamp() {
+    // Inside a span or transaction the view stands still.
+    if (!inSpan_ && !inTransaction_ && watch_.Changed())
+        ++stamp_;
+    return stamp_;
+}
+
+std::vector<std::string> SqliteConnection::CheckIntegrity() {
+    std::vector<std::string> faults;
+    Loan loan(database_.get(), statements_, "PRAGMA integrity_check", {});
+    while (loan.Step()) {
+        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(loan.Get(), 0));
+        const std::string fault = text ? text : "";
+        if (fault != "ok")
+            faults.push_back(fault);
+    }
+    return faults;
+}
+
+}  // namespace kv::sqlite

@@ -1,0 +1,146 @@
+#include "datastore/engine/sqlite/sqlite_open.h"
+
+#include <array>
+#include <string_view>
+#include <system_error>
+
+#include <fmt/format.h>
+
+#include "datastore/engine/run_action.h"
+#include "datastore/engine/sqlite/sqlite_connection.h"
+#include "datastore/engine/sqlite/sqlite_errors.h"
+#include "datastore/engine/sqlite/sqlite_functions.h"
+#include "datastore/engine/sqlite/sqlite_schema.h"
+#include "datastore/schema.h"
+
+namespace kv::sqlite {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Stands in the file's head and says which program's database it is: "kvdb".
+constexpr int kApplication = 0x6B766462;
+constexpr int kBusyMilliseconds = 5000;
+constexpr int kCacheKibibytes = 16384;
+
+[[noreturn]] void Fail(int number, std::string_view pattern, const fs::path& path) {
+    throw EngineError(number, fmt::format(fmt::runtime(pattern), path.string()));
+}
+
+Handle OpenHandle(const fs::path& path, int flags) {
+    sqlite3* opened = nullptr;
+    const int result = sqlite3_open_v2(path.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+    Handle handle(opened);
+    Check(result, opened);
+    Check(sqlite3_busy_timeout(opened, kBusyMilliseconds), opened);
+    AddFunctions(opened);
+    return handle;
+}
+
+std::int64_t Pragma(sqlite3* database, const std::string& sql) {
+    StatementCache cache(database);
+    Loan loan(database, cache, sql, {});
+    return loan.Step() ? sqlite3_column_int64(loan.Get(), 0) : 0;
+}
+
+void SetUp(sqlite3* database) {
+    Pragma(database, "PRAGMA synchronous = FULL");
+    Pragma(database, fmt::format("PRAGMA cache_size = -{}", kCacheKibibytes));
+    Pragma(database, "PRAGMA temp_store = MEMORY");
+}
+
+/// The file's first bytes, read through the engine: a second handle of our own would, once closed, free the engine's locks.
+std::string HeadOf(sqlite3* database) {
+    std::array<char, 32> head{};
+    sqlite3_file* file = nullptr;
+    Check(sqlite3_file_control(database, "main", SQLITE_FCNTL_FILE_POINTER, &file), database);
+    const int result = file->pMethods->xRead(file, head.data(), static_cast<int>(head.size()), 0);
+    if (result != SQLITE_IOERR_SHORT_READ)
+        Check(result, database);
+    return {head.data(), head.size()};
+}
+
+void CheckForm(sqlite3* database, const fs::path& path) {
+    const std::string head = HeadOf(database);
+    const std::string_view mark = std::string_view(head).substr(4, 15);
+    if (mark == "Standard Jet DB" || mark == "Standard ACE DB")
+        Fail(engine_error::kUnrecognizedFormat,
+             "'{}' is an Access file. Its tables must be imported before this program can use them: 'kvtool import-mdb' does "
+             "so.",
+             path);
+    if (head.substr(0, 15) != "SQLite format 3")
+        Fail(engine_error::kUnrecognizedFormat, "'{}' is not a database of this program.", path);
+    if (sqlite3_db_readonly(database, "main") != 0)
+        Fail(engine_error::kCannotOpenFile,
+             "The database '{}' can only be read. You need permission to write the file and its folder.", path);
+}
+
+void CheckVersion(sqlite3* database, const fs::path& path) {
+    const std::int64_t version = Pragma(database, "PRAGMA user_version");
+    if (Pragma(database, "PRAGMA application_id") != kApplication)
+        Fail(engine_error::kUnrecognizedFormat, "'{}' is not a database of this program.", path);
+    if (version < kSchemaVersion)
+        Fail(engine_error::kUnrecognizedFormat,
+             "The database '{}' is of an older version of this program. 'kvtool copy' makes a copy in the present form.", path);
+    if (version > kSchemaVersion)
+        Fail(engine_error::kUnrecognizedFormat,
+             "The database '{}' is of a newer version of this program. Please update the program on this computer.", path);
+}
+
+}  // namespace
+
+std::shared_ptr<Connection> Open(const fs::path& path, SchemaCheck check) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (status.type() == fs::file_type::not_found)
+        Fail(engine_error::kFileNotFound, "Could not find file '{}'.", path);
+    if (!fs::is_regular_file(status))
+        Fail(engine_error::kCannotOpenFile, "The database '{}' can't be opened: it is no file, or you lack permission.", path);
+    Handle handle = OpenHandle(path, SQLITE_OPEN_READWRITE);
+    CheckForm(handle.get(), path);
+    SetUp(handle.get());
+    if (check == SchemaCheck::Required)
+        CheckVersion(handle.get(), path);
+    return std::make_shared<SqliteConnection>(std::move(handle), path);
+}
+
+void Create(const fs::path& path, const std::vector<std::string>& statements) {
+    if (fs::exists(path))
+        Fail(engine_error::kDatabaseExists, "Database '{}' already exists.", path);
+    if (!fs::is_directory(path.parent_path()))
+        Fail(engine_error::kFileNotFound, "Could not find the folder of '{}'.", path);
+    fs::path beside = path;
+    beside += ".new";
+    const auto removeBeside = [&] {
+        for (const char* part : {"", "-wal", "-shm", "-journal"}) {
+            std::error_code ignored;  // what is left is removed by the next attempt
+            fs::remove(fs::path(beside) += part, ignored);
+        }
+    };
+    removeBeside();
+    try {
+        {
+            Handle handle = OpenHandle(beside, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+            Pragma(handle.get(), fmt::format("PRAGMA application_id = {}", kApplication));
+            Pragma(handle.get(), fmt::format("PRAGMA user_version = {}", kSchemaVersion));
+            Pragma(handle.get(), "PRAGMA journal_mode = WAL");
+            SetUp(handle.get());
+            for (const std::string& sql : FoundationSql())
+                Pragma(handle.get(), sql);
+            SqliteConnection connection(std::move(handle), beside);
+            WriteStep step(connection);
+            for (const std::string& statement : statements)
+                RunAction(connection, statement);
+            step.Finish();
+        }
+        fs::rename(beside, path);
+    } catch (const fs::filesystem_error& failure) {
+        removeBeside();
+        throw EngineError(engine_error::kCannotOpenFile, failure.what());
+    } catch (...) {
+        removeBeside();
+        throw;
+    }
+}
+
+}  // namespace kv::sqlite

@@ -1,0 +1,112 @@
+#include "datastore/recordset/edit_buffer.h"
+
+#include <fmt/format.h>
+
+#include "datastore/convert.h"
+#include "datastore/engine/generator.h"
+#include "datastore/faults.h"
+
+namespace kv {
+
+void EditBuffer::BeginAdd(const TableInfo& table) {
+    Cancel();
+    const auto counter = table.Counter();
+    if (counter)
+        counter_ = connection_.TakeCounters(table, 1);
+    table_ = &table;
+    values_.resize(table.columns.size());
+    for (std::size_t i = 0; i < values_.size(); ++i)
+        values_[i] = table.columns[i].defaultValue;
+    if (counter)
+        values_[*counter] = Value(static_cast<long long>(*counter_));
+    mode_ = EditState::Add;
+}
+
+void EditBuffer::BeginEdit(const TableInfo& table, RowKey key) {
+    Cancel();
+    table_ = &table;
+    key_ = key;
+    values_.resize(table.columns.size());
+    mode_ = EditState::InProgress;
+    lockedFromStart_ = Lock();
+}
+
+bool EditBuffer::Lock() {
+    if (!locked_)
+        locked_ = connection_.TryLockRow(*table_, key_, this);
+    return locked_;
+}
+
+void EditBuffer::Unlock() {
+    if (locked_)
+        connection_.UnlockRow(*table_, key_, this);
+    locked_ = false;
+}
+
+void EditBuffer::Cancel() {
+    if (counter_)
+        connection_.ReturnCounter(*table_, *counter_);
+    Finish();
+}
+
+void EditBuffer::Finish() {
+    Unlock();
+    mode_ = EditState::None;
+    lockedFromStart_ = false;
+    counter_.reset();
+    key_ = kNoRow;
+    values_.clear();
+    original_.clear();
+}
+
+const Value* EditBuffer::Find(std::size_t column) const {
+    return column < values_.size() && values_[column] ? &*values_[column] : nullptr;
+}
+
+void EditBuffer::Set(std::size_t column, const Value& value) {
+    const ColumnInfo& info = table_->columns[column];
+    if (info.counter && mode_ == EditState::InProgress)
+        throw EngineError(engine_error::kFieldNotUpdatable,
+                          fmt::format("Field '{}' cannot be updated: the store counts it.", info.name));
+    values_[column] = ConvertToColumn(value, info);
+}
+
+RowKey EditBuffer::WriteAdded() {
+    std::vector<std::size_t> columns(values_.size());
+    std::vector<Value> values(values_.size());
+    for (std::size_t i = 0; i < values_.size(); ++i) {
+        columns[i] = i;
+        values[i] = *values_[i];
+    }
+    const auto counter = table_->Counter();
+    const bool ownCounter = counter && *values_[*counter] != Value(static_cast<long long>(*counter_));
+    const std::string sql = connection_.Sql().InsertRow(*table_, columns);
+    if (!ownCounter) {
+        const RowKey key = connection_.Insert(sql, values);
+        counter_.reset();
+        return key;
+    }
+    WriteStep step(connection_);
+    const RowKey key = connection_.Insert(sql, values);
+    connection_.RaiseCounter(*table_);
+    step.Finish();
+    counter_.reset();
+    return key;
+}
+
+bool EditBuffer::WriteEdited() {
+    std::vector<std::size_t> columns;
+    std::vector<Value> values;
+    for (std::size_t i = 0; i < values_.size(); ++i) {
+        if (!values_[i])
+            continue;
+        columns.push_back(i);
+        values.push_back(*values_[i]);
+    }
+    if (columns.empty())
+        return true;
+    values.emplace_back(static_cast<long long>(key_));
+    return connection_.Change(connection_.Sql().UpdateRow(*table_, columns), values) > 0;
+}
+
+}  // namespace kv

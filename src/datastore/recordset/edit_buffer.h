@@ -1,0 +1,56 @@
+#pragma once
+#include <optional>
+#include <vector>
+
+#include "datastore/engine/connection.h"
+#include "datastore/recordset.h"
+
+namespace kv {
+
+/// The row being added or changed: what was set and not written yet. It holds the lock of a row in edit.
+class EditBuffer {
+ public:
+    explicit EditBuffer(Connection& connection) : connection_(connection) {}
+    ~EditBuffer() { Cancel(); }
+    EditBuffer(const EditBuffer&) = delete;
+    EditBuffer& operator=(const EditBuffer&) = delete;
+
+    EditState Mode() const { return mode_; }
+    void BeginAdd(const TableInfo& table);
+    /// `values`: the row's fields at the beginning, to tell whether another changed them while it was not locked.
+    void BeginEdit(const TableInfo& table, RowKey key);
+    void SetOriginal(std::vector<Value> values) { original_ = std::move(values); }
+    const std::vector<Value>& Original() const { return original_; }
+    void Cancel();
+
+    /// True once the row's lock is held; tries again where it was not.
+    bool Lock();
+    /// The lock was there from the beginning, so nobody else can have edited the row.
+    bool LockedFromStart() const { return lockedFromStart_; }
+
+    /// The column's value of the row being added or changed, where it has one here.
+    const Value* Find(std::size_t column) const;
+    void Set(std::size_t column, const Value& value);
+
+    /// Writes what was set. Returns the added row's key.
+    RowKey WriteAdded();
+    /// False when there was no such row any more.
+    bool WriteEdited();
+    void Finish();
+
+ private:
+    void Unlock();
+    void WriteOwnCounter() const;
+
+    Connection& connection_;
+    EditState mode_ = EditState::None;
+    const TableInfo* table_ = nullptr;
+    RowKey key_ = kNoRow;
+    bool locked_ = false;
+    bool lockedFromStart_ = false;
+    std::optional<std::int64_t> counter_;  // handed out by the store for the row being added
+    std::vector<std::optional<Value>> values_;
+    std::vector<Value> original_;
+};
+
+}  // namespace kv

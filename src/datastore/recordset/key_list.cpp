@@ -1,0 +1,64 @@
+#include "datastore/recordset/key_list.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace kv {
+namespace {
+
+constexpr std::size_t kMostUnsorted = 64;
+
+}  // namespace
+
+void KeyList::Clear() {
+    keys_.clear();
+    byKey_.clear();
+    ascending_ = true;
+}
+
+void KeyList::Add(std::span<const RowKey> key) {
+    if (width_ != 1 || (!keys_.empty() && keys_.back() >= key[0]))
+        ascending_ = false;
+    keys_.insert(keys_.end(), key.begin(), key.end());
+}
+
+void KeyList::Remove(std::size_t position) {
+    const auto first = keys_.begin() + static_cast<std::ptrdiff_t>(position * width_);
+    keys_.erase(first, first + static_cast<std::ptrdiff_t>(width_));
+    byKey_.clear();
+}
+
+bool KeyList::Less(std::span<const RowKey> a, std::span<const RowKey> b) const {
+    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end());
+}
+
+void KeyList::BuildOrder() const {
+    byKey_.resize(Size());
+    std::iota(byKey_.begin(), byKey_.end(), 0U);
+    std::sort(byKey_.begin(), byKey_.end(), [this](std::uint32_t a, std::uint32_t b) {
+        if (Less(At(a), At(b)))
+            return true;
+        return !Less(At(b), At(a)) && a < b;
+    });
+}
+
+std::optional<std::size_t> KeyList::Find(std::span<const RowKey> key) const {
+    if (ascending_ && width_ == 1) {
+        const auto found = std::lower_bound(keys_.begin(), keys_.end(), key[0]);
+        if (found == keys_.end() || *found != key[0])
+            return std::nullopt;
+        return static_cast<std::size_t>(found - keys_.begin());
+    }
+    if (Size() > byKey_.size() + kMostUnsorted || byKey_.empty())
+        BuildOrder();
+    const auto found = std::lower_bound(byKey_.begin(), byKey_.end(), key,
+                                        [this](std::uint32_t a, std::span<const RowKey> b) { return Less(At(a), b); });
+    if (found != byKey_.end() && !Less(key, At(*found)))
+        return *found;
+    for (std::size_t position = byKey_.size(); position < Size(); ++position)
+        if (!Less(At(position), key) && !Less(key, At(position)))
+            return position;
+    return std::nullopt;
+}
+
+}  // namespace kv
