@@ -48,8 +48,19 @@ class ByteLocks {
     int handle_ = -1;
 };
 
-/// True where a window can be shown: a local display is set. Remote displays ("host:0") are not opened
-/// unasked.
+/// The window systems of this machine that answer.
+struct LocalDisplays {
+    bool wayland = false;
+    bool x11 = false;
+};
+/// Asks the displays that the environment names, and takes nothing for granted: a name that nobody answers
+/// to, or a server that turns this user away, is no display. Remote displays ("host:0") are not asked.
+LocalDisplays FindLocalDisplays();
+/// True where a window can be shown.
 bool HasLocalDisplay();
+
+/// A descriptor that can be read from once the system asks the program to end (log-out, shutdown, Ctrl+C); a
+/// second request ends it at once. -1 where there is none.
+int WatchTermination();
 
 }  // namespace kv

@@ -1,13 +1,19 @@
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
+#include <cstddef>
 #include <cstdlib>
 #include <system_error>
 #include <vector>
 
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <pwd.h>
 #include <spawn.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -82,6 +88,78 @@ int SetByteLock(int handle, std::uint64_t byte, short kind) {
     lock.l_start = static_cast<off_t>(byte & 0x7FFFFFFFFFFFFFFFU);
     lock.l_len = 1;
     return ::fcntl(handle, F_OFD_SETLK, &lock);
+}
+
+/// Does somebody answer at the socket? An abstract one has a name in memory instead of a file.
+bool SocketAnswers(const fs::path& path, bool abstract = false) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const std::string name = (abstract ? std::string(1, '\0') : std::string()) + path.string();
+    if (name.size() >= sizeof address.sun_path)
+        return false;
+    std::copy(name.begin(), name.end(), address.sun_path);
+    const auto length = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + name.size());
+    const Descriptor handle(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    return handle.Get() >= 0 &&
+           ::connect(handle.Get(), reinterpret_cast<const sockaddr*>(&address), length) == 0;
+}
+
+bool WaylandAnswers(std::string_view display) {
+    const fs::path folder = Environment("XDG_RUNTIME_DIR");
+    return !display.empty() && SocketAnswers(folder / display);
+}
+
+/// Lets the X library say whether the server takes this user: a server that answers may still turn him away.
+/// Without the library the socket's word holds.
+bool XServerTakesUser(const std::string& display) {
+    void* library = ::dlopen("libxcb.so.1", RTLD_NOW | RTLD_LOCAL);
+    if (!library)
+        return true;
+    using Connect = void* (*)(const char*, int*);
+    using HasError = int (*)(void*);
+    using Disconnect = void (*)(void*);
+    const auto connect = reinterpret_cast<Connect>(::dlsym(library, "xcb_connect"));
+    const auto hasError = reinterpret_cast<HasError>(::dlsym(library, "xcb_connection_has_error"));
+    const auto disconnect = reinterpret_cast<Disconnect>(::dlsym(library, "xcb_disconnect"));
+    bool taken = true;
+    if (connect && hasError && disconnect) {
+        void* connection = connect(display.c_str(), nullptr);
+        taken = hasError(connection) == 0;
+        disconnect(connection);
+    }
+    ::dlclose(library);
+    return taken;
+}
+
+/// ":1", ":1.0" and "unix:1" are displays of this machine.
+bool XServerAnswers(std::string_view display) {
+    const std::string_view name = display.substr(0, 5) == "unix:" ? display.substr(4) : display;
+    const std::string number(name.substr(0, name.find('.')).substr(name.empty() ? 0 : 1));
+    const bool local = name.substr(0, 1) == ":" && !number.empty() &&
+                       number.find_first_not_of("0123456789") == std::string::npos;
+    const fs::path socket = "/tmp/.X11-unix/X" + number;
+    return local && (SocketAnswers(socket) || SocketAnswers(socket, true)) &&
+           XServerTakesUser(std::string(name));
+}
+
+int terminationWriter = -1;
+
+void NoteTermination(int /*signal*/) {
+    const char byte = 0;
+    [[maybe_unused]] const ssize_t written = ::write(terminationWriter, &byte, 1);
+}
+
+int MakeTerminationPipe() {
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+        return -1;
+    terminationWriter = ends[1];
+    struct sigaction action {};
+    action.sa_handler = NoteTermination;
+    action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        ::sigaction(signal, &action, nullptr);
+    return ends[0];
 }
 
 }  // namespace
@@ -196,10 +274,18 @@ void ByteLocks::Unlock(std::uint64_t byte) {
         Fail("byte lock");
 }
 
+LocalDisplays FindLocalDisplays() {
+    return {WaylandAnswers(Environment("WAYLAND_DISPLAY")), XServerAnswers(Environment("DISPLAY"))};
+}
+
 bool HasLocalDisplay() {
-    const auto display = Environment("DISPLAY");
-    return !Environment("WAYLAND_DISPLAY").empty() || display.substr(0, 1) == ":" ||
-           display.substr(0, 5) == "unix:";
+    const LocalDisplays displays = FindLocalDisplays();
+    return displays.wayland || displays.x11;
+}
+
+int WatchTermination() {
+    static const int descriptor = MakeTerminationPipe();
+    return descriptor;
 }
 
 }  // namespace kv

@@ -18,8 +18,8 @@ class ClientForm {
     /// Every bound control, and the named boxes txtCliId, cmbGroup, CMBhol, TXTdirections, TXTedit and
     /// TXTbox, in the order of the screen, as they stand now.
     virtual ScreenControls Controls() const = 0;
-    /// Changes what a box shows (TxtFirstnam, TxtLastname, TXTedit); it counts as changed as if typed, but no
-    /// handler of the box runs the rule again.
+    /// Changes what a box holds: TxtFirstnam and TxtLastname, which then count as changed as if typed but
+    /// without the box's own name check, and TXTedit, which takes what TXTbox stores.
     virtual void SetText(std::string_view control, const std::string& text) = 0;
     /// Puts the bound source in edit mode, unless it edits or adds.
     virtual void EditRow() = 0;

@@ -8,8 +8,9 @@
 
 namespace kv {
 
-// The ways from one client of the limited list to another. Each begins with MayLeaveClient; true means that
-// the list may have moved and the screen runs ShowClientRecord. All throw EngineError.
+// The ways from one client of the limited list to another. Each begins with MayLeaveClient unless it says
+// otherwise; true means that the list may have moved and the screen runs ShowClientRecord. All throw
+// EngineError.
 
 /// The keys first, previous, next and last.
 bool MoveInClientList(Session& session, ClientForm& form, ListMove move);
@@ -18,6 +19,10 @@ bool MoveToTreeClient(Session& session, ClientForm& form, const std::string& id)
 /// After PickClient; tells when the limits leave the client out. The caller runs MayLeaveClient before it
 /// shows the pick screen.
 bool MoveToPickedClient(Session& session, ClientForm& form, const std::string& id);
+
+/// Before a quick find: false, perhaps with words, while a client is being added, for an empty text, and when
+/// faults keep the operator here.
+bool MayQuickFind(Session& session, ClientForm& form, const std::string& text);
 
 struct QuickFindRow {
     std::string id;

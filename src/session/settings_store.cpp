@@ -1,5 +1,6 @@
 #include "session/settings_store.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 

@@ -1,11 +1,15 @@
 #include "base/platform.h"
 
+#include <cstddef>
 #include <cstdlib>
 #include <fstream>
 #include <system_error>
+#include <thread>
 
 #include <gmock/gmock.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -146,15 +150,53 @@ TEST_F(Platform, TheDesktopOpensWithoutBeingWaitedFor) {
     EXPECT_FALSE(OpenWithDesktop(""));
 }
 
-TEST_F(Platform, OnlyALocalDisplayCounts) {
-    const std::pair<const char*, bool> displays[] = {
-        {"", false}, {":0", true}, {"unix:0.0", true}, {"host:0", false}, {"localhost:10.0", false}};
-    const Variable noWayland("WAYLAND_DISPLAY", "");
-    for (const auto& [display, local] : displays) {
-        const Variable set("DISPLAY", display);
-        EXPECT_EQ(HasLocalDisplay(), local) << display;
+/// A socket that answers and shows everybody out: a display server that does not take this user.
+class ClosedDoor {
+  public:
+    /// A name that begins with a NUL stands in memory instead of the file system.
+    explicit ClosedDoor(const std::string& name) : handle_(::socket(AF_UNIX, SOCK_STREAM, 0)) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        name.copy(address.sun_path, sizeof address.sun_path);
+        const auto length = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + name.size());
+        bound_ = ::bind(handle_, reinterpret_cast<const sockaddr*>(&address), length) == 0 &&
+                 ::listen(handle_, 4) == 0;
+        doorman_ = std::thread([this] {
+            for (int visitor = 0; (visitor = ::accept(handle_, nullptr, nullptr)) >= 0;)
+                ::close(visitor);
+        });
     }
-    const Variable wayland("WAYLAND_DISPLAY", "wayland-0");
+    ~ClosedDoor() {
+        ::shutdown(handle_, SHUT_RDWR);
+        doorman_.join();
+        ::close(handle_);
+    }
+    ClosedDoor(const ClosedDoor&) = delete;
+    ClosedDoor& operator=(const ClosedDoor&) = delete;
+    bool IsBound() const { return bound_; }
+
+  private:
+    int handle_;
+    bool bound_ = false;
+    std::thread doorman_;
+};
+
+TEST_F(Platform, OnlyALocalDisplayThatAnswersCounts) {
+    const std::string number = std::to_string(100000 + ::getpid());
+    const ClosedDoor server(std::string(1, '\0') + "/tmp/.X11-unix/X" + number);
+    ASSERT_TRUE(server.IsBound());
+    const Variable noWayland("WAYLAND_DISPLAY", "");
+    for (const std::string& display :
+         {std::string(), ":" + std::to_string(900000 + ::getpid()), ":" + number, "unix:" + number,
+          std::string("host:0"), std::string("localhost:10.0"), std::string(":"), std::string(":../x")}) {
+        const Variable set("DISPLAY", display);
+        EXPECT_FALSE(HasLocalDisplay()) << display;
+    }
+    const Variable runtime("XDG_RUNTIME_DIR", folder_);
+    const Variable wayland("WAYLAND_DISPLAY", "wayland-7");
+    EXPECT_FALSE(FindLocalDisplays().wayland);
+    const ClosedDoor compositor((folder_ / "wayland-7").string());
+    EXPECT_TRUE(FindLocalDisplays().wayland);
     EXPECT_TRUE(HasLocalDisplay());
 }
 

@@ -1,0 +1,113 @@
+#include "clients/people_list.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+
+namespace kv {
+
+namespace {
+
+std::string PeopleStatement(PeopleTable table) {
+    return table == PeopleTable::doctors ? "select * from doctors ORDER BY NAME"
+                                         : "select * from casemgr ORDER BY NAME";
+}
+
+}  // namespace
+
+std::string_view PeopleTitle(PeopleTable table) {
+    return table == PeopleTable::doctors ? "Doctors" : "Case Managers";
+}
+
+const std::vector<PeopleColumn>& PeopleColumns() {
+    static const std::vector<PeopleColumn> columns = {
+        {"Name", "Name"}, {"Address", "Address"},    {"City", "City"},   {"State", "State"},
+        {"Zip", "Zip"},   {"Contact 1", "Contact1"}, {"Title", "Title"}, {"Phone", "Phone"},
+        {"Fax", "Fax"},   {"Contact 2", "Contact2"},
+    };
+    return columns;
+}
+
+std::string_view PeopleNoteField() {
+    return "Note";
+}
+
+Recordset OpenPeople(Session& session, PeopleTable table) {
+    return session.dbMainCode->OpenRecordset(PeopleStatement(table));
+}
+
+bool FindPerson(Recordset& people, const std::string& name) {
+    people.FindFirst(Sql("NAME = {}", name));
+    return !people.NoMatch();
+}
+
+bool SavePerson(Session& session, Recordset& people) {
+    if (people.EditMode() == EditState::None) {
+        session.ShowMessageWindow("You must press 'Add New' first to add a record");
+        return false;
+    }
+    const Value id = people.Get("id");
+    people.Update();
+    people.Requery();  // the name may have moved the row
+    people.FindFirst(Sql("id = {}", id));
+    return true;
+}
+
+bool DeletePerson(Session& session, Recordset& people) {
+    if (people.RecordCount() == 0) {
+        session.ShowMessageWindow("There are no records to delete");
+        return false;
+    }
+    if (!session.dialogs.AskQuestion("Are you sure you want to delete this record?")) {
+        return false;
+    }
+    const long position = people.AbsolutePosition();
+    people.Delete();
+    people.Requery();
+    if (people.RecordCount() > 0) {
+        people.SetAbsolutePosition(std::clamp(position, 0L, people.RecordCount() - 1));
+    }
+    return true;
+}
+
+bool MovePerson(Session& session, Recordset& people, ListMove move) {
+    if (people.RecordCount() == 0) {
+        session.ShowMessageWindow("There are no records to move to");
+        return false;
+    }
+    switch (move) {
+        case ListMove::First:
+            people.MoveFirst();
+            break;
+        case ListMove::Last:
+            people.MoveLast();
+            break;
+        case ListMove::Previous:
+            people.MovePrevious();
+            if (people.Bof()) {
+                session.ShowMessageWindow("Moved to the first Record");
+                people.MoveFirst();
+            }
+            break;
+        case ListMove::Next:
+            people.MoveNext();
+            if (people.Eof()) {
+                session.ShowMessageWindow("Moved to the last Record");
+                people.MoveLast();
+            }
+            break;
+    }
+    return true;
+}
+
+std::vector<NamedNote> LoadPeople(Session& session, PeopleTable table) {
+    constexpr std::size_t kShownLength = 30;
+    std::vector<NamedNote> people;
+    Recordset rows = session.dbMainCode->OpenRecordset(PeopleStatement(table), RecordsetType::Snapshot);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        people.push_back({Left(rows.Text("Name"), kShownLength), rows.Text(PeopleNoteField())});
+    }
+    return people;
+}
+
+}  // namespace kv

@@ -1,0 +1,158 @@
+#pragma once
+#include <QMainWindow>
+#include <QPointer>
+#include <functional>
+#include <map>
+#include <string>
+
+#include "clients/client_form.h"
+#include "clients/client_record.h"
+#include "clients/client_rights.h"
+#include "clients/people_list.h"
+#include "screens/section_screen.h"
+#include "screens/widgets/bound_source.h"
+#include "session/session.h"
+
+class QStackedWidget;
+
+namespace kv {
+
+class ClientHeader;
+class ClientListPane;
+class ClientPart;
+class FRMdirections;
+class FRMgeneral;
+class FRMhistory;
+class FRMnotes;
+class FRMreferral;
+class FRMrequired_Info;
+class FRMthird;
+class SectionStrip;
+class StatusBar;
+class ToolBar;
+
+/// The main screen: one client at a time out of the limited list. Loading it is the start of the program, and
+/// closing it the end. The rules of a save see it as their ClientForm.
+class frmClient : public QMainWindow, public ClientForm {
+    Q_OBJECT
+  public:
+    /// Builds the screen; nothing is read yet.
+    explicit frmClient(Session& session, const Sections& sections = ClientSectionScreens(),
+                       QWidget* parent = nullptr);
+    ~frmClient() override;
+
+    /// The start, up to the first client on the screen; the caller then shows the window. The menu program's
+    /// STARTED is the caller's to ask, before any window. Throws EngineError where a database of the session
+    /// can't be opened; what else fails is told, and the start goes on.
+    void Start();
+    /// The end: lets the row go, closes the session's data and tells the menu program. Asks nothing. Runs
+    /// once.
+    void Unload();
+
+    // ClientForm
+    Recordset& List() override { return DbClient.Rows(); }
+    ScreenControls Controls() const override;
+    void SetText(std::string_view control, const std::string& text) override;
+    void EditRow() override;
+    void UpdateRow() override;
+    void RestoreRow() override;
+    void RefreshClientList() override;
+
+    /// Loads the current row's view into the screen beside the bound controls.
+    void ShowClientRecord();
+    /// Part 0 to 6 of section 0.
+    void ShowPart(int index);
+    int OpenPart() const;
+    /// Section 0 is the main screen's own; any other one fills the client area.
+    void OpenSection(int index);
+
+    BoundSource DbClient;
+    ToolBar* Toolbar1;
+    StatusBar* StatusBar1;
+    SectionStrip* IMGCommand;
+    SectionStrip* CMDclient;
+    ClientListPane* ListPane;
+    ClientHeader* Header;
+    QWidget* FRMmain_Frame;
+    FRMrequired_Info* RequiredInfo;
+    FRMgeneral* General;
+    FRMdirections* Directions;
+    FRMnotes* Notes;
+    FRMthird* Third;
+    FRMreferral* Referral;
+    FRMhistory* History;
+
+    /// Opens a file or an address with the desktop's own program.
+    std::function<bool(const std::string& target, const std::string& argument)> OpenOutside;
+
+  protected:
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    using Step = std::function<void()>;
+
+    // frmClient.cpp: the frame and what its keys do
+    void MakeToolbar();
+    void MakeStatusBar();
+    QWidget* MakeClientArea();
+    QWidget* MakeParts();
+    QWidget* MakeSections();
+    void ArrangeTabOrder();
+    void ConnectControls();
+    void AddKeys();
+    /// Runs what an event asked for; an engine's error ends here.
+    void Handle(const Step& step);
+    void Move(ListMove move);
+    void SaveKey();
+    void ExitKey();
+    void HelpKey();
+    void PasteKey();
+    void EmailKey();
+    void QuickFindKey();
+    void PickTreeClient(const std::string& id);
+    void LimitsPicked(bool managerToo);
+    void ChangeStatusKey();
+    void ViewPeople(PeopleTable table);
+    void CheckNameOf(BoundControl& control);
+    void RecountDays();
+
+    // frmClient_show.cpp: what is shown of a client
+    void ShowRow();
+    void SetNotes(const std::string& comments);
+    void SetButtons(const ClientView& view, bool hasClient);
+    void ShowStatusBar(const StatusBarTexts& texts);
+    void ShowSections(const ClientSections& sections);
+    void ShowDays(long days, long activeDays);
+    void ShowHistoryIfOpen();
+    void LimitMiscLength();
+
+    // frmClient_start.cpp: the steps of the start
+    void Try(const Step& step);
+    void OpenData();
+    void ShowCountry();
+    void FillTextLists();
+    void ShowCaption();
+    void AskRights();
+    void BindSources();
+    void LimitToManager();
+    void FillLookupLists();
+    void ShowFirstClient();
+
+    Session& session_;
+    Sections sections_;
+    ClientRights rights_;
+    std::map<QString, Step> keys_;
+    QStackedWidget* area_ = nullptr;  ///< the parts, or the section screen that is open
+    QStackedWidget* parts_ = nullptr;
+    SectionScreen* activeScreen_ = nullptr;  ///< nullptr while section 0 is current
+    QPointer<QWidget> lastBox_;              ///< the box that had the focus last
+    /// TXTbox and TXTedit: the notes as they stand in the column, with the marks of rich text.
+    std::string notes_;
+    std::string notesReference_;
+    bool settingText_ = false;
+    bool up_ = false;
+    bool ended_ = false;
+};
+
+}  // namespace kv

@@ -1,0 +1,18 @@
+#pragma once
+#include "screens/frmClient_part.h"
+
+namespace kv {
+
+class MemoBox;
+
+/// Part 2: the way to the client.
+class FRMdirections : public ClientPart {
+    Q_OBJECT
+  public:
+    explicit FRMdirections(QWidget* parent);
+    std::vector<Tie> Ties() const override;
+
+    MemoBox* TXTdirections;
+};
+
+}  // namespace kv

@@ -1,0 +1,60 @@
+#pragma once
+#include "clients/people_list.h"
+#include "screens/frmClient_part.h"
+
+class QToolButton;
+
+namespace kv {
+
+class CheckBox;
+class DateBox;
+class FieldForm;
+class LookupCombo;
+class MemoBox;
+class PlainCombo;
+class TextBox;
+
+/// Part 1: nursing, diagnoses, case manager, doctor and the numbers that other systems know the client by.
+class FRMgeneral : public ClientPart {
+    Q_OBJECT
+  public:
+    explicit FRMgeneral(QWidget* parent);
+    std::vector<Tie> Ties() const override;
+
+    /// Fills CMBdoctor or CMBcase; a pick in it copies the person's note to the client.
+    void SetPeople(PeopleTable table, std::vector<NamedNote> people);
+    PlainCombo* PeopleCombo(PeopleTable table) const;
+
+    LookupCombo* TDBCombo9;   ///< nurse
+    LookupCombo* TDBCombo19;  ///< nurse visit code
+    DateBox* DteNurlasvis;
+    LookupCombo* TDBCombo26;  ///< diagnoses
+    LookupCombo* TDBCombo27;
+    LookupCombo* TDBCombo28;
+    TextBox* Combo1;  ///< a diagnosis in free words
+    TextBox* TXText;  ///< accounting ids
+    TextBox* TXTexternal2;
+    TextBox* TXTexternal3;
+    PlainCombo* CMBqbclass;
+    TextBox* TXTmisc;
+    CheckBox* Check2;  ///< telephony client
+
+    PlainCombo* CMBcase;
+    QToolButton* CMDviewCase;
+    MemoBox* Text2;  ///< the case manager's note
+    PlainCombo* CMBdoctor;
+    QToolButton* CMDviewDocs;
+    MemoBox* Text3;  ///< the doctor's note
+
+  private:
+    void MakeNursing(FieldForm* form);
+    void MakeDiagnoses(FieldForm* form);
+    void MakeAccounts(FieldForm* form);
+    void MakeCaseManager(FieldForm* form);
+    void MakeDoctor(FieldForm* form);
+
+    std::vector<NamedNote> doctors_;
+    std::vector<NamedNote> caseManagers_;
+};
+
+}  // namespace kv

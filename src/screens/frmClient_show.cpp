@@ -1,0 +1,227 @@
+// What the main screen shows of a client, and the screen as the rules of a save see it.
+#include <QGroupBox>
+#include <QPushButton>
+#include <QStackedWidget>
+
+#include "clients/client_history.h"
+#include "clients/client_list.h"
+#include "screens/frmClient.h"
+#include "screens/frmClient_general.h"
+#include "screens/frmClient_header.h"
+#include "screens/frmClient_history.h"
+#include "screens/frmClient_list.h"
+#include "screens/frmClient_notes.h"
+#include "screens/frmClient_referral.h"
+#include "screens/frmClient_required.h"
+#include "screens/widgets/combos.h"
+#include "screens/widgets/number_box.h"
+#include "screens/widgets/outline_tree.h"
+#include "screens/widgets/qt_text.h"
+#include "screens/widgets/section_strip.h"
+#include "screens/widgets/status_bar.h"
+#include "screens/widgets/text_box.h"
+#include "screens/widgets/tool_bar.h"
+
+namespace kv {
+
+namespace {
+
+constexpr int kHistoryPart = 6;
+constexpr int kLastKeyOfClient = 10;  ///< Toolbar1's keys up to here act on the client
+
+ScreenControl NotesControl(const char* name, const std::string& notes) {
+    ScreenControl control;
+    control.name = name;
+    control.text = notes;
+    control.value = notes;
+    return control;
+}
+
+}  // namespace
+
+ScreenControls frmClient::Controls() const {
+    ScreenControls controls;
+    for (const BoundControl* control : DbClient.Controls()) {
+        controls.Add(DescribeControl(*control));
+    }
+    controls.Add(NotesControl("TXTedit", notesReference_));
+    controls.Add(NotesControl("TXTbox", notes_));
+    return controls;
+}
+
+void frmClient::SetText(std::string_view control, const std::string& text) {
+    if (control == "TXTedit") {
+        notesReference_ = text;
+        return;
+    }
+    for (BoundControl* box : DbClient.Controls()) {
+        if (FromQt(box->Name()) == control) {
+            settingText_ = true;
+            box->EnterValue(Value(text));
+            settingText_ = false;
+        }
+    }
+}
+
+void frmClient::EditRow() {
+    DbClient.BeginEdit();
+}
+
+void frmClient::UpdateRow() {
+    DbClient.Update();
+}
+
+void frmClient::RestoreRow() {
+    DbClient.Restore();
+    SetNotes(DbClient.HasRow() ? List().Text("Comments") : std::string());
+}
+
+void frmClient::RefreshClientList() {
+    const Hourglass hourglass(session_.progress);
+    SetNotes({});
+    const std::string shown = FromQt(Header->txtCliId->Text());
+    ClientListData made = kv::RefreshClientList(session_, ListPane->Limits(), shown);
+    DbClient.SetRecordset(std::move(made.list));
+    ListPane->KeepLimits();
+    LimitMiscLength();
+    ListPane->SetTree(made.tree);
+    AskSectionRights(session_, rights_);
+    ShowClientRecord();
+}
+
+void frmClient::LimitMiscLength() {
+    const Recordset& list = List();
+    General->TXTmisc->setMaxLength(list.Fields()[list.FieldIndex("MEDICAIDNO")].size);
+}
+
+void frmClient::ShowClientRecord() {
+    const ClientView view = DescribeClient(session_, List(), rights_);
+    if (DbClient.IsAdding() || DbClient.Position() < 0) {
+        SetButtons(view, false);
+        return;
+    }
+    if (activeScreen_ != nullptr) {
+        activeScreen_->SetHiddenID(view.id);
+    }
+    ListPane->FGtree->Highlight(view.id);
+    ShowStatusBar(view.statusBar);
+    ShowDays(view.numDays, view.numActiveDays);
+    Header->TXTStatus->SetValue(Value(view.statusWord));
+    SetButtons(view, true);
+    ShowSections(view.sections);
+    if (ListPane->IsPotentialLimit()) {
+        ListPane->CMBpotientalStatus->SetText(ToQt(view.potentialStatus));
+    }
+    SetNotes(view.notes);
+    ShowHistoryIfOpen();
+}
+
+void frmClient::SetButtons(const ClientView& view, bool hasClient) {
+    const ToolbarButtons buttons = ClientToolbar(session_, hasClient);
+    for (std::size_t i = 1; i < buttons.size(); ++i) {
+        const int index = static_cast<int>(i);
+        const bool underSection = activeScreen_ != nullptr && index <= kLastKeyOfClient;
+        Toolbar1->EnableButton(index, buttons[i] && !underSection);
+    }
+    Header->CMDchangeToActive->setVisible(view.potentialButtons);
+    Header->CMDpaste->setEnabled(hasClient);
+    ListPane->ShowPotentialStatus();
+    parts_->setEnabled(hasClient);
+    if (!hasClient) {
+        ListPane->FGtree->Highlight({});
+        ShowStatusBar(view.statusBar);
+        ShowDays(0, 0);
+        Header->TXTStatus->SetValue(Value());
+        ShowSections(view.sections);
+        SetNotes({});
+        ShowHistoryIfOpen();
+    }
+}
+
+void frmClient::ShowStatusBar(const StatusBarTexts& texts) {
+    StatusBar1->SetPanel(1, ToQt(texts.lastChange));
+    StatusBar1->SetPanel(2, ToQt(texts.dateTime));
+    StatusBar1->SetPanel(3, ToQt(texts.position));
+    StatusBar1->SetPanel(4, ToQt(texts.count));
+}
+
+void frmClient::ShowDays(long days, long activeDays) {
+    Header->NUMdays->SetValue(Value(days));
+    Header->NumactiveDays->SetValue(Value(activeDays));
+    Referral->ShowDays(days, activeDays);
+}
+
+void frmClient::ShowSections(const ClientSections& sections) {
+    for (std::size_t i = 0; i < kSectionCount; ++i) {
+        const bool built = i == 0 || sections_[i].make != nullptr;
+        IMGCommand->SetItemShown(static_cast<int>(i), built && sections.images[i]);
+    }
+    for (std::size_t i = 0; i < kPartCount; ++i) {
+        CMDclient->SetItemEnabled(static_cast<int>(i), sections.parts[i]);
+    }
+    General->TXTmisc->SetEnabled(sections.accountBoxes);
+    General->TXText->SetEnabled(sections.accountBoxes);
+    RequiredInfo->FRAMEemerg->setEnabled(sections.accountBoxes);
+    if (!sections.accountBoxes) {
+        Header->CMDpaste->setEnabled(false);
+    }
+    if (!sections.parts[static_cast<std::size_t>(OpenPart())]) {
+        ShowPart(0);
+    }
+    if (IMGCommand->Open() > 0 && !sections.images[static_cast<std::size_t>(IMGCommand->Open())]) {
+        OpenSection(0);
+    }
+}
+
+void frmClient::ShowRow() {
+    Header->ShowName(RequiredInfo->TxtLastname->Text(), RequiredInfo->TxtFirstnam->Text());
+}
+
+void frmClient::SetNotes(const std::string& comments) {
+    notes_ = comments;
+    notesReference_ = comments;
+    Notes->ShowNotes(comments);
+}
+
+int frmClient::OpenPart() const {
+    return parts_->currentIndex();
+}
+
+void frmClient::ShowPart(int index) {
+    parts_->setCurrentIndex(index);
+    CMDclient->SetOpen(index);
+    ShowHistoryIfOpen();
+}
+
+void frmClient::ShowHistoryIfOpen() {
+    if (OpenPart() != kHistoryPart) {
+        return;
+    }
+    Handle([this] {
+        History->ShowHistory(DbClient.HasRow() ? LoadClientHistory(session_, List().Text("CLIENT"))
+                                               : std::vector<HistoryRow>());
+    });
+}
+
+void frmClient::OpenSection(int index) {
+    const auto at = static_cast<std::size_t>(index);
+    const Hourglass hourglass(session_.progress);
+    FRMmain_Frame->setEnabled(index == 0);
+    delete activeScreen_;
+    activeScreen_ = nullptr;
+    IMGCommand->SetOpen(index);
+    if (index == 0) {
+        area_->setCurrentWidget(FRMmain_Frame);
+    } else {
+        activeScreen_ = sections_[at].make(session_, area_);
+        activeScreen_->SetHiddenID(FromQt(Header->txtCliId->Text()));
+        area_->setCurrentIndex(area_->addWidget(activeScreen_));
+    }
+    const bool hasClient = DbClient.Position() >= 0 && !DbClient.IsAdding();
+    const ToolbarButtons buttons = ClientToolbar(session_, hasClient);
+    for (int i = 1; i <= kLastKeyOfClient; ++i) {
+        Toolbar1->EnableButton(i, index == 0 && buttons[static_cast<std::size_t>(i)]);
+    }
+}
+
+}  // namespace kv

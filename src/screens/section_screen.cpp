@@ -1,0 +1,24 @@
+#include "screens/section_screen.h"
+
+namespace kv {
+
+const Sections& ClientSectionScreens() {
+    static const Sections sections = {{
+        {"section_demographics", "Client"},
+        {"section_rates", "Rates"},
+        {"section_authorization", "Authorizations"},
+        {"section_events", "Events"},
+        {"section_not_visit", "Not Visit"},
+        {"section_phone", "Phones"},
+        {"section_plan", "Plan of Care"},
+        {"section_skills", "Skills"},
+        {"section_required", "Required Dates"},
+        {"section_extra", "Extra Info"},
+        {"section_calltype", "Call Types"},
+        {"section_documents", "Documents"},
+        {"section_todo", "To Do"},
+    }};
+    return sections;
+}
+
+}  // namespace kv

@@ -1,0 +1,80 @@
+#include "tool/demo.h"
+
+#include "base/platform.h"
+#include "session/data_folder.h"
+#include "tool/demo/lists.h"
+#include "tool/demo/model.h"
+
+namespace kv {
+namespace {
+
+constexpr long kMost = 90000;  // the ids of ordinary clients end at 99899
+
+void CheckNumbers(const DemoOptions& options) {
+    if (options.clients < 1 || options.clients > kMost || options.caregivers < 1 ||
+        options.caregivers > kMost) {
+        throw DemoRefused("The numbers of clients and caregivers must lie between 1 and 90000.");
+    }
+}
+
+void CheckEmpty(Database& work) {
+    for (const char* table : {"ClientPR", "Employee", "Authorizations", "assign", "sch_day"}) {
+        if (work.Lookup(Sql("select count(*) as n from {}", Raw{table})).ToInteger() != 0) {
+            throw DemoRefused("The data folder already holds an agency's data (table " + std::string(table) +
+                              "). The made-up agency needs an empty data folder.");
+        }
+    }
+}
+
+demo::World MakeWorld(Database& code, const Clock& clock, const DemoOptions& options,
+                      const demo::Random& random) {
+    demo::World world;
+    world.calendar = demo::ReadCalendar(code, clock.Now());
+    MakeCaregivers(world, options.caregivers, random.Fork(1));
+    MakeClients(world, options.clients, random.Fork(2));
+    PlanCare(world, random.Fork(3));
+    MakeVisits(world, random.Fork(4));
+    return world;
+}
+
+}  // namespace
+
+DemoCounts RunDemo(Workspace& workspace, const std::filesystem::path& folder, const Clock& clock,
+                   Progress& progress, const DemoOptions& options) {
+    CheckNumbers(options);
+    const auto file = [&](const char* name) { return FindNoCase(folder, DatabaseFile(name)); };
+    if (std::filesystem::exists(file("kestrava"))) {
+        CheckEmpty(*workspace.OpenDatabase(file("kestrava")));
+    }
+    InitDataFolder(workspace, folder, "US");
+    const auto open = [&](const char* name) { return workspace.OpenDatabase(file(name)); };
+    const DatabasePtr work = open("kestrava");
+    const DatabasePtr code = open("main");
+    const DatabasePtr archive = open("archive");
+
+    ProgressBar bar(progress, "Making the demonstration agency", 6);
+    Transaction workRows = work->BeginTransaction();
+    Transaction codeRows = code->BeginTransaction();
+    Transaction archiveRows = archive->BeginTransaction();
+    const demo::Random random(options.seed);
+    WriteLists(*work, *code, clock.Now(), random.Fork(0));
+    bar.Advance();
+    demo::World world = MakeWorld(*code, clock, options, random);
+    bar.Advance();
+    WriteCaregivers(*work, world, random.Fork(5));
+    WriteClients(*work, *code, world, random.Fork(6));
+    bar.Advance();
+    const demo::CareCounts care = WriteCare(*work, *archive, world, random.Fork(7));
+    bar.Advance();
+    WriteJournal(*work, *archive, world, random.Fork(8));
+    bar.Advance();
+    codeRows.Commit();
+    archiveRows.Commit();
+    workRows.Commit();
+    IniFile(FindNoCase(folder, "KESTRAVA.INI"))
+        .Set("KESTRAVA SYSTEM", "ClientID", std::to_string(options.clients));
+    bar.Advance();
+    return {options.clients, options.caregivers, care.authorizations, care.assignments, care.schedules};
+}
+
+}  // namespace kv

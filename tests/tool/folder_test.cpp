@@ -1,0 +1,183 @@
+#include <gmock/gmock.h>
+
+#include "base/platform.h"
+#include "base/text.h"
+#include "datastore/schema.h"
+#include "session/ini_file.h"
+#include "tool/schema_script.h"
+#include "tool/tool_run.h"
+
+namespace kv {
+namespace {
+
+using test::Answer;
+using test::ToolFolder;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+/// One line for each column and index of a table.
+std::vector<std::string> Lines(const TableInfo& table) {
+    std::vector<std::string> lines;
+    for (const ColumnInfo& column : table.columns)
+        lines.push_back(column.name + " " + tool::TypeWords(column) + (column.required ? " required" : "") +
+                        " default " + column.defaultValue.ToText());
+    for (const IndexInfo& index : table.indexes)
+        lines.push_back(index.name + (index.unique ? " unique" : "") + (index.primary ? " primary" : "") +
+                        " on " + Join(index.columns, ","));
+    return lines;
+}
+
+TEST(SchemaScript, MakesTheSameTablesAgain) {
+    const test::TempFolder folder;
+    Workspace workspace;
+    for (const std::string& name : SchemaNames()) {
+        const Catalogue schema = tool::SchemaTables(workspace, name);
+        std::string script;
+        for (const std::string& table : schema.Names())
+            script += tool::TableScript(*schema.Find(table));
+        const DatabasePtr made = workspace.CreateDatabase(folder.Path() / (name + ".mdb"), script);
+        EXPECT_EQ(made->Tables().Names(), schema.Names());
+        for (const std::string& table : schema.Names())
+            EXPECT_EQ(Lines(*made->Tables().Find(table)), Lines(*schema.Find(table))) << table;
+    }
+}
+
+TEST(Copy, TakesTablesRowsAndCounters) {
+    const ToolFolder folder;
+    folder.Do({"init", "--country", "CANADA"});
+    folder.Do({"sql", "create table own (id counter primary key, note memo)"});
+    folder.Do({"load", "own", folder.Write("own.csv", "id,note\n3,O'Brien\n9,\n")});
+    folder.Do(
+        {"load", "sch_day",
+         folder.Write("sch.csv", "sequence,client,st_time,paperwork\n4,00001,15:05,true\n8,00002,,\n")});
+    folder.Do({"sql", "delete * from sch_day where sequence = 8"});
+    IniFile(folder.Data("KESTRAVA.INI")).Set("Database", "Server", "host=db");
+
+    const std::string target = folder.Path("road").string();
+    const Answer answer = folder.Run({"copy", "--to", target});
+    ASSERT_EQ(answer.status, 0) << answer.err;
+    EXPECT_EQ(answer.Document()["rows"], 8);  // three of these tables, Agency and the four lists
+    for (const char* table : {"sch_day", "own", "ClientPR"}) {
+        EXPECT_EQ(folder.Run({"--data", target, "dump", table}).status, 2) << "--data is given twice";
+        EXPECT_EQ(folder.Run({"dump", table, "--db", target + "/kestrava.mdb"}).out,
+                  folder.Run({"dump", table}).out);
+    }
+    const std::string copied = target + "/kestrava.mdb";
+    folder.Do({"sql", "--db", copied, "insert into sch_day (client) values ('00003')"});
+    EXPECT_EQ(folder.Rows("select sequence from sch_day where client = '00003'", copied), "[[9]]")
+        << "the number of a deleted row is not handed out again";
+    EXPECT_EQ(IniFile(target + "/KESTRAVA.INI").Get("Kestrava System", "Country", ""), "CANADA");
+    EXPECT_EQ(IniFile(target + "/KESTRAVA.INI").Get("Database", "Server", "none"), "none");
+
+    const Answer again = folder.Run({"copy", "--to", target});
+    EXPECT_EQ(again.status, 1);
+    EXPECT_THAT(again.err, HasSubstr("holds rows already"));
+    EXPECT_EQ(folder.Run({"copy", "--to", folder.Path("data").string()}).status, 1);
+    EXPECT_EQ(folder.Run({"copy", "--to", "host=db dbname=kv"}).status, 1);
+}
+
+TEST(Copy, BringsAnOlderSchemaUpAndReplacesAFreshFolder) {
+    const ToolFolder folder;
+    folder.Do({"init"});
+    std::filesystem::rename(folder.Path("data"), folder.Path("fresh"));
+    folder.Do({"init"});
+    std::filesystem::remove(folder.Data("trans.mdb"));
+    {
+        // A column was added and one taken away since.
+        Workspace workspace;
+        const DatabasePtr old = workspace.CreateDatabase(
+            folder.Data("trans.mdb"),
+            "create table trans (Type text(1), Module text(1), ID text(50), seat long)");
+        old->Execute("insert into trans (Type, Module, ID, seat) values ('A', 'C', '00001', 3)");
+    }
+    const std::string target = folder.Path("fresh").string();
+    const Answer answer = folder.Run({"copy", "--to", target});
+    ASSERT_EQ(answer.status, 0) << answer.err;
+    EXPECT_EQ(folder.Rows("select Type, Module, ID, [WHEN], seat from trans", target + "/trans.mdb"),
+              R"([["A","C","00001",null,3]])");
+    std::filesystem::rename(folder.Path("data"), folder.Path("old"));
+    std::filesystem::rename(folder.Path("fresh"), folder.Path("data"));
+    EXPECT_EQ(folder.Do({"check"}).dump(), R"({"problems":[]})");
+}
+
+TEST(Copy, AFailureLeavesTheTargetAsItWas) {
+    const ToolFolder folder;
+    folder.Do({"init"});
+    std::filesystem::remove(folder.Data("tempassign.mdb"));
+    EXPECT_EQ(folder.Run({"copy", "--to", folder.Path("road").string()}).status, 1);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path("road")));
+}
+
+TEST(Check, FindsWhatTheRulesForbid) {
+    struct Case {
+        std::string database, statement;
+        std::vector<std::string> problems;
+    };
+    const Case cases[] = {
+        // What the rules leave behind is sound.
+        {"kestrava", "insert into tasks (client, LoggingSeq) values ('gone', 77)", {}},
+        {"kestrava", "insert into Authorizations (client) values ('gone')", {}},
+        {"kestrava", "insert into assign (client, author_seq) values ('gone', 0)", {}},
+        {"kestrava", "insert into sch_day (client, assign_seq, author_seq) values ('gone', -1, 0)", {}},
+        {"kestrava", "insert into logging (client) values ('')", {}},
+        {"kestrava", "insert into clirate (client) values ('00001')", {}},
+        {"kestrava", "insert into clirate (client) values ('ABC')", {}},
+        {"main", "create table own (a long)", {}},
+        // What they do not.
+        {"kestrava",
+         "insert into assign (author_seq) values (17)",
+         {"kestrava.mdb: assign.author_seq 17 names no row of Authorizations (1 rows)"}},
+        {"kestrava",
+         "insert into sch_day (assign_seq, author_seq) values (5, 6)",
+         {"kestrava.mdb: sch_day.author_seq 6 names no row of Authorizations (1 rows)",
+          "kestrava.mdb: sch_day.assign_seq 5 names no row of assign (1 rows)"}},
+        {"kestrava",
+         "insert into assign_task (id) values (3)",
+         {"kestrava.mdb: assign_task.ID 3 names no row of Authorizations (1 rows)"}},
+        {"kestrava",
+         "insert into cli_documents (client) values ('gone')",
+         {"kestrava.mdb: cli_documents.CLIENT gone names no row of ClientPR (1 rows)"}},
+        {"kestrava",
+         "insert into tasks (OnGoing_Seq) values (4)",
+         {"kestrava.mdb: tasks.OnGoing_Seq 4 names no row of ongoing (1 rows)"}},
+        {"main",
+         "insert into hkeylonglat (CLTid) values ('gone')",
+         {"main.mdb: hkeylonglat.CLTid gone names no row of ClientPR (1 rows)"}},
+        {"main",
+         "insert into Agency (ag_name) values ('Second')",
+         {"main.mdb: Agency holds 2 rows and not one"}},
+        {"main", "delete * from Agency", {"main.mdb: Agency holds 0 rows and not one"}},
+        {"main", "drop table Holidays", {"main.mdb: the table Holidays is missing"}},
+    };
+    for (const Case& c : cases) {
+        const ToolFolder folder;
+        folder.Do({"init"});
+        folder.Do({"sql", "insert into clientpr (client) values ('00001')"});
+        folder.Do({"sql", "insert into clientpr (client) values ('abc')"});
+        folder.Do({"sql", "--db", c.database, c.statement});
+        const Answer answer = folder.Run({"check"});
+        EXPECT_EQ(answer.Document()["problems"], nlohmann::ordered_json(c.problems)) << c.statement;
+        EXPECT_EQ(answer.status, c.problems.empty() ? 0 : 1);
+    }
+}
+
+TEST(Check, FindsDamagedMissingAndOtherDatabases) {
+    const ToolFolder folder;
+    folder.Do({"init"});
+    std::filesystem::remove(folder.Data("archive.mdb"));
+    ReplaceFile(folder.Data("tempassign.mdb"), "This is no database at all, only a text in its place.");
+    std::filesystem::remove(folder.Data("trans.mdb"));
+    Workspace().CreateDatabase(
+        folder.Data("trans.mdb"),
+        "create table trans (Type text(3), Module text(1) not null, ID text(50) not null)");
+    const Answer answer = folder.Run({"check"});
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_THAT(
+        answer.Document()["problems"].get<std::vector<std::string>>(),
+        ElementsAre(testing::StartsWith("archive.mdb: "),
+                    "trans.mdb: the column trans.Type is TEXT(3) and not TEXT(1)",
+                    "trans.mdb: the column trans.WHEN is missing", testing::StartsWith("tempassign.mdb: ")));
+}
+
+}  // namespace
+}  // namespace kv
