@@ -11,7 +11,7 @@
 
 namespace kv::test {
 
-/// A folder of its own below the system's temporary folder, removed with the object.
+/// A folder of its own, in memory where there is room, removed with the object.
 class TempFolder {
   public:
     TempFolder();

@@ -98,7 +98,7 @@ class BoundSource : public QObject {
         BoundControl* control;
         std::string field;
     };
-    void OnChanged(BoundControl& control);
+    void OnChanged();
     void LimitLength(const Binding& binding) const;
     bool Differs(const Binding& binding) const;
     void NoteMode();

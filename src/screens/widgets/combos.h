@@ -28,11 +28,12 @@ class PlainCombo : public QComboBox, public BoundControl {
     void SetItems(const std::vector<std::string>& items);
     QStringList Items() const;
     /// The key beside the picked item, or empty.
-    QString Key() const { return currentData().toString(); }
+    QString Key() const;
     /// Picks the item with the key, or nothing; counts as a change. True when there is one.
     bool PickKey(const QString& key);
     void SetCharacters(int characters) override;
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
   protected:
     void Show(const kv::Value& value) override;
@@ -69,6 +70,7 @@ class LookupCombo : public QComboBox, public BoundControl {
     void Clear();
     void SetCharacters(int characters) override;
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   protected:
@@ -76,10 +78,6 @@ class LookupCombo : public QComboBox, public BoundControl {
     void wheelEvent(QWheelEvent* event) override;
 
   private:
-    int ItemOfCode(const std::string& code) const;
-    int ItemOfText(const QString& text) const;
-    void ShowCode(const std::string& code);
-
     std::vector<LookupItem> items_;
     int characters_;
 };
