@@ -19,7 +19,8 @@ struct ColumnInfo {
     int size = 0;
     bool counter = false;
     bool required = false;
-    /// What a new row holds where nothing is written; Null where the schema states none (a Boolean starts false).
+    /// What a new row holds where nothing is written; Null where the schema states none (a Boolean starts
+    /// false).
     Value defaultValue;
 };
 
@@ -46,12 +47,12 @@ ValueType FieldType(ColumnType type);
 
 /// The tables of one database, found without regard to case.
 class Catalogue {
- public:
+  public:
     void Add(TableInfo table);
     const TableInfo* Find(std::string_view table) const;
     const std::vector<std::string>& Names() const { return names_; }
 
- private:
+  private:
     std::unordered_map<std::string, TableInfo> tables_;  // by lower-cased name
     std::vector<std::string> names_;
 };

@@ -19,7 +19,8 @@ Value WholeNumber(const Value& value, std::int64_t least, std::int64_t most) {
 Value FittingText(const Value& value, int size) {
     std::string text = value.ToText();
     // Bytes are at least as many as characters, so most texts need no count.
-    if (size > 0 && text.size() > static_cast<std::size_t>(size) && Length(text) > static_cast<std::size_t>(size))
+    if (size > 0 && text.size() > static_cast<std::size_t>(size) &&
+        Length(text) > static_cast<std::size_t>(size))
         throw faults::FieldTooSmall();
     return {std::move(text)};
 }
@@ -58,9 +59,11 @@ Value ConvertToColumn(const Value& value, const ColumnInfo& column) {
         return column.type == ColumnType::Boolean ? Value(false) : Value();
     switch (column.type) {
         case ColumnType::Short:
-            return WholeNumber(value, std::numeric_limits<std::int16_t>::min(), std::numeric_limits<std::int16_t>::max());
+            return WholeNumber(value, std::numeric_limits<std::int16_t>::min(),
+                               std::numeric_limits<std::int16_t>::max());
         case ColumnType::Long:
-            return WholeNumber(value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max());
+            return WholeNumber(value, std::numeric_limits<std::int32_t>::min(),
+                               std::numeric_limits<std::int32_t>::max());
         case ColumnType::Text:
             return FittingText(value, column.size);
         case ColumnType::DateTime:

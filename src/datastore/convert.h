@@ -4,8 +4,9 @@
 
 namespace kv {
 
-/// The value as the column's fields hold it. Throws EngineError 3421 where it is none of the column's type, 3163 for a text
-/// longer than the column. Null stays Null, but a Boolean column knows none and takes it for false.
+/// The value as the column's fields hold it. Throws EngineError 3421 where it is none of the column's type,
+/// 3163 for a text longer than the column. Null stays Null, but a Boolean column knows none and takes it for
+/// false.
 Value ConvertToColumn(const Value& value, const ColumnInfo& column);
 
 /// The value in that type; Null stays Null. Throws EngineError 3421.

@@ -1,7 +1,7 @@
 // Database, ReadSpan and Transaction: the handles that callers hold.
-#include "datastore/engine/run_action.h"
 #include "datastore/engine/compiler.h"
 #include "datastore/engine/connection.h"
+#include "datastore/engine/run_action.h"
 #include "datastore/faults.h"
 #include "datastore/recordset/recordset_state.h"
 #include "datastore/workspace.h"
@@ -50,8 +50,8 @@ Database::Database(std::shared_ptr<Connection> connection) : connection_(std::mo
 Database::~Database() = default;
 
 Recordset Database::OpenRecordset(std::string_view sqlOrTable, RecordsetType type) {
-    return Recordset(std::make_unique<RecordsetState>(connection_, connection_->Statements().CompileSelect(sqlOrTable),
-                                                      type));
+    return Recordset(std::make_unique<RecordsetState>(
+        connection_, connection_->Statements().CompileSelect(sqlOrTable), type));
 }
 
 long Database::Execute(std::string_view sql) {
@@ -61,7 +61,8 @@ long Database::Execute(std::string_view sql) {
 Value Database::Lookup(std::string_view sql) {
     const Ready<CompiledSelect> ready = connection_->Statements().CompileSelect(sql);
     const EngineSql& first = ready.statement->Sql(CompiledSelect::Form::FirstField);
-    const auto cursor = connection_->Query(first.text, ParameterValues(first, ready.literals, {}, connection_->clock));
+    const auto cursor =
+        connection_->Query(first.text, ParameterValues(first, ready.literals, {}, connection_->clock));
     if (!cursor->Next())
         return {};
     RowBlock row;

@@ -4,15 +4,16 @@
 
 namespace kv {
 
-/// A failure of the store, with the number and the words that the operators know. Event handlers catch it, show the words
-/// and return; nothing below them does.
+/// A failure of the store, with the number and the words that the operators know. Event handlers catch it,
+/// show the words and return; nothing below them does.
 class EngineError : public std::runtime_error {
- public:
-    EngineError(int number, const std::string& description) : std::runtime_error(description), number_(number) {}
+  public:
+    EngineError(int number, const std::string& description)
+        : std::runtime_error(description), number_(number) {}
     int Number() const { return number_; }
     std::string Description() const { return what(); }
 
- private:
+  private:
     int number_;
 };
 

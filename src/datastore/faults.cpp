@@ -11,10 +11,12 @@ EngineError TooFewParameters(std::size_t expected) {
 }
 
 EngineError TableNotFound(std::string_view table) {
-    return {kTableNotFound,
-            fmt::format("The database engine cannot find the input table or query '{}'. Make sure it exists and that its "
-                        "name is spelled correctly.",
-                        table)};
+    return {
+        kTableNotFound,
+        fmt::format(
+            "The database engine cannot find the input table or query '{}'. Make sure it exists and that its "
+            "name is spelled correctly.",
+            table)};
 }
 
 EngineError ItemNotFound(std::string_view name) {
@@ -47,13 +49,15 @@ EngineError ReadOnly() {
 
 EngineError FieldTooSmall() {
     return {kFieldTooSmall,
-            "The field is too small to accept the amount of data you attempted to add. Try inserting or pasting less data."};
+            "The field is too small to accept the amount of data you attempted to add. Try inserting or "
+            "pasting less data."};
 }
 
 EngineError RequiredField(std::string_view field) {
-    return {kRequiredField, fmt::format("The field '{}' cannot contain a Null value because it is required. Enter a value "
-                                        "in this field.",
-                                        field)};
+    return {kRequiredField,
+            fmt::format("The field '{}' cannot contain a Null value because it is required. Enter a value "
+                        "in this field.",
+                        field)};
 }
 
 EngineError LockedByOther() {
@@ -61,14 +65,16 @@ EngineError LockedByOther() {
 }
 
 EngineError ChangedMeanwhile() {
-    return {kChangedMeanwhile, "The operation was stopped because you and another user are attempting to change the same "
-                               "data at the same time."};
+    return {kChangedMeanwhile,
+            "The operation was stopped because you and another user are attempting to change the same "
+            "data at the same time."};
 }
 
 EngineError DuplicateKey() {
-    return {kDuplicateKey, "The changes you requested to the table were not successful because they would create duplicate "
-                           "values in the index or primary key. Change the data in the field or fields that contain "
-                           "duplicate data and try again."};
+    return {kDuplicateKey,
+            "The changes you requested to the table were not successful because they would create duplicate "
+            "values in the index or primary key. Change the data in the field or fields that contain "
+            "duplicate data and try again."};
 }
 
 EngineError NotSupported(std::string_view what) {

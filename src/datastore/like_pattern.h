@@ -5,13 +5,14 @@
 
 namespace kv {
 
-/// A pattern of LIKE: * any characters, ? one, # one digit, [a-z] one of a list, [!a-z] one outside it. Blind to case.
+/// A pattern of LIKE: * any characters, ? one, # one digit, [a-z] one of a list, [!a-z] one outside it. Blind
+/// to case.
 class LikePattern {
- public:
+  public:
     explicit LikePattern(std::string_view pattern);
     bool Matches(std::string_view text) const;
 
- private:
+  private:
     struct Piece {
         enum class Kind { Character, AnyRun, AnyOne, Digit, List } kind = Kind::Character;
         char32_t character = 0;

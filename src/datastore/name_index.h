@@ -8,12 +8,12 @@ namespace kv {
 
 /// Finds places by name without regard to case; where a name stands twice the first counts.
 class NameIndex {
- public:
+  public:
     void Add(std::string_view name);
     /// The place of the name in the order of adding, or -1.
     int Find(std::string_view name) const;
 
- private:
+  private:
     static std::size_t Hash(std::string_view name);
     std::size_t SlotOf(std::string_view name) const;
     void Grow();

@@ -22,11 +22,12 @@ struct FieldInfo {
 
 class RecordsetState;
 
-/// The rows of a query or table, one of them current. Membership and order are fixed at opening (or Requery), values are live.
-/// Rows added through the recordset join it at the end. Failures throw EngineError; the current row stays as it was.
-/// Fields are named without regard to case; where a query has a name twice, the first counts. A joined query is read only.
+/// The rows of a query or table, one of them current. Membership and order are fixed at opening (or Requery),
+/// values are live. Rows added through the recordset join it at the end. Failures throw EngineError; the
+/// current row stays as it was. Fields are named without regard to case; where a query has a name twice, the
+/// first counts. A joined query is read only.
 class Recordset {
- public:
+  public:
     Recordset();  ///< A closed one.
     ~Recordset();
     Recordset(Recordset&&) noexcept;
@@ -41,7 +42,8 @@ class Recordset {
     bool Eof() const;
     /// Before the first row, or no rows.
     bool Bof() const;
-    /// A move cancels an edit in progress. MoveNext at Eof and MovePrevious at Bof throw 3021, as do moves in an empty set.
+    /// A move cancels an edit in progress. MoveNext at Eof and MovePrevious at Bof throw 3021, as do moves in
+    /// an empty set.
     void MoveFirst();
     void MoveLast();
     void MoveNext();
@@ -52,20 +54,22 @@ class Recordset {
     long AbsolutePosition() const;
     void SetAbsolutePosition(long position);
 
-    /// Moves to the first (next) row that meets the criteria, by a query of the engine. With none NoMatch() is true and the
-    /// current row stays.
+    /// Moves to the first (next) row that meets the criteria, by a query of the engine. With none NoMatch()
+    /// is true and the current row stays.
     void FindFirst(std::string_view criteria);
     void FindNext(std::string_view criteria);
     bool NoMatch() const;
 
-    /// Starts a new row with the columns' defaults. A counter is handed out at once and can be read before Update.
+    /// Starts a new row with the columns' defaults. A counter is handed out at once and can be read before
+    /// Update.
     void AddNew();
-    /// Starts changing the current row and takes its lock. Where another seat holds it the edit starts without, and Update
-    /// tries again.
+    /// Starts changing the current row and takes its lock. Where another seat holds it the edit starts
+    /// without, and Update tries again.
     void Edit();
-    /// Writes the row. 3186 at once when another seat holds it, 3197 when another changed it while this edit had no lock,
-    /// 3167 when it was deleted, 3022 for a duplicate key, 3020 without Edit or AddNew. After a failure the edit goes on.
-    /// An edited row stays current; an added one becomes the last-modified row and the current row is the one before AddNew.
+    /// Writes the row. 3186 at once when another seat holds it, 3197 when another changed it while this edit
+    /// had no lock, 3167 when it was deleted, 3022 for a duplicate key, 3020 without Edit or AddNew. After a
+    /// failure the edit goes on. An edited row stays current; an added one becomes the last-modified row and
+    /// the current row is the one before AddNew.
     void Update();
     void CancelUpdate();
     EditState EditMode() const;
@@ -83,18 +87,18 @@ class Recordset {
     /// The field's place, or 3265.
     std::size_t FieldIndex(std::string_view name) const;
     bool HasField(std::string_view name) const;
-    /// The field's content: of the row being added or changed, else of the current row. 3021 without one, 3167 when it was
-    /// deleted meanwhile.
+    /// The field's content: of the row being added or changed, else of the current row. 3021 without one,
+    /// 3167 when it was deleted meanwhile.
     Value Get(std::string_view name) const { return Get(FieldIndex(name)); }
     Value Get(std::size_t index) const;
     /// Get(...).ToText(): Null becomes the empty text.
     std::string Text(std::string_view name) const { return Get(name).ToText(); }
-    /// Writes into the row being added or changed (3020 without). The value is converted to the column's type (3421); a text
-    /// longer than the column is refused with 3163.
+    /// Writes into the row being added or changed (3020 without). The value is converted to the column's type
+    /// (3421); a text longer than the column is refused with 3163.
     void Set(std::string_view name, Value value) { Set(FieldIndex(name), std::move(value)); }
     void Set(std::size_t index, Value value);
 
- private:
+  private:
     std::unique_ptr<RecordsetState> state_;
 };
 

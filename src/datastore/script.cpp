@@ -28,7 +28,8 @@ std::vector<std::string> SplitScript(std::string_view script) {
         if (!closes && lexed.tokens[i].kind != dialect::TokenKind::End)
             continue;
         if (i > first)
-            statements.push_back(text.substr(lexed.tokens[first].begin, lexed.tokens[i].begin - lexed.tokens[first].begin));
+            statements.push_back(
+                text.substr(lexed.tokens[first].begin, lexed.tokens[i].begin - lexed.tokens[first].begin));
         first = i + 1;
     }
     return statements;

@@ -39,7 +39,8 @@ std::string ValueLiteral(const Value& value) {
 
 }  // namespace
 
-SqlArgument::SqlArgument(const DoubledApostrophes& text) : text_("'" + ReplaceAll(text.text, "'", "''") + "'") {}
+SqlArgument::SqlArgument(const DoubledApostrophes& text)
+    : text_("'" + ReplaceAll(text.text, "'", "''") + "'") {}
 
 SqlArgument::SqlArgument(const TextList& list) {
     std::vector<std::string> texts;

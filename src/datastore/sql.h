@@ -9,7 +9,8 @@
 
 namespace kv {
 
-/// A piece of statement text that is joined as it stands: an order-by list, a condition made by another routine.
+/// A piece of statement text that is joined as it stands: an order-by list, a condition made by another
+/// routine.
 struct Raw {
     std::string text;
 };
@@ -24,7 +25,7 @@ struct TextList {
 
 /// One value on its way into a statement.
 class SqlArgument {
- public:
+  public:
     SqlArgument(Raw raw) : text_(std::move(raw.text)) {}
     SqlArgument(const DoubledApostrophes& text);
     SqlArgument(const TextList& list);
@@ -41,16 +42,16 @@ class SqlArgument {
 
     const std::string& Text() const { return text_; }
 
- private:
+  private:
     std::string text_;
 };
 
 std::string JoinSql(std::string_view pattern, std::initializer_list<SqlArgument> arguments);
 
-/// Joins values into a statement or a criteria text, one for each "{}": Sql("client = {} and st_date > {}", id, today.DayNumber()).
-/// A text is put in single quotes, numbers and dates are joined as typed values. A text that holds an apostrophe makes the
-/// statement fail here with EngineError 3075, as it always did: the program refuses the character where it matters, and a
-/// value can never change what its statement means.
+/// Joins values into a statement or a criteria text, one for each "{}": Sql("client = {} and st_date > {}",
+/// id, today.DayNumber()). A text is put in single quotes, numbers and dates are joined as typed values. A
+/// text that holds an apostrophe makes the statement fail here with EngineError 3075, as it always did: the
+/// program refuses the character where it matters, and a value can never change what its statement means.
 template <typename... Arguments>
 std::string Sql(std::string_view pattern, const Arguments&... arguments) {
     return JoinSql(pattern, {SqlArgument(arguments)...});

@@ -13,7 +13,7 @@ enum class ValueType { Null, Boolean, Integer, Double, Currency, Date, Text };
 
 /// Money, to four decimals, held as ten-thousandths.
 class Currency {
- public:
+  public:
     constexpr Currency() = default;
     /// Rounds half away from zero to four decimals.
     static Currency FromDouble(double amount);
@@ -22,14 +22,14 @@ class Currency {
     double ToDouble() const { return static_cast<double>(units_) / 10000.0; }
     friend constexpr auto operator<=>(const Currency&, const Currency&) = default;
 
- private:
+  private:
     explicit constexpr Currency(std::int64_t units) : units_(units) {}
     std::int64_t units_ = 0;
 };
 
 /// One field's content. Null and empty text are two things.
 class Value {
- public:
+  public:
     Value() = default;
     Value(std::nullptr_t) {}
     Value(bool value) : held_(value) {}
@@ -46,17 +46,19 @@ class Value {
     ValueType Type() const { return static_cast<ValueType>(held_.index()); }
     bool IsNull() const { return held_.index() == 0; }
 
-    /// Joined to the empty text: Null becomes "", a boolean "True" or "False", a date its general form ("1/31/2026 3:05:00 PM",
-    /// the day or the time alone where the other is nought).
+    /// Joined to the empty text: Null becomes "", a boolean "True" or "False", a date its general form
+    /// ("1/31/2026 3:05:00 PM", the day or the time alone where the other is nought).
     std::string ToText() const;
-    /// As a number; a text is read in full. Throws EngineError 94 for Null, 3421 for a text that is no number.
+    /// As a number; a text is read in full. Throws EngineError 94 for Null, 3421 for a text that is no
+    /// number.
     double ToDouble() const;
     /// Rounded to the nearest whole number, halves to the even one. Throws as ToDouble.
     std::int64_t ToInteger() const;
     /// A number other than 0 is true; "True", "Yes" and "-1" are. Throws as ToDouble.
     bool ToBoolean() const;
     Currency ToCurrency() const;
-    /// A number is a day number, a text is parsed. Throws EngineError 94 for Null, 3421 for a text that is no date.
+    /// A number is a day number, a text is parsed. Throws EngineError 94 for Null, 3421 for a text that is no
+    /// date.
     Date ToDate() const;
 
     /// As above, with `fallback` for Null.
@@ -68,7 +70,7 @@ class Value {
     /// The same type and the same content, texts compared exactly. What tells a changed field.
     friend bool operator==(const Value& a, const Value& b) = default;
 
- private:
+  private:
     std::variant<std::monostate, bool, std::int64_t, double, Currency, Date, std::string> held_;
 };
 

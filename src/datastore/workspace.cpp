@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "base/platform.h"
+#include "datastore/engine/connection.h"
 #include "datastore/engine/sqlite/sqlite_open.h"
 #include "datastore/script.h"
 
@@ -22,6 +23,7 @@ fs::path FilePath(const fs::path& path) {
 
 struct Workspace::Connections {
     std::map<fs::path, std::weak_ptr<Connection>> open;
+    std::function<Date()> clock;
 };
 
 Workspace::Workspace() : connections_(std::make_unique<Connections>()) {}
@@ -36,6 +38,8 @@ DatabasePtr Workspace::OpenDatabase(const fs::path& path, SchemaCheck check) {
     std::shared_ptr<Connection> connection = known.lock();
     if (!connection) {
         connection = sqlite::Open(file, check);
+        if (connections_->clock)
+            connection->clock = connections_->clock;
         known = connection;
     }
     return std::make_shared<Database>(std::move(connection));
@@ -45,6 +49,10 @@ DatabasePtr Workspace::CreateDatabase(const fs::path& path, std::string_view scr
     const fs::path file = FilePath(path);
     sqlite::Create(file, SplitScript(script));
     return OpenDatabase(file);
+}
+
+void Workspace::SetClock(std::function<Date()> now) {
+    connections_->clock = std::move(now);
 }
 
 }  // namespace kv

@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,36 +15,37 @@ namespace kv {
 
 class Connection;  // an engine's own, below datastore/
 
-/// Holds one view of a database and one shared lock while a routine looks up much; it ends before anything waits for the
-/// operator. Spans nest. A write inside a span is allowed: it refreshes the view.
+/// Holds one view of a database and one shared lock while a routine looks up much; it ends before anything
+/// waits for the operator. Spans nest. A write inside a span is allowed: it refreshes the view.
 class ReadSpan {
- public:
+  public:
     explicit ReadSpan(Connection& connection);
     ~ReadSpan();
     ReadSpan(ReadSpan&&) noexcept;
     ReadSpan(const ReadSpan&) = delete;
     ReadSpan& operator=(const ReadSpan&) = delete;
 
- private:
+  private:
     Connection* connection_;
 };
 
-/// All or nothing, for loading and copying whole tables. The rules use none: their steps stay done one by one.
+/// All or nothing, for loading and copying whole tables. The rules use none: their steps stay done one by
+/// one.
 class Transaction {
- public:
+  public:
     explicit Transaction(Connection& connection);
     ~Transaction();  ///< Rolls back what was not committed.
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
     void Commit();
 
- private:
+  private:
     Connection* connection_;
 };
 
 /// An open database. Handles to one path share what the engine needs; each is closed by its opener.
 class Database {
- public:
+  public:
     explicit Database(std::shared_ptr<Connection> connection);
     ~Database();
 
@@ -68,7 +70,7 @@ class Database {
     void SetNextCounter(std::string_view table, std::int64_t next);
     Connection& Engine() { return *connection_; }
 
- private:
+  private:
     std::shared_ptr<Connection> connection_;
 };
 
@@ -78,19 +80,22 @@ enum class SchemaCheck { Required, Ignored };
 
 /// Opens databases and makes new ones.
 class Workspace {
- public:
+  public:
     Workspace();
     ~Workspace();
 
-    /// Shared, read-write; the file name is matched without regard to case, "\\" and "/" are alike. Throws EngineError with
-    /// words for the operator: 3024 no such file, 3051 it can't be opened or written, 3343 it is no database, an Access
-    /// file, or one of another schema version (not looked at with SchemaCheck::Ignored).
+    /// Shared, read-write; the file name is matched without regard to case, "\\" and "/" are alike. Throws
+    /// EngineError with words for the operator: 3024 no such file, 3051 it can't be opened or written, 3343
+    /// it is no database, an Access file, or one of another schema version (not looked at with
+    /// SchemaCheck::Ignored).
     DatabasePtr OpenDatabase(const std::filesystem::path& path, SchemaCheck check = SchemaCheck::Required);
-    /// Makes an empty database from a script of CREATE statements separated by semicolons (lines that begin with -- are
-    /// remarks), whole or not at all. 3204 when the file exists.
+    /// Makes an empty database from a script of CREATE statements separated by semicolons (lines that begin
+    /// with -- are remarks), whole or not at all. 3204 when the file exists.
     DatabasePtr CreateDatabase(const std::filesystem::path& path, std::string_view script);
+    /// What now() and date() answer in the statements of databases opened from now on; the system's time without it.
+    void SetClock(std::function<Date()> now);
 
- private:
+  private:
     struct Connections;
     std::unique_ptr<Connections> connections_;
 };

@@ -16,9 +16,6 @@ class FRMDis_error : public QDialog {
 
     QListWidget* LSTerror;
     QPushButton* CMDok;
-
-  protected:
-    void keyPressEvent(QKeyEvent* event) override;
 };
 
 }  // namespace kv

@@ -59,6 +59,7 @@ class FRMmessage : public QDialog {
   private:
     void UseTimer(bool use);
     void ShowCount(int number);
+    bool CloseByKey(const QKeyEvent& event);
     void ClosePressed();
 
     int count_ = 0;

@@ -15,6 +15,7 @@ class FRMquestion : public QDialog {
     void SetQuestion(const QString& question);
     /// True for yes.
     bool Answer = false;
+    void reject() override;
 
     QLabel* LBLquest;
     QPushButton* CMDok;

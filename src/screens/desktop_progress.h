@@ -2,6 +2,8 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "session/ports.h"
 
@@ -31,17 +33,17 @@ class DesktopProgress : public Progress {
     ProgressWindow* Window() const { return window_.get(); }
 
   private:
+    struct Job {
+        std::string text;
+        long steps = 0;
+        long done = 0;
+    };
     void Refresh();
 
     Elapsed elapsed_;
     std::unique_ptr<ProgressWindow> window_;
-    std::string text_;
-    long steps_ = 0;
-    long done_ = 0;
+    std::vector<Job> jobs_;
     std::chrono::milliseconds begun_{};
-    std::chrono::milliseconds shown_{};
-    bool running_ = false;
-    bool stopped_ = false;
     int hourglasses_ = 0;
 };
 

@@ -8,12 +8,11 @@
 namespace kv {
 namespace {
 
-constexpr long kMost = 90000;  // the ids of ordinary clients end at 99899
-
 void CheckNumbers(const DemoOptions& options) {
-    if (options.clients < 1 || options.clients > kMost || options.caregivers < 1 ||
-        options.caregivers > kMost) {
-        throw DemoRefused("The numbers of clients and caregivers must lie between 1 and 90000.");
+    if (options.clients < 1 || options.clients > kMostDemoPeople || options.caregivers < 1 ||
+        options.caregivers > kMostDemoPeople) {
+        throw DemoRefused("The numbers of clients and caregivers must lie between 1 and " +
+                          std::to_string(kMostDemoPeople) + ".");
     }
 }
 

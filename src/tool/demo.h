@@ -7,6 +7,9 @@
 
 namespace kv {
 
+/// The greatest number of clients or of caregivers: ordinary client ids end at 99899.
+inline constexpr long kMostDemoPeople = 90000;
+
 /// How large an agency to make up. The same numbers, seed and moment give the same rows.
 struct DemoOptions {
     long clients = 150;  ///< ordinary clients; the templates come on top

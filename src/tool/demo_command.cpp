@@ -1,4 +1,4 @@
-// demo: a made-up agency.
+// demo: fills an empty data folder with a made-up agency.
 #include <memory>
 
 #include "tool/command.h"
@@ -9,13 +9,13 @@ namespace {
 
 int Demo(Context& context, const DemoOptions& options) {
     Session& session = context.session;
-    const DemoCounts counts =
+    const DemoCounts made =
         RunDemo(session.workspace, context.DataFolder(), session.clock, session.progress, options);
-    context.Print({{"clients", counts.clients},
-                   {"caregivers", counts.caregivers},
-                   {"authorizations", counts.authorizations},
-                   {"assignments", counts.assignments},
-                   {"schedules", counts.schedules}});
+    context.Print({{"clients", made.clients},
+                   {"caregivers", made.caregivers},
+                   {"authorizations", made.authorizations},
+                   {"assignments", made.assignments},
+                   {"schedules", made.schedules}});
     return 0;
 }
 
@@ -23,9 +23,14 @@ int Demo(Context& context, const DemoOptions& options) {
 
 Action PrepareDemo(CLI::App& command) {
     auto options = std::make_shared<DemoOptions>();
-    command.add_option("--clients", options->clients, "How many clients")->capture_default_str();
-    command.add_option("--caregivers", options->caregivers, "How many caregivers")->capture_default_str();
-    command.add_option("--seed", options->seed, "Another number gives other people")->capture_default_str();
+    const CLI::Range numbers(1L, kMostDemoPeople);
+    command.add_option("--clients", options->clients, "How many clients")
+        ->capture_default_str()
+        ->check(numbers);
+    command.add_option("--caregivers", options->caregivers, "How many caregivers")
+        ->capture_default_str()
+        ->check(numbers);
+    command.add_option("--seed", options->seed, "Another number makes another agency")->capture_default_str();
     return [options](Context& context) { return Demo(context, *options); };
 }
 

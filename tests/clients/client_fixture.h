@@ -14,7 +14,7 @@ class ClientTest : public ::testing::Test {
   protected:
     ClientTest() {
         const char* const lists[][3] = {
-            {"main.[PROVIDERS SEX]", "X", "Any Gender"},
+            {"main.PROVIDERS SEX", "X", "Any Gender"},
             {"main.LANGUAGE", "LT", "Latin"},
             {"main.DISCIPLINE", "NU", "Nursing"},
             {"main.BOROUGH", "", "Hill Side"},
@@ -26,9 +26,11 @@ class ClientTest : public ::testing::Test {
             {"main.COLOR_RESULT", "RED", "Red"},
             {"main.COLOR_RESULT", "BLU", "Blue"},
         };
+        Transaction all = agency.Code().BeginTransaction();
         for (const auto& [table, code, description] : lists) {
             agency.Insert(table, {{"code", code}, {"description", description}});
         }
+        all.Commit();
     }
 
     /// An active client whose required boxes are filled.

@@ -21,7 +21,7 @@ const TableInfo& FindTable(const Catalogue& catalogue, const std::string& name) 
 // ---------------------------------------------------------------------------------------------------- SELECT
 
 class SelectBinder {
- public:
+  public:
     SelectBinder(Select& select, const Catalogue& catalogue)
         : select_(select), catalogue_(catalogue), names_(select.sources) {}
 
@@ -42,7 +42,7 @@ class SelectBinder {
             CheckGrouped();
     }
 
- private:
+  private:
     void BindJoins(JoinTree& tree) {
         if (!tree.left)
             return;
@@ -72,9 +72,10 @@ class SelectBinder {
             found = true;
             for (std::size_t column = 0; column < source.info->columns.size(); ++column) {
                 SelectItem item;
-                item.expression = MakeExpression(ColumnName{source.Name(), source.info->columns[column].name,
-                                                            static_cast<int>(i), static_cast<int>(column)},
-                                                 star.begin, star.begin, FieldType(source.info->columns[column].type));
+                item.expression =
+                    MakeExpression(ColumnName{source.Name(), source.info->columns[column].name,
+                                              static_cast<int>(i), static_cast<int>(column)},
+                                   star.begin, star.begin, FieldType(source.info->columns[column].type));
                 items.push_back(std::move(item));
             }
         }
@@ -138,8 +139,9 @@ class SelectBinder {
         const bool whole = position.Type() == ValueType::Integer;
         const std::int64_t place = whole ? position.ToInteger() : 0;
         if (place < 1 || place > static_cast<std::int64_t>(select_.items.size()))
-            throw EngineError(engine_error::kSyntaxInOrderBy,
-                              fmt::format("Syntax error in ORDER BY clause: there is no column {}.", position.ToText()));
+            throw EngineError(
+                engine_error::kSyntaxInOrderBy,
+                fmt::format("Syntax error in ORDER BY clause: there is no column {}.", position.ToText()));
         return Clone(*select_.items[static_cast<std::size_t>(place - 1)].expression);
     }
 
@@ -159,10 +161,11 @@ class SelectBinder {
         if (std::holds_alternative<Aggregate>(expression.node))
             return;
         if (const auto* name = std::get_if<ColumnName>(&expression.node))
-            throw EngineError(engine_error::kNotInAggregate,
-                              fmt::format("You tried to execute a query that does not include the specified expression "
-                                          "'{}' as part of an aggregate function.",
-                                          name->name));
+            throw EngineError(
+                engine_error::kNotInAggregate,
+                fmt::format("You tried to execute a query that does not include the specified expression "
+                            "'{}' as part of an aggregate function.",
+                            name->name));
         ForEachChild(expression, [&](ExpressionPtr& child) { CheckGrouped(*child); });
     }
 
@@ -171,13 +174,15 @@ class SelectBinder {
     ExpressionBinder names_;
 };
 
-// ------------------------------------------------------------------------------------------ values for columns
+// ------------------------------------------------------------------------------------------ values for
+// columns
 
 bool HoldsEvery(const ColumnInfo& column, const Expression& value, const std::vector<Source>& sources) {
     if (const auto* name = std::get_if<ColumnName>(&value.node); name && name->source >= 0) {
-        const ColumnInfo& from =
-            sources[static_cast<std::size_t>(name->source)].info->columns[static_cast<std::size_t>(name->column)];
-        return column.type == from.type && (column.size == 0 || (from.size > 0 && from.size <= column.size)) &&
+        const ColumnInfo& from = sources[static_cast<std::size_t>(name->source)]
+                                     .info->columns[static_cast<std::size_t>(name->column)];
+        return column.type == from.type &&
+               (column.size == 0 || (from.size > 0 && from.size <= column.size)) &&
                column.type != ColumnType::Boolean;
     }
     switch (column.type) {
@@ -192,8 +197,10 @@ bool HoldsEvery(const ColumnInfo& column, const Expression& value, const std::ve
     }
 }
 
-/// Makes the value fit the column. Literals of INSERT and UPDATE are left alone: each execution converts its own.
-void FitToColumn(ExpressionPtr& value, const ColumnInfo& column, const std::vector<Source>& sources, bool slotsFit) {
+/// Makes the value fit the column. Literals of INSERT and UPDATE are left alone: each execution converts its
+/// own.
+void FitToColumn(ExpressionPtr& value, const ColumnInfo& column, const std::vector<Source>& sources,
+                 bool slotsFit) {
     if (auto* constant = std::get_if<Constant>(&value->node)) {
         constant->value = ConvertToColumn(constant->value, column);
         value->type = constant->value.Type();
@@ -203,10 +210,12 @@ void FitToColumn(ExpressionPtr& value, const ColumnInfo& column, const std::vect
         return;
     const std::uint32_t begin = value->begin;
     const std::uint32_t end = value->end;
-    value = MakeExpression(FitColumn{std::move(value), column.type, column.size}, begin, end, FieldType(column.type));
+    value = MakeExpression(FitColumn{std::move(value), column.type, column.size}, begin, end,
+                           FieldType(column.type));
 }
 
-// ---------------------------------------------------------------------------------- INSERT, UPDATE and DELETE
+// ---------------------------------------------------------------------------------- INSERT, UPDATE and
+// DELETE
 
 void BindInsertColumns(Insert& insert, const TableInfo& table) {
     if (insert.allColumns)
@@ -218,9 +227,10 @@ void BindInsertColumns(Insert& insert, const TableInfo& table) {
     for (Assignment& assignment : insert.assignments) {
         const auto column = table.Find(assignment.name);
         if (!column)
-            throw EngineError(engine_error::kUnknownInsertField,
-                              fmt::format("The INSERT INTO statement contains the following unknown field name: '{}'.",
-                                          assignment.name));
+            throw EngineError(
+                engine_error::kUnknownInsertField,
+                fmt::format("The INSERT INTO statement contains the following unknown field name: '{}'.",
+                            assignment.name));
         assignment.column = static_cast<int>(*column);
     }
     const std::size_t values = insert.query ? insert.query->items.size() : insert.values.size();
@@ -267,8 +277,8 @@ void BindUpdate(Update& update, const Catalogue& catalogue) {
         names.BindCondition(update.where);
     names.CheckNames();
     for (Assignment& assignment : update.assignments)
-        FitToColumn(assignment.value, update.target.info->columns[static_cast<std::size_t>(assignment.column)], sources,
-                    true);
+        FitToColumn(assignment.value,
+                    update.target.info->columns[static_cast<std::size_t>(assignment.column)], sources, true);
 }
 
 void BindDelete(Delete& statement, const Catalogue& catalogue) {
@@ -301,7 +311,8 @@ struct StatementBinder {
     void operator()(CreateIndex& create) const { BindCreateIndex(create, catalogue); }
     void operator()(CreateTable& create) const {
         if (catalogue.Find(create.table.name))
-            throw EngineError(engine_error::kTableExists, fmt::format("Table '{}' already exists.", create.table.name));
+            throw EngineError(engine_error::kTableExists,
+                              fmt::format("Table '{}' already exists.", create.table.name));
     }
     void operator()(DropTable& drop) const { drop.table = FindTable(catalogue, drop.table).name; }
 };

@@ -28,15 +28,15 @@ struct TypeName {
 };
 
 constexpr std::array kTypes = {
-    TypeName{"counter", ColumnType::Long, true},  TypeName{"long", ColumnType::Long},
-    TypeName{"short", ColumnType::Short},         TypeName{"double", ColumnType::Double},
-    TypeName{"currency", ColumnType::Currency},   TypeName{"datetime", ColumnType::DateTime},
-    TypeName{"yesno", ColumnType::Boolean},       TypeName{"text", ColumnType::Text},
+    TypeName{"counter", ColumnType::Long, true}, TypeName{"long", ColumnType::Long},
+    TypeName{"short", ColumnType::Short},        TypeName{"double", ColumnType::Double},
+    TypeName{"currency", ColumnType::Currency},  TypeName{"datetime", ColumnType::DateTime},
+    TypeName{"yesno", ColumnType::Boolean},      TypeName{"text", ColumnType::Text},
     TypeName{"memo", ColumnType::Memo},
 };
 
 class TableParser {
- public:
+  public:
     explicit TableParser(TokenStream& tokens) : tokens_(tokens) {}
 
     CreateTable Parse() {
@@ -52,7 +52,7 @@ class TableParser {
         return {std::move(table_)};
     }
 
- private:
+  private:
     [[noreturn]] void Fail() const { tokens_.Fail(kFault, kTableFault); }
     void Expect(Symbol symbol) { tokens_.Expect(symbol, kFault, kTableFault); }
     void Expect(Keyword keyword) { tokens_.Expect(keyword, kFault, kTableFault); }

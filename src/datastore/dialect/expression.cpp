@@ -24,7 +24,9 @@ struct Comparer {
     bool operator()(const Constant& a, const Constant& b) const { return a.value == b.value; }
     bool operator()(const Negate& a, const Negate& b) const { return Same(a.operand, b.operand); }
     bool operator()(const Not& a, const Not& b) const { return Same(a.operand, b.operand); }
-    bool operator()(const Convert& a, const Convert& b) const { return a.to == b.to && Same(a.operand, b.operand); }
+    bool operator()(const Convert& a, const Convert& b) const {
+        return a.to == b.to && Same(a.operand, b.operand);
+    }
     bool operator()(const FitColumn& a, const FitColumn& b) const {
         return a.to == b.to && a.size == b.size && Same(a.operand, b.operand);
     }
@@ -66,7 +68,9 @@ struct Cloner {
     ExpressionNode operator()(const FitColumn& node) const {
         return FitColumn{Copy(node.operand), node.to, node.size};
     }
-    ExpressionNode operator()(const Binary& node) const { return Binary{node.op, Copy(node.left), Copy(node.right)}; }
+    ExpressionNode operator()(const Binary& node) const {
+        return Binary{node.op, Copy(node.left), Copy(node.right)};
+    }
     ExpressionNode operator()(const Between& node) const {
         return Between{node.negated, Copy(node.value), Copy(node.low), Copy(node.high)};
     }
@@ -74,8 +78,12 @@ struct Cloner {
         return InList{node.negated, Copy(node.value), Copy(node.list)};
     }
     ExpressionNode operator()(const IsNull& node) const { return IsNull{node.negated, Copy(node.value)}; }
-    ExpressionNode operator()(const Call& node) const { return Call{node.name, Copy(node.arguments), node.function}; }
-    ExpressionNode operator()(const Aggregate& node) const { return Aggregate{node.kind, Copy(node.argument)}; }
+    ExpressionNode operator()(const Call& node) const {
+        return Call{node.name, Copy(node.arguments), node.function};
+    }
+    ExpressionNode operator()(const Aggregate& node) const {
+        return Aggregate{node.kind, Copy(node.argument)};
+    }
 };
 
 }  // namespace
@@ -94,7 +102,8 @@ bool SameExpression(const Expression& a, const Expression& b) {
     if (a.node.index() != b.node.index())
         return false;
     return std::visit(
-        [&](const auto& node) { return Comparer()(node, std::get<std::decay_t<decltype(node)>>(b.node)); }, a.node);
+        [&](const auto& node) { return Comparer()(node, std::get<std::decay_t<decltype(node)>>(b.node)); },
+        a.node);
 }
 
 }  // namespace kv::dialect

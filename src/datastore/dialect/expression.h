@@ -15,14 +15,53 @@ struct Expression;
 using ExpressionPtr = std::unique_ptr<Expression>;
 
 enum class Operator : std::uint8_t {
-    Or, And, Equal, NotEqual, Less, LessEqual, Greater, GreaterEqual, Like, Concatenate, Add, Subtract, Modulo,
-    IntegerDivide, Multiply, Divide,
+    Or,
+    And,
+    Equal,
+    NotEqual,
+    Less,
+    LessEqual,
+    Greater,
+    GreaterEqual,
+    Like,
+    Concatenate,
+    Add,
+    Subtract,
+    Modulo,
+    IntegerDivide,
+    Multiply,
+    Divide,
 };
 
-/// What a call means once it is bound. One name may stand for several: format() is three functions by what it formats.
+/// What a call means once it is bound. One name may stand for several: format() is three functions by what it
+/// formats.
 enum class Function : std::uint8_t {
-    None, FormatDate, FormatNumber, FormatText, Left, Right, Mid, Len, Trim, LTrim, RTrim, UCase, LCase, Iif, IsNull, Nz,
-    Val, Int, Abs, Year, Month, Day, Weekday, Today, Now, DateSerial,
+    None,
+    FormatDate,
+    FormatNumber,
+    FormatText,
+    Left,
+    Right,
+    Mid,
+    Len,
+    Trim,
+    LTrim,
+    RTrim,
+    UCase,
+    LCase,
+    Iif,
+    IsNull,
+    Nz,
+    Val,
+    Int,
+    Abs,
+    Year,
+    Month,
+    Day,
+    Weekday,
+    Today,
+    Now,
+    DateSerial,
 };
 
 /// A column by name; the binder finds the source (its place in the FROM clause) and the column in it.
@@ -89,25 +128,28 @@ struct Aggregate {
     ExpressionPtr argument;  ///< none for count(*)
 };
 
-/// Put in by the binder where a value of one type stands in a place of another: text of a number in a concatenation.
+/// Put in by the binder where a value of one type stands in a place of another: text of a number in a
+/// concatenation.
 struct Convert {
     ExpressionPtr operand;
     ValueType to = ValueType::Text;
 };
 
-/// Put in by the binder where an expression is written to a column that does not hold every value of its type.
+/// Put in by the binder where an expression is written to a column that does not hold every value of its
+/// type.
 struct FitColumn {
     ExpressionPtr operand;
     ColumnType to = ColumnType::Text;
     int size = 0;
 };
 
-using ExpressionNode = std::variant<ColumnName, Slot, Constant, Negate, Not, Binary, Between, InList, IsNull, Call,
-                                    Aggregate, Convert, FitColumn>;
+using ExpressionNode = std::variant<ColumnName, Slot, Constant, Negate, Not, Binary, Between, InList, IsNull,
+                                    Call, Aggregate, Convert, FitColumn>;
 
 struct Expression {
     ExpressionNode node;
-    /// What the expression yields; set by the parser for literals, by the binder for the rest. Null where it is not known.
+    /// What the expression yields; set by the parser for literals, by the binder for the rest. Null where it
+    /// is not known.
     ValueType type = ValueType::Null;
     /// Its place in the statement's text.
     std::uint32_t begin = 0;
@@ -129,11 +171,21 @@ namespace detail {
 inline void Each(Slot&, auto) {}
 inline void Each(ColumnName&, auto) {}
 inline void Each(Constant&, auto) {}
-inline void Each(Negate& node, auto visit) { visit(node.operand); }
-inline void Each(Not& node, auto visit) { visit(node.operand); }
-inline void Each(Convert& node, auto visit) { visit(node.operand); }
-inline void Each(FitColumn& node, auto visit) { visit(node.operand); }
-inline void Each(IsNull& node, auto visit) { visit(node.value); }
+inline void Each(Negate& node, auto visit) {
+    visit(node.operand);
+}
+inline void Each(Not& node, auto visit) {
+    visit(node.operand);
+}
+inline void Each(Convert& node, auto visit) {
+    visit(node.operand);
+}
+inline void Each(FitColumn& node, auto visit) {
+    visit(node.operand);
+}
+inline void Each(IsNull& node, auto visit) {
+    visit(node.value);
+}
 inline void Each(Binary& node, auto visit) {
     visit(node.left);
     visit(node.right);
@@ -164,7 +216,8 @@ void ForEachChild(Expression& expression, Visit visit) {
 }
 
 template <typename Node>
-ExpressionPtr MakeExpression(Node node, std::uint32_t begin, std::uint32_t end, ValueType type = ValueType::Null) {
+ExpressionPtr MakeExpression(Node node, std::uint32_t begin, std::uint32_t end,
+                             ValueType type = ValueType::Null) {
     auto made = std::make_unique<Expression>();
     made->node = std::move(node);
     made->begin = begin;

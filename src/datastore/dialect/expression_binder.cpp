@@ -94,10 +94,11 @@ bool ExpressionBinder::FindInTables(ColumnName& name) const {
         if (!column)
             continue;
         if (name.source >= 0)
-            throw EngineError(engine_error::kAmbiguousField,
-                              fmt::format("The specified field '{}' could refer to more than one table listed in the FROM "
-                                          "clause of your SQL statement.",
-                                          name.name));
+            throw EngineError(
+                engine_error::kAmbiguousField,
+                fmt::format("The specified field '{}' could refer to more than one table listed in the FROM "
+                            "clause of your SQL statement.",
+                            name.name));
         name.source = static_cast<int>(i);
         name.column = static_cast<int>(*column);
     }
@@ -126,8 +127,8 @@ void ExpressionBinder::BindColumn(ExpressionPtr& expression) {
         return;
     auto& name = std::get<ColumnName>(expression->node);
     if (FindInTables(name)) {
-        const ColumnInfo& column =
-            sources_[static_cast<std::size_t>(name.source)].info->columns[static_cast<std::size_t>(name.column)];
+        const ColumnInfo& column = sources_[static_cast<std::size_t>(name.source)]
+                                       .info->columns[static_cast<std::size_t>(name.column)];
         expression->type = FieldType(column.type);
         return;
     }
@@ -192,8 +193,10 @@ void ExpressionBinder::BindCall(ExpressionPtr& expression) {
         throw EngineError(engine_error::kUndefinedFunction,
                           fmt::format("Undefined function '{}' in expression.", call.name));
     if (call.arguments.size() < info->fewest || call.arguments.size() > info->most)
-        throw EngineError(engine_error::kSyntaxInExpression,
-                          fmt::format("Wrong number of arguments used with function '{}' in query expression.", info->name));
+        throw EngineError(
+            engine_error::kSyntaxInExpression,
+            fmt::format("Wrong number of arguments used with function '{}' in query expression.",
+                        info->name));
     for (std::size_t i = 0; i < call.arguments.size(); ++i) {
         Bind(call.arguments[i]);
         FitArgument(call.arguments[i], info->arguments[i]);
@@ -237,7 +240,8 @@ ValueType ExpressionBinder::CallType(const FunctionInfo& info, Call& call) const
 
 ValueType ExpressionBinder::BindAggregate(Aggregate& node) {
     if (!aggregatesAllowed_)
-        throw EngineError(engine_error::kAggregateInWhere, "Cannot have an aggregate function in this place.");
+        throw EngineError(engine_error::kAggregateInWhere,
+                          "Cannot have an aggregate function in this place.");
     sawAggregate_ = true;
     if (!node.argument)
         return ValueType::Integer;

@@ -8,13 +8,14 @@
 
 namespace kv::dialect {
 
-/// Binds the expressions of one statement. Unknown names are gathered, since the engine counts them as parameters that
-/// nobody gave; CheckNames throws once all have been seen.
+/// Binds the expressions of one statement. Unknown names are gathered, since the engine counts them as
+/// parameters that nobody gave; CheckNames throws once all have been seen.
 class ExpressionBinder {
- public:
+  public:
     explicit ExpressionBinder(const std::vector<Source>& sources) : sources_(sources) {}
 
-    /// How names are looked up: in the tables alone; there, then among the result's columns; or the result's first.
+    /// How names are looked up: in the tables alone; there, then among the result's columns; or the result's
+    /// first.
     enum class Names { OfTables, TablesThenResult, ResultThenTables };
     void UseResult(const Select& query, Names names) {
         result_ = &query;
@@ -34,7 +35,7 @@ class ExpressionBinder {
     void CheckNames() const;
     void NoteUnknown(const std::string& name);
 
- private:
+  private:
     void BindColumn(ExpressionPtr& expression);
     bool FindInTables(ColumnName& name) const;
     bool FindInResult(ExpressionPtr& expression) const;

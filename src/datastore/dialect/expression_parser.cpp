@@ -18,13 +18,20 @@ constexpr int kMostParentheses = 100;
 
 std::optional<Operator> ComparisonOf(const Token& token) {
     switch (token.symbol) {
-        case Symbol::Equal: return Operator::Equal;
-        case Symbol::NotEqual: return Operator::NotEqual;
-        case Symbol::Less: return Operator::Less;
-        case Symbol::LessEqual: return Operator::LessEqual;
-        case Symbol::Greater: return Operator::Greater;
-        case Symbol::GreaterEqual: return Operator::GreaterEqual;
-        default: return std::nullopt;
+        case Symbol::Equal:
+            return Operator::Equal;
+        case Symbol::NotEqual:
+            return Operator::NotEqual;
+        case Symbol::Less:
+            return Operator::Less;
+        case Symbol::LessEqual:
+            return Operator::LessEqual;
+        case Symbol::Greater:
+            return Operator::Greater;
+        case Symbol::GreaterEqual:
+            return Operator::GreaterEqual;
+        default:
+            return std::nullopt;
     }
 }
 
@@ -48,7 +55,8 @@ constexpr std::array kArithmetic = {
 
 std::optional<Operator> ArithmeticOf(const Token& token, std::size_t level) {
     for (const Level& entry : kArithmetic) {
-        const bool fits = entry.symbol != Symbol::None ? token.symbol == entry.symbol : token.keyword == entry.keyword;
+        const bool fits =
+            entry.symbol != Symbol::None ? token.symbol == entry.symbol : token.keyword == entry.keyword;
         if (entry.level == level && fits)
             return entry.op;
     }
@@ -101,7 +109,8 @@ bool ExpressionParser::AtEndOfExpression() const {
             break;
     }
     const Symbol symbol = tokens_.Peek().symbol;
-    return tokens_.AtEnd() || symbol == Symbol::Comma || symbol == Symbol::RightParen || symbol == Symbol::Semicolon;
+    return tokens_.AtEnd() || symbol == Symbol::Comma || symbol == Symbol::RightParen ||
+           symbol == Symbol::Semicolon;
 }
 
 template <typename Node>
@@ -112,7 +121,8 @@ ExpressionPtr ExpressionParser::Make(Node node, std::uint32_t begin, ValueType t
     return made;
 }
 
-ExpressionPtr ExpressionParser::MakeBinary(Operator op, ExpressionPtr left, ExpressionPtr right, std::uint32_t begin) {
+ExpressionPtr ExpressionParser::MakeBinary(Operator op, ExpressionPtr left, ExpressionPtr right,
+                                           std::uint32_t begin) {
     return Make(Binary{op, std::move(left), std::move(right)}, begin);
 }
 
@@ -272,7 +282,8 @@ ExpressionPtr ExpressionParser::ParseNamed() {
         tokens_.FailExpression(begin_);
     const bool bare = tokens_.Peek().kind == TokenKind::Word;
     std::string name = TakeName(tokens_);
-    return bare && tokens_.At(Symbol::LeftParen) ? ParseCall(std::move(name), begin) : ParseColumn(std::move(name), begin);
+    return bare && tokens_.At(Symbol::LeftParen) ? ParseCall(std::move(name), begin)
+                                                 : ParseColumn(std::move(name), begin);
 }
 
 ExpressionPtr ExpressionParser::ParseColumn(std::string name, std::uint32_t begin) {

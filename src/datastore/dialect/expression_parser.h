@@ -6,13 +6,13 @@ namespace kv::dialect {
 
 /// Reads expressions, loosest operator first: or, and, not, comparisons, &, + -, mod, \, * /, the sign.
 class ExpressionParser {
- public:
+  public:
     explicit ExpressionParser(TokenStream& tokens) : tokens_(tokens) {}
 
     /// One whole expression; what follows it must be the end of a clause or list. 3075 otherwise.
     ExpressionPtr Parse();
 
- private:
+  private:
     ExpressionPtr ParseOr();
     ExpressionPtr ParseAnd();
     ExpressionPtr ParseNot();

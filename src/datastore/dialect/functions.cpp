@@ -11,7 +11,8 @@ constexpr Argument kText = Argument::Text;
 constexpr Argument kNumber = Argument::Number;
 constexpr Argument kDate = Argument::Date;
 
-// cdate() is a conversion and nothing else, so the binder turns it into one; format() is split there by what it formats.
+// cdate() is a conversion and nothing else, so the binder turns it into one; format() is split there by what
+// it formats.
 constexpr FunctionInfo kFunctions[] = {
     {"format", Function::FormatText, 2, 2, {kAny, kText}, Yields::Fixed, ValueType::Text},
     {"left", Function::Left, 2, 2, {kText, kNumber}, Yields::Fixed, ValueType::Text},

@@ -16,16 +16,17 @@ bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 bool StartsWord(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
+           static_cast<unsigned char>(c) >= 0x80;
 }
 bool ContinuesWord(char c) {
     return StartsWord(c) || IsDigit(c) || c == '$';
 }
 
-/// Which numbers of a statement are not values but names or structure, told from the tokens before them. These stay in
-/// the shape: an order-by position, a TOP count, the bare numeric columns that an UPDATE sets.
+/// Which numbers of a statement are not values but names or structure, told from the tokens before them.
+/// These stay in the shape: an order-by position, a TOP count, the bare numeric columns that an UPDATE sets.
 class Structure {
- public:
+  public:
     bool OwnsNumber() const {
         return definition_ || afterTop_ || inByList_ || inColumnList_ || (inSetList_ && targetNext_);
     }
@@ -41,7 +42,7 @@ class Structure {
         last_ = token.keyword;
     }
 
- private:
+  private:
     void SeeKeyword(Keyword keyword) {
         switch (keyword) {
             case Keyword::Create:
@@ -90,7 +91,7 @@ class Structure {
 };
 
 class Lexer {
- public:
+  public:
     explicit Lexer(std::string_view text) { out_.text = text; }
 
     Lexed Run() {
@@ -104,7 +105,7 @@ class Lexer {
         return std::move(out_);
     }
 
- private:
+  private:
     char Peek(std::size_t ahead = 0) const {
         return at_ + ahead < out_.text.size() ? out_.text[at_ + ahead] : '\0';
     }
@@ -185,27 +186,61 @@ class Lexer {
         const char next = Peek();
         token.kind = TokenKind::Symbol;
         switch (c) {
-            case '(': token.symbol = Symbol::LeftParen; break;
-            case ')': token.symbol = Symbol::RightParen; break;
-            case ',': token.symbol = Symbol::Comma; break;
-            case '.': token.symbol = Symbol::Point; break;
-            case ';': token.symbol = Symbol::Semicolon; break;
-            case '*': token.symbol = Symbol::Star; break;
-            case '+': token.symbol = Symbol::Plus; break;
-            case '-': token.symbol = Symbol::Minus; break;
-            case '/': token.symbol = Symbol::Slash; break;
-            case '\\': token.symbol = Symbol::Backslash; break;
-            case '&': token.symbol = Symbol::Ampersand; break;
-            case '=': token.symbol = Symbol::Equal; break;
-            case '<': token.symbol = next == '>' ? Symbol::NotEqual : next == '=' ? Symbol::LessEqual : Symbol::Less; break;
-            case '>': token.symbol = next == '=' ? Symbol::GreaterEqual : Symbol::Greater; break;
-            default: token.kind = TokenKind::Bad; break;
+            case '(':
+                token.symbol = Symbol::LeftParen;
+                break;
+            case ')':
+                token.symbol = Symbol::RightParen;
+                break;
+            case ',':
+                token.symbol = Symbol::Comma;
+                break;
+            case '.':
+                token.symbol = Symbol::Point;
+                break;
+            case ';':
+                token.symbol = Symbol::Semicolon;
+                break;
+            case '*':
+                token.symbol = Symbol::Star;
+                break;
+            case '+':
+                token.symbol = Symbol::Plus;
+                break;
+            case '-':
+                token.symbol = Symbol::Minus;
+                break;
+            case '/':
+                token.symbol = Symbol::Slash;
+                break;
+            case '\\':
+                token.symbol = Symbol::Backslash;
+                break;
+            case '&':
+                token.symbol = Symbol::Ampersand;
+                break;
+            case '=':
+                token.symbol = Symbol::Equal;
+                break;
+            case '<':
+                token.symbol = next == '>'   ? Symbol::NotEqual
+                               : next == '=' ? Symbol::LessEqual
+                                             : Symbol::Less;
+                break;
+            case '>':
+                token.symbol = next == '=' ? Symbol::GreaterEqual : Symbol::Greater;
+                break;
+            default:
+                token.kind = TokenKind::Bad;
+                break;
         }
-        if (token.symbol == Symbol::NotEqual || token.symbol == Symbol::LessEqual || token.symbol == Symbol::GreaterEqual)
+        if (token.symbol == Symbol::NotEqual || token.symbol == Symbol::LessEqual ||
+            token.symbol == Symbol::GreaterEqual)
             ++at_;
     }
 
-    /// The expressions of a grouped query are compared with each other, so its literals stay part of its shape.
+    /// The expressions of a grouped query are compared with each other, so its literals stay part of its
+    /// shape.
     bool IsGrouped() const {
         for (std::size_t i = 1; i < out_.tokens.size(); ++i)
             if (out_.tokens[i].keyword == Keyword::By && out_.tokens[i - 1].keyword == Keyword::Group)
@@ -228,7 +263,8 @@ class Lexer {
         out_.shape.append(out_.text.substr(copied_));
     }
 
-    /// Leaves a mark of the literal's type in the shape. The mark's first character stands in no sound statement.
+    /// Leaves a mark of the literal's type in the shape. The mark's first character stands in no sound
+    /// statement.
     void TakeOut(Token& token, bool staysInShape) {
         Value value = LiteralValue(out_.TextOf(token), token.kind);
         if (value.IsNull())
@@ -251,7 +287,8 @@ class Lexer {
 Value NumberValue(std::string_view digits) {
     std::int64_t whole = 0;
     const char* end = digits.data() + digits.size();
-    if (const auto [stop, error] = std::from_chars(digits.data(), end, whole); error == std::errc() && stop == end)
+    if (const auto [stop, error] = std::from_chars(digits.data(), end, whole);
+        error == std::errc() && stop == end)
         return Value(static_cast<long long>(whole));
     double number = 0;
     std::from_chars(digits.data(), end, number);

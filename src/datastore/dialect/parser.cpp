@@ -29,9 +29,10 @@ Statement ParseOne(TokenStream& tokens) {
             tokens.Take();
             return ParseDrop(tokens);
         default:
-            throw EngineError(engine_error::kInvalidStatement,
-                              "Invalid SQL statement; expected 'DELETE', 'INSERT', 'SELECT', 'UPDATE', 'CREATE' or "
-                              "'DROP'.");
+            throw EngineError(
+                engine_error::kInvalidStatement,
+                "Invalid SQL statement; expected 'DELETE', 'INSERT', 'SELECT', 'UPDATE', 'CREATE' or "
+                "'DROP'.");
     }
 }
 

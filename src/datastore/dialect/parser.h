@@ -5,8 +5,9 @@
 
 namespace kv::dialect {
 
-/// Reads one statement; a semicolon may close it. Throws EngineError: 3075 for an expression, 3131, 3134, 3138, 3141, 3144
-/// for a clause, 3129 for what is no statement, 3142 for text behind it, a second statement included.
+/// Reads one statement; a semicolon may close it. Throws EngineError: 3075 for an expression, 3131, 3134,
+/// 3138, 3141, 3144 for a clause, 3129 for what is no statement, 3142 for text behind it, a second statement
+/// included.
 Statement ParseStatement(const Lexed& lexed);
 
 /// Reads a criteria text: what could stand behind WHERE. Throws as above.

@@ -26,7 +26,7 @@ bool ClosesSource(const TokenStream& tokens) {
 }
 
 class SelectParser {
- public:
+  public:
     explicit SelectParser(TokenStream& tokens) : tokens_(tokens) {}
 
     Select Parse() {
@@ -46,7 +46,7 @@ class SelectParser {
         return std::move(select_);
     }
 
- private:
+  private:
     void ParseQuantity() {
         if (tokens_.At(Keyword::Distinct) && !tokens_.At(Symbol::Comma, 1)) {
             tokens_.Take();

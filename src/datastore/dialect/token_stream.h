@@ -6,16 +6,18 @@
 
 namespace kv::dialect {
 
-/// The parser's place among the tokens, and the one spot where syntax faults become EngineErrors. Their words quote the
-/// piece of the statement that can't be read.
+/// The parser's place among the tokens, and the one spot where syntax faults become EngineErrors. Their words
+/// quote the piece of the statement that can't be read.
 class TokenStream {
- public:
+  public:
     explicit TokenStream(const Lexed& lexed) : lexed_(lexed) {}
 
     const Token& Peek(std::size_t ahead = 0) const;
     Token Take();
     std::string_view TextOf(const Token& token) const { return lexed_.TextOf(token); }
-    const Value& Literal(const Token& token) const { return lexed_.literals[static_cast<std::size_t>(token.slot)]; }
+    const Value& Literal(const Token& token) const {
+        return lexed_.literals[static_cast<std::size_t>(token.slot)];
+    }
 
     bool At(Keyword keyword, std::size_t ahead = 0) const;
     bool At(Symbol symbol, std::size_t ahead = 0) const;
@@ -38,7 +40,7 @@ class TokenStream {
     void Expect(Symbol symbol, int number, std::string_view what);
     void Expect(Keyword keyword, int number, std::string_view what);
 
- private:
+  private:
     std::string_view FragmentFrom(std::uint32_t begin) const;
 
     const Lexed& lexed_;

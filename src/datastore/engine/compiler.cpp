@@ -24,7 +24,8 @@ void ShiftSlots(dialect::Expression& expression, int by) {
 }
 
 bool NamesSomethingUnknown(const EngineError& error) {
-    return error.Number() == engine_error::kTableNotFound || error.Number() == engine_error::kTooFewParameters ||
+    return error.Number() == engine_error::kTableNotFound ||
+           error.Number() == engine_error::kTooFewParameters ||
            error.Number() == engine_error::kUnknownInsertField;
 }
 
@@ -54,11 +55,15 @@ std::string_view TableName(std::string_view text) {
 
 }  // namespace
 
-// ------------------------------------------------------------------------------------------------------ CompiledSelect
+// ------------------------------------------------------------------------------------------------------
+// CompiledSelect
 
 CompiledSelect::CompiledSelect(std::shared_ptr<const Catalogue> catalogue, dialect::Select select,
                                const Generator& generator)
-    : catalogue_(std::move(catalogue)), select_(std::move(select)), generator_(generator), criteria_(kCriteriaKept) {
+    : catalogue_(std::move(catalogue)),
+      select_(std::move(select)),
+      generator_(generator),
+      criteria_(kCriteriaKept) {
     for (const dialect::OutputColumn& column : select_.columns) {
         FieldInfo field{column.name, column.type, column.size, false};
         field.updatable = Target() && TargetColumn(fields_.size()) >= 0 &&
@@ -122,7 +127,8 @@ const EngineSql& CompiledCriteria::Sql(const Scope& scope) const {
     return place->second;
 }
 
-const CompiledCriteria& CompiledSelect::Criteria(const dialect::Lexed& lexed, std::size_t queryLiterals) const {
+const CompiledCriteria& CompiledSelect::Criteria(const dialect::Lexed& lexed,
+                                                 std::size_t queryLiterals) const {
     if (const auto* found = criteria_.Find(lexed.shape); found && lexed.sound)
         return **found;
     dialect::ExpressionPtr condition = dialect::ParseCriteria(lexed);
@@ -132,7 +138,8 @@ const CompiledCriteria& CompiledSelect::Criteria(const dialect::Lexed& lexed, st
     return **criteria_.Find(lexed.shape);
 }
 
-// ------------------------------------------------------------------------------------------------------------ Compiler
+// ------------------------------------------------------------------------------------------------------------
+// Compiler
 
 const Compiler::Cached* Compiler::Find(const dialect::Lexed& lexed) {
     const Entry* entry = lexed.sound ? cache_.Find(lexed.shape) : nullptr;
@@ -163,7 +170,8 @@ Ready<CompiledSelect> Compiler::CompileSelect(std::string_view sqlOrTable) {
     dialect::Lexed lexed = dialect::Lex(sqlOrTable);
     if (!IsStatement(lexed)) {
         const std::string name(TableName(sqlOrTable));
-        if (!connection_.Tables()->Find(name) && !(connection_.RefreshTables() && connection_.Tables()->Find(name)))
+        if (!connection_.Tables()->Find(name) &&
+            !(connection_.RefreshTables() && connection_.Tables()->Find(name)))
             throw faults::TableNotFound(name);
         return CompileSelect("select * from [" + name + "]");
     }
@@ -176,8 +184,10 @@ Ready<CompiledSelect> Compiler::CompileSelect(std::string_view sqlOrTable) {
         dialect::Statement statement = ParseAndBind(lexed);
         auto* tree = std::get_if<dialect::Select>(&statement);
         if (!tree)
-            throw EngineError(engine_error::kInvalidOperation, "Invalid operation: the statement has no rows to open.");
-        select = std::make_shared<const CompiledSelect>(connection_.Tables(), std::move(*tree), connection_.Sql());
+            throw EngineError(engine_error::kInvalidOperation,
+                              "Invalid operation: the statement has no rows to open.");
+        select =
+            std::make_shared<const CompiledSelect>(connection_.Tables(), std::move(*tree), connection_.Sql());
         if (lexed.shape.size() <= kLongestKept)
             Keep(lexed, select);
     }
@@ -225,7 +235,8 @@ std::shared_ptr<const CompiledChange> Compiler::MakeChange(const dialect::Statem
         for (const dialect::Assignment& assignment : insert.assignments)
             change->givesCounter |= counter && static_cast<std::size_t>(assignment.column) == *counter;
         change->takesCounter = counter && !change->givesCounter;
-        change->sql = generator.Insert(insert, change->takesCounter ? &change->table->columns[*counter] : nullptr);
+        change->sql =
+            generator.Insert(insert, change->takesCounter ? &change->table->columns[*counter] : nullptr);
         if (change->takesCounter && insert.query)
             change->count = generator.CountRows(*insert.query);
     }

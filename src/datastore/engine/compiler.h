@@ -24,8 +24,9 @@ class Connection;
 
 /// A condition over a query's rows, as FindFirst takes it.
 class CompiledCriteria {
- public:
-    CompiledCriteria(dialect::ExpressionPtr condition, const dialect::Select& query, const Generator& generator)
+  public:
+    CompiledCriteria(dialect::ExpressionPtr condition, const dialect::Select& query,
+                     const Generator& generator)
         : condition_(std::move(condition)), query_(query), generator_(generator) {}
 
     /// Among which rows the matches are looked for.
@@ -38,7 +39,7 @@ class CompiledCriteria {
     /// Fetches the matches' keys in the query's order.
     const EngineSql& Sql(const Scope& scope) const;
 
- private:
+  private:
     dialect::ExpressionPtr condition_;
     const dialect::Select& query_;
     const Generator& generator_;
@@ -47,8 +48,9 @@ class CompiledCriteria {
 
 /// A query, worked out once for all statements of its shape.
 class CompiledSelect {
- public:
-    CompiledSelect(std::shared_ptr<const Catalogue> catalogue, dialect::Select select, const Generator& generator);
+  public:
+    CompiledSelect(std::shared_ptr<const Catalogue> catalogue, dialect::Select select,
+                   const Generator& generator);
 
     enum class Form { Fields, FirstField, KeysAndFields, FirstRows, Keys, ByKey, KeyRange, Count };
     /// The statement that fetches so; FirstRows asks for one row more than kFirstRows.
@@ -73,7 +75,7 @@ class CompiledSelect {
     /// Whether the last opening found more rows than are fetched at once; guides the next one.
     mutable bool large = false;
 
- private:
+  private:
     EngineSql Generate(Form form) const;
 
     std::shared_ptr<const Catalogue> catalogue_;
@@ -90,8 +92,8 @@ struct CompiledChange {
     std::shared_ptr<const Catalogue> catalogue;
     EngineSql sql;
     const TableInfo* table = nullptr;
-    bool takesCounter = false;   ///< an INSERT that leaves the counter to the store
-    bool givesCounter = false;   ///< an INSERT that brings its own
+    bool takesCounter = false;       ///< an INSERT that leaves the counter to the store
+    bool givesCounter = false;       ///< an INSERT that brings its own
     std::optional<EngineSql> count;  ///< how many rows its query gives, where it takes counters
 };
 
@@ -103,16 +105,18 @@ struct Ready {
 
 /// From the dialect's text to the engine's statements, remembered by shape. One for each connection.
 class Compiler {
- public:
+  public:
     explicit Compiler(Connection& connection) : connection_(connection) {}
 
-    /// A query, or a table by its name. Throws EngineError as the parser and binder do; 3219 for other statements.
+    /// A query, or a table by its name. Throws EngineError as the parser and binder do; 3219 for other
+    /// statements.
     Ready<CompiledSelect> CompileSelect(std::string_view sqlOrTable);
     /// Any statement but a query (3065).
-    using Action = std::variant<Ready<CompiledChange>, dialect::CreateTable, dialect::CreateIndex, dialect::DropTable>;
+    using Action =
+        std::variant<Ready<CompiledChange>, dialect::CreateTable, dialect::CreateIndex, dialect::DropTable>;
     Action CompileAction(std::string_view sql);
 
- private:
+  private:
     using Cached = std::variant<std::shared_ptr<const CompiledSelect>, std::shared_ptr<const CompiledChange>>;
     struct Entry {
         std::shared_ptr<const Catalogue> catalogue;

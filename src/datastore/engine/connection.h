@@ -16,9 +16,10 @@ namespace kv {
 class Compiler;
 class Generator;
 
-/// A running query of the engine, read front to back. While it lives nothing else may write through its connection.
+/// A running query of the engine, read front to back. While it lives nothing else may write through its
+/// connection.
 class Cursor {
- public:
+  public:
     virtual ~Cursor() = default;
     /// Moves to the next row, first to the first; false behind the last.
     virtual bool Next() = 0;
@@ -28,10 +29,10 @@ class Cursor {
     virtual void Read(RowBlock& block, int first, int count) const = 0;
 };
 
-/// One engine's open database: what the layers above need of it and no more. Statements come from its generator. Every
-/// failure of the engine leaves as an EngineError.
+/// One engine's open database: what the layers above need of it and no more. Statements come from its
+/// generator. Every failure of the engine leaves as an EngineError.
 class Connection {
- public:
+  public:
     Connection();
     virtual ~Connection();
     Connection(const Connection&) = delete;
@@ -51,7 +52,8 @@ class Connection {
     virtual RowKey Insert(const std::string& sql, std::span<const Value> values) = 0;
 
     virtual void CreateTable(const TableInfo& table) = 0;
-    virtual void CreateIndex(const std::string& table, const IndexInfo& index, const std::vector<bool>& descending) = 0;
+    virtual void CreateIndex(const std::string& table, const IndexInfo& index,
+                             const std::vector<bool>& descending) = 0;
     virtual void DropTable(const std::string& table) = 0;
 
     /// Hands out so many consecutive counters of the table and returns the first. No other program gets them.
@@ -63,7 +65,8 @@ class Connection {
     virtual std::int64_t NextCounter(const TableInfo& table) = 0;
     virtual void SetNextCounter(const TableInfo& table, std::int64_t next) = 0;
 
-    /// Takes the row for editing on behalf of an owner; at once false when another owner, here or in another program, has it.
+    /// Takes the row for editing on behalf of an owner; at once false when another owner, here or in another
+    /// program, has it.
     virtual bool TryLockRow(const TableInfo& table, RowKey key, const void* owner) = 0;
     virtual void UnlockRow(const TableInfo& table, RowKey key, const void* owner) = 0;
 
@@ -76,7 +79,8 @@ class Connection {
     virtual void RollbackTransaction() noexcept = 0;
     virtual bool InTransaction() const = 0;
 
-    /// A number that changes whenever what this connection sees may have changed. Cheap enough to ask for every field.
+    /// A number that changes whenever what this connection sees may have changed. Cheap enough to ask for
+    /// every field.
     virtual std::int64_t Stamp() = 0;
     virtual std::vector<std::string> CheckIntegrity() = 0;
 
@@ -85,20 +89,20 @@ class Connection {
     /// What now() and date() of the dialect answer.
     std::function<Date()> clock;
 
- private:
+  private:
     std::unique_ptr<Compiler> compiler_;
 };
 
 /// Several statements as one: a transaction, unless one is open already. Undone when it is not finished.
 class WriteStep {
- public:
+  public:
     explicit WriteStep(Connection& connection);
     ~WriteStep();
     WriteStep(const WriteStep&) = delete;
     WriteStep& operator=(const WriteStep&) = delete;
     void Finish();
 
- private:
+  private:
     Connection& connection_;
     bool open_;
 };

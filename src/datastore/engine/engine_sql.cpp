@@ -4,8 +4,8 @@
 
 namespace kv {
 
-std::vector<Value> ParameterValues(const EngineSql& sql, std::span<const Value> literals, std::span<const Value> given,
-                                   const std::function<Date()>& clock) {
+std::vector<Value> ParameterValues(const EngineSql& sql, std::span<const Value> literals,
+                                   std::span<const Value> given, const std::function<Date()>& clock) {
     std::vector<Value> values;
     values.reserve(sql.parameters.size());
     for (const Parameter& parameter : sql.parameters) {

@@ -30,7 +30,7 @@ struct EngineSql {
 };
 
 /// The values of a statement's placeholders. Throws EngineError where a literal does not fit its column.
-std::vector<Value> ParameterValues(const EngineSql& sql, std::span<const Value> literals, std::span<const Value> given,
-                                   const std::function<Date()>& clock);
+std::vector<Value> ParameterValues(const EngineSql& sql, std::span<const Value> literals,
+                                   std::span<const Value> given, const std::function<Date()>& clock);
 
 }  // namespace kv

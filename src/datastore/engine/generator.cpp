@@ -35,29 +35,47 @@ bool IsCondition(const Expression& expression) {
 
 std::string_view SymbolOf(Operator op) {
     switch (op) {
-        case Operator::Or: return " OR ";
-        case Operator::And: return " AND ";
-        case Operator::Equal: return " = ";
-        case Operator::NotEqual: return " <> ";
-        case Operator::Less: return " < ";
-        case Operator::LessEqual: return " <= ";
-        case Operator::Greater: return " > ";
-        case Operator::GreaterEqual: return " >= ";
-        case Operator::Add: return " + ";
-        case Operator::Subtract: return " - ";
-        case Operator::Multiply: return " * ";
-        case Operator::Divide: return " / ";
-        default: return " || ";
+        case Operator::Or:
+            return " OR ";
+        case Operator::And:
+            return " AND ";
+        case Operator::Equal:
+            return " = ";
+        case Operator::NotEqual:
+            return " <> ";
+        case Operator::Less:
+            return " < ";
+        case Operator::LessEqual:
+            return " <= ";
+        case Operator::Greater:
+            return " > ";
+        case Operator::GreaterEqual:
+            return " >= ";
+        case Operator::Add:
+            return " + ";
+        case Operator::Subtract:
+            return " - ";
+        case Operator::Multiply:
+            return " * ";
+        case Operator::Divide:
+            return " / ";
+        default:
+            return " || ";
     }
 }
 
 std::string_view NameOf(AggregateKind kind) {
     switch (kind) {
-        case AggregateKind::Count: return "count";
-        case AggregateKind::Sum: return "sum";
-        case AggregateKind::Min: return "min";
-        case AggregateKind::Max: return "max";
-        case AggregateKind::Avg: return "avg";
+        case AggregateKind::Count:
+            return "count";
+        case AggregateKind::Sum:
+            return "sum";
+        case AggregateKind::Min:
+            return "min";
+        case AggregateKind::Max:
+            return "max";
+        case AggregateKind::Avg:
+            return "avg";
     }
     return {};
 }
@@ -66,8 +84,9 @@ std::string_view NameOf(AggregateKind kind) {
 
 /// Writes one statement and notes its parameters.
 class Generator::Writer {
- public:
-    /// With sources every column is written behind its source's name; without, it is a column of the one table.
+  public:
+    /// With sources every column is written behind its source's name; without, it is a column of the one
+    /// table.
     Writer(const Generator& engine, const std::vector<Source>* sources, const TableInfo* table)
         : engine_(engine), sources_(sources), table_(table) {}
 
@@ -92,7 +111,7 @@ class Generator::Writer {
 
     std::vector<Parameter> parameters;
 
- private:
+  private:
     struct ConditionWriter;
     struct ValueWriter;
 
@@ -116,9 +135,12 @@ struct Generator::Writer::ConditionWriter {
                                writer.Condition(*node.right));
         if (node.op == Operator::Like)
             return writer.engine_.Like(writer.Number(*node.left), writer.Number(*node.right));
-        return fmt::format("({}{}{})", writer.Compared(*node.left), SymbolOf(node.op), writer.Number(*node.right));
+        return fmt::format("({}{}{})", writer.Compared(*node.left), SymbolOf(node.op),
+                           writer.Number(*node.right));
     }
-    std::string operator()(const dialect::Not& node) const { return "(NOT " + writer.Condition(*node.operand) + ")"; }
+    std::string operator()(const dialect::Not& node) const {
+        return "(NOT " + writer.Condition(*node.operand) + ")";
+    }
     std::string operator()(const dialect::Between& node) const {
         std::string value = writer.Compared(*node.value);
         std::string low = writer.Number(*node.low);
@@ -159,7 +181,8 @@ struct Generator::Writer::ValueWriter {
         return writer.engine_.FittedTo(writer.Number(*node.operand), node.to, node.size);
     }
     std::string operator()(const Aggregate& node) const {
-        return fmt::format("{}({})", NameOf(node.kind), node.argument ? writer.Compared(*node.argument) : "*");
+        return fmt::format("{}({})", NameOf(node.kind),
+                           node.argument ? writer.Compared(*node.argument) : "*");
     }
     std::string operator()(const dialect::Call& node) const {
         if (node.function == Function::Today)
@@ -212,7 +235,8 @@ std::string Generator::Writer::Column(const ColumnName& name) const {
     return fmt::format("s{}.{}", name.source, Quoted(source.info->columns[column].name));
 }
 
-std::string Generator::Writer::Chained(const Expression& left, std::initializer_list<Operator> kind, bool condition) {
+std::string Generator::Writer::Chained(const Expression& left, std::initializer_list<Operator> kind,
+                                       bool condition) {
     std::string text = condition ? Condition(left) : Number(left);
     const auto* binary = std::get_if<dialect::Binary>(&left.node);
     if (binary && std::find(kind.begin(), kind.end(), binary->op) != kind.end() && text.front() == '(')
@@ -232,8 +256,8 @@ std::string Generator::Writer::Binary(const dialect::Binary& node) {
         case Operator::Add:
         case Operator::Subtract: {
             const bool text = node.left->type == ValueType::Text || node.right->type == ValueType::Text;
-            std::string left = text ? Number(*node.left)
-                                    : Chained(*node.left, {Operator::Add, Operator::Subtract}, false);
+            std::string left =
+                text ? Number(*node.left) : Chained(*node.left, {Operator::Add, Operator::Subtract}, false);
             return fmt::format("({}{}{})", left, text ? " || " : SymbolOf(node.op), Number(*node.right));
         }
         case Operator::Divide: {
@@ -276,7 +300,8 @@ std::string Generator::Writer::Joins(const JoinTree& tree) {
                        tree.on ? Condition(*tree.on) : "(1 = 1)");
 }
 
-// ---------------------------------------------------------------------------------------------------------- SELECT
+// ----------------------------------------------------------------------------------------------------------
+// SELECT
 
 namespace {
 
@@ -306,14 +331,16 @@ EngineSql Generator::Select(const dialect::Select& select, const SelectForm& for
         columns = keys;
     for (const SelectItem& item : select.items)
         if (form.fields)
-            columns.push_back(select.distinct ? writer.Compared(*item.expression) : writer.Number(*item.expression));
+            columns.push_back(select.distinct ? writer.Compared(*item.expression)
+                                              : writer.Number(*item.expression));
 
     std::string sql = fmt::format("SELECT {}{}", select.distinct ? "DISTINCT " : "", Join(columns, ", "));
     if (form.rows == SelectForm::Rows::ByKey) {
         // The query's conditions are left out: a row stays a member whatever becomes of its values.
         sql += " FROM (SELECT 1) AS one";
         for (std::size_t i = 0; i < keys.size(); ++i)
-            sql += fmt::format(" LEFT JOIN {} ON {} = {}", writer.Named(i), keys[i], writer.Given(static_cast<int>(i)));
+            sql += fmt::format(" LEFT JOIN {} ON {} = {}", writer.Named(i), keys[i],
+                               writer.Given(static_cast<int>(i)));
         return {std::move(sql), std::move(writer.parameters)};
     }
     if (form.rows == SelectForm::Rows::KeyRange) {
@@ -368,7 +395,8 @@ EngineSql Generator::CountRows(const dialect::Select& select) const {
     return rows;
 }
 
-// ------------------------------------------------------------------------------------------ INSERT, UPDATE, DELETE
+// ------------------------------------------------------------------------------------------ INSERT, UPDATE,
+// DELETE
 
 EngineSql Generator::Insert(const dialect::Insert& insert, const ColumnInfo* counter) const {
     const TableInfo& table = *insert.target.info;
@@ -432,7 +460,8 @@ std::string Generator::InsertRow(const TableInfo& table, std::span<const std::si
         names.push_back(Quoted(table.columns[column].name));
         values.push_back(Placeholder(names.size()));
     }
-    return fmt::format("INSERT INTO {} ({}) VALUES ({})", Quoted(table.name), Join(names, ", "), Join(values, ", "));
+    return fmt::format("INSERT INTO {} ({}) VALUES ({})", Quoted(table.name), Join(names, ", "),
+                       Join(values, ", "));
 }
 
 std::string Generator::UpdateRow(const TableInfo& table, std::span<const std::size_t> columns) const {
@@ -444,7 +473,8 @@ std::string Generator::UpdateRow(const TableInfo& table, std::span<const std::si
 }
 
 std::string Generator::DeleteRow(const TableInfo& table) const {
-    return fmt::format("DELETE FROM {} WHERE {} = {}", Quoted(table.name), Quoted(KeyColumnOf(table)), Placeholder(1));
+    return fmt::format("DELETE FROM {} WHERE {} = {}", Quoted(table.name), Quoted(KeyColumnOf(table)),
+                       Placeholder(1));
 }
 
 }  // namespace kv

@@ -24,22 +24,22 @@ struct SelectForm {
     };
     Rows rows = Rows::All;
     const dialect::Expression* criteria = nullptr;  ///< a further condition
-    bool anyRow = false;     ///< also rows that the query's own condition leaves out
-    bool behindKey = false;  ///< only keys above the one given, of a one-table query
-    int amongKeys = 0;       ///< only those so many keys given, of a one-table query
+    bool anyRow = false;                            ///< also rows that the query's own condition leaves out
+    bool behindKey = false;                         ///< only keys above the one given, of a one-table query
+    int amongKeys = 0;                              ///< only those so many keys given, of a one-table query
     std::optional<long> limit;
 };
 
-/// Writes bound statements in one engine's language. The base class writes what the engines have in common; a derived one
-/// holds what is its own: spellings of functions, text comparison, placeholders.
+/// Writes bound statements in one engine's language. The base class writes what the engines have in common; a
+/// derived one holds what is its own: spellings of functions, text comparison, placeholders.
 class Generator {
- public:
+  public:
     virtual ~Generator() = default;
 
     EngineSql Select(const dialect::Select& select, const SelectForm& form) const;
     EngineSql CountRows(const dialect::Select& select) const;
-    /// `counter`: the counter column that the statement leaves out. The first value given fills it; where a query gives the
-    /// rows it is the first of as many consecutive counters.
+    /// `counter`: the counter column that the statement leaves out. The first value given fills it; where a
+    /// query gives the rows it is the first of as many consecutive counters.
     EngineSql Insert(const dialect::Insert& insert, const ColumnInfo* counter) const;
     EngineSql Update(const dialect::Update& update) const;
     EngineSql Delete(const dialect::Delete& statement) const;
@@ -51,12 +51,13 @@ class Generator {
 
     static std::string Quoted(std::string_view name);
 
- protected:
+  protected:
     class Writer;
 
     /// The placeholder of the value that stands at that place of the list, counted from 1.
     virtual std::string Placeholder(std::size_t place) const = 0;
-    virtual std::string FunctionCall(dialect::Function function, const std::vector<std::string>& arguments) const = 0;
+    virtual std::string FunctionCall(dialect::Function function,
+                                     const std::vector<std::string>& arguments) const = 0;
     /// A text expression other than a plain column, so that it compares without regard to case.
     virtual std::string CaseBlind(const std::string& text) const = 0;
     virtual std::string Like(const std::string& value, const std::string& pattern) const = 0;

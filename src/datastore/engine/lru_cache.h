@@ -10,7 +10,7 @@ namespace kv {
 /// Keeps the things used last by name; the one not used for longest goes first.
 template <typename Thing>
 class LruCache {
- public:
+  public:
     explicit LruCache(std::size_t most) : most_(most) {}
 
     Thing* Find(std::string_view name) {
@@ -43,7 +43,7 @@ class LruCache {
         things_.clear();
     }
 
- private:
+  private:
     using Entries = std::list<std::pair<std::string, Thing>>;
     std::size_t most_;
     Entries things_;

@@ -10,15 +10,16 @@
 
 namespace kv {
 
-/// What tells a row of a table from all others, for ever: no row added later bears the key of one that was deleted.
+/// What tells a row of a table from all others, for ever: no row added later bears the key of one that was
+/// deleted.
 using RowKey = std::int64_t;
 /// The key where a left join found no row.
 inline constexpr RowKey kNoRow = std::numeric_limits<RowKey>::min();
 
-/// Rows as they came from the engine, kept small: numbers in place, all texts in one string. A field becomes a Value when
-/// somebody asks for it.
+/// Rows as they came from the engine, kept small: numbers in place, all texts in one string. A field becomes
+/// a Value when somebody asks for it.
 class RowBlock {
- public:
+  public:
     void Clear() {
         cells_.clear();
         texts_.clear();
@@ -48,7 +49,7 @@ class RowBlock {
     /// The cell's content as a field of that type.
     Value At(std::size_t cell, ColumnType type) const;
 
- private:
+  private:
     enum class Kind : std::uint8_t { Null, Integer, Real, Text };
     struct Cell {
         union {

@@ -41,8 +41,8 @@ bool RowLocks::TryLock(std::string_view table, RowKey key, const void* owner) {
         if (!bytes_->TryLock(byte))
             return false;
     } catch (const std::system_error& error) {
-        throw EngineError(engine_error::kCannotOpenFile,
-                          fmt::format("The lock file '{}' can't be used: {}.", file_.string(), error.code().message()));
+        throw EngineError(engine_error::kCannotOpenFile, fmt::format("The lock file '{}' can't be used: {}.",
+                                                                     file_.string(), error.code().message()));
     }
     owners_.emplace(byte, owner);
     return true;

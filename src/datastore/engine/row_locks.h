@@ -9,16 +9,16 @@
 
 namespace kv {
 
-/// Rows taken for editing, known to all programs through the bytes of a file beside the database. A program's end, a killed
-/// one's too, frees its rows. The file is made by the first edit.
+/// Rows taken for editing, known to all programs through the bytes of a file beside the database. A program's
+/// end, a killed one's too, frees its rows. The file is made by the first edit.
 class RowLocks {
- public:
+  public:
     explicit RowLocks(std::filesystem::path file) : file_(std::move(file)) {}
 
     bool TryLock(std::string_view table, RowKey key, const void* owner);
     void Unlock(std::string_view table, RowKey key, const void* owner);
 
- private:
+  private:
     static std::uint64_t ByteOf(std::string_view table, RowKey key);
 
     std::filesystem::path file_;

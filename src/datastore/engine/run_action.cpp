@@ -12,13 +12,15 @@ std::int64_t CountRows(Connection& connection, const EngineSql& sql, std::span<c
     return cursor->Key(0);
 }
 
-long RunInsertWithCounters(Connection& connection, const CompiledChange& change, std::span<const Value> literals) {
+long RunInsertWithCounters(Connection& connection, const CompiledChange& change,
+                           std::span<const Value> literals) {
     WriteStep step(connection);
     const std::int64_t rows = change.count ? CountRows(connection, *change.count, literals) : 1;
     long added = 0;
     if (rows > 0) {
         const Value first = static_cast<long long>(connection.TakeCounters(*change.table, rows));
-        const std::vector<Value> values = ParameterValues(change.sql, literals, {&first, 1}, connection.clock);
+        const std::vector<Value> values =
+            ParameterValues(change.sql, literals, {&first, 1}, connection.clock);
         added = connection.Change(change.sql.text, values);
     }
     step.Finish();

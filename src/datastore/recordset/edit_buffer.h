@@ -9,7 +9,7 @@ namespace kv {
 
 /// The row being added or changed: what was set and not written yet. It holds the lock of a row in edit.
 class EditBuffer {
- public:
+  public:
     explicit EditBuffer(Connection& connection) : connection_(connection) {}
     ~EditBuffer() { Cancel(); }
     EditBuffer(const EditBuffer&) = delete;
@@ -17,7 +17,8 @@ class EditBuffer {
 
     EditState Mode() const { return mode_; }
     void BeginAdd(const TableInfo& table);
-    /// `values`: the row's fields at the beginning, to tell whether another changed them while it was not locked.
+    /// `values`: the row's fields at the beginning, to tell whether another changed them while it was not
+    /// locked.
     void BeginEdit(const TableInfo& table, RowKey key);
     void SetOriginal(std::vector<Value> values) { original_ = std::move(values); }
     const std::vector<Value>& Original() const { return original_; }
@@ -38,7 +39,7 @@ class EditBuffer {
     bool WriteEdited();
     void Finish();
 
- private:
+  private:
     void Unlock();
     void WriteOwnCounter() const;
 

@@ -27,8 +27,9 @@ void Finder::MembersChanged() {
     foundFor_.clear();
 }
 
-/// Once something was written a member may no longer meet the query's own condition, or never have met it, and is searched
-/// all the same: few members by their keys, many by looking at all rows and passing over those that are none.
+/// Once something was written a member may no longer meet the query's own condition, or never have met it,
+/// and is searched all the same: few members by their keys, many by looking at all rows and passing over
+/// those that are none.
 Finder::Scope Finder::ScopeFor(std::int64_t stamp, const KeyList& keys) const {
     Scope scope;
     if (stamp == openedAt_ || !query_.Tree().where)
@@ -67,7 +68,8 @@ std::optional<std::size_t> Finder::Find(std::string_view criteria, std::size_t f
 
     const std::int64_t stamp = connection_.Stamp();
     Scope scope = ScopeFor(stamp, keys);
-    // Keys never change, so in their order the engine's first match is ours; in another order only while no value changed.
+    // Keys never change, so in their order the engine's first match is ours; in another order only while no
+    // value changed.
     const bool byKey = query_.InKeyOrder() && keys.Ascending();
     if (byKey || (from == 0 && stamp == openedAt_)) {
         scope.behindKey = from > 0 && scope.amongKeys == 0;

@@ -9,10 +9,10 @@
 
 namespace kv {
 
-/// Finds members of a recordset by a query of the engine, whose keys are mapped to positions. Rows that meet the criteria
-/// but joined the table after the opening are passed over.
+/// Finds members of a recordset by a query of the engine, whose keys are mapped to positions. Rows that meet
+/// the criteria but joined the table after the opening are passed over.
 class Finder {
- public:
+  public:
     Finder(Connection& connection, const CompiledSelect& query) : connection_(connection), query_(query) {}
 
     /// The first match at or behind a position in the recordset's order.
@@ -22,7 +22,7 @@ class Finder {
     void Opened(std::int64_t stamp);
     void MembersChanged();
 
- private:
+  private:
     using Scope = CompiledCriteria::Scope;
     Scope ScopeFor(std::int64_t stamp, const KeyList& keys) const;
     std::vector<Value> Given(const Scope& scope, std::size_t from, const KeyList& keys) const;

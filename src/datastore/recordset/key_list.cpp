@@ -51,8 +51,9 @@ std::optional<std::size_t> KeyList::Find(std::span<const RowKey> key) const {
     }
     if (Size() > byKey_.size() + kMostUnsorted || byKey_.empty())
         BuildOrder();
-    const auto found = std::lower_bound(byKey_.begin(), byKey_.end(), key,
-                                        [this](std::uint32_t a, std::span<const RowKey> b) { return Less(At(a), b); });
+    const auto found =
+        std::lower_bound(byKey_.begin(), byKey_.end(), key,
+                         [this](std::uint32_t a, std::span<const RowKey> b) { return Less(At(a), b); });
     if (found != byKey_.end() && !Less(key, At(*found)))
         return *found;
     for (std::size_t position = byKey_.size(); position < Size(); ++position)

@@ -10,11 +10,13 @@ namespace kv {
 
 /// The members of a recordset in its order: one key a row, or several where its query joins tables.
 class KeyList {
- public:
+  public:
     explicit KeyList(std::size_t width) : width_(width) {}
 
     std::size_t Size() const { return width_ == 0 ? 0 : keys_.size() / width_; }
-    std::span<const RowKey> At(std::size_t position) const { return {keys_.data() + position * width_, width_}; }
+    std::span<const RowKey> At(std::size_t position) const {
+        return {keys_.data() + position * width_, width_};
+    }
     RowKey One(std::size_t position) const { return keys_[position]; }
     std::size_t Width() const { return width_; }
 
@@ -27,14 +29,15 @@ class KeyList {
     /// Single keys, each above the one before.
     bool Ascending() const { return ascending_; }
 
- private:
+  private:
     void BuildOrder() const;
     bool Less(std::span<const RowKey> a, std::span<const RowKey> b) const;
 
     std::size_t width_;
     std::vector<RowKey> keys_;
     bool ascending_ = true;
-    /// The positions in the order of their keys, as far as they have been sorted; rows added since are looked through.
+    /// The positions in the order of their keys, as far as they have been sorted; rows added since are looked
+    /// through.
     mutable std::vector<std::uint32_t> byKey_;
 };
 

@@ -8,7 +8,8 @@ namespace kv {
 
 using Form = CompiledSelect::Form;
 
-RecordsetState::RecordsetState(std::shared_ptr<Connection> connection, Ready<CompiledSelect> query, RecordsetType type)
+RecordsetState::RecordsetState(std::shared_ptr<Connection> connection, Ready<CompiledSelect> query,
+                               RecordsetType type)
     : connection_(std::move(connection)),
       query_(std::move(query.statement)),
       literals_(std::move(query.literals)),
@@ -38,7 +39,8 @@ std::unique_ptr<RecordsetState> RecordsetState::Clone() const {
     return std::unique_ptr<RecordsetState>(new RecordsetState(*this));
 }
 
-// ------------------------------------------------------------------------------------------------------- members
+// -------------------------------------------------------------------------------------------------------
+// members
 
 void RecordsetState::Fetch() {
     const std::int64_t stamp = connection_->Stamp();
@@ -101,7 +103,8 @@ void RecordsetState::Requery() {
     Fetch();
 }
 
-// ---------------------------------------------------------------------------------------------------------- moves
+// ----------------------------------------------------------------------------------------------------------
+// moves
 
 void RecordsetState::MoveTo(Place place, std::size_t at) {
     edit_.Cancel();
@@ -176,7 +179,8 @@ void RecordsetState::MoveToLastModified() {
     MoveTo(Place::At, *position);
 }
 
-// --------------------------------------------------------------------------------------------------------- values
+// ---------------------------------------------------------------------------------------------------------
+// values
 
 std::size_t RecordsetState::Current() const {
     if (place_ != Place::At)
@@ -216,7 +220,8 @@ void RecordsetState::Set(std::size_t field, const Value& value) {
     edit_.Set(static_cast<std::size_t>(column), value);
 }
 
-// -------------------------------------------------------------------------------------------------------- changes
+// --------------------------------------------------------------------------------------------------------
+// changes
 
 const TableInfo& RecordsetState::WritableTarget() const {
     const TableInfo* target = query_->Target();
@@ -247,7 +252,8 @@ void RecordsetState::Edit() {
 void RecordsetState::Update() {
     switch (edit_.Mode()) {
         case EditState::None:
-            throw EngineError(engine_error::kUpdateWithoutEdit, "Update or CancelUpdate without AddNew or Edit.");
+            throw EngineError(engine_error::kUpdateWithoutEdit,
+                              "Update or CancelUpdate without AddNew or Edit.");
         case EditState::Add:
             return UpdateAdded();
         case EditState::InProgress:

@@ -14,9 +14,10 @@
 
 namespace kv {
 
-/// What stands behind an open Recordset: the members' keys, the place among them, the rows around it and the row in edit.
+/// What stands behind an open Recordset: the members' keys, the place among them, the rows around it and the
+/// row in edit.
 class RecordsetState {
- public:
+  public:
     RecordsetState(std::shared_ptr<Connection> connection, Ready<CompiledSelect> query, RecordsetType type);
     RecordsetState& operator=(const RecordsetState&) = delete;
     /// The same members, on the first of them.
@@ -48,7 +49,7 @@ class RecordsetState {
     Value Get(std::size_t field);
     void Set(std::size_t field, const Value& value);
 
- private:
+  private:
     enum class Place { None, Before, At, Behind };
 
     RecordsetState(const RecordsetState& other);

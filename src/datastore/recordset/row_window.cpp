@@ -40,7 +40,8 @@ void RowWindow::AddMissing() {
     missing_.push_back(true);
 }
 
-Value RowWindow::At(std::size_t position, std::size_t field, const KeyList& keys, std::span<const Value> literals) {
+Value RowWindow::At(std::size_t position, std::size_t field, const KeyList& keys,
+                    std::span<const Value> literals) {
     Ensure(position, keys, literals);
     if (missing_[position - first_])
         throw faults::RecordDeleted();
@@ -68,7 +69,8 @@ void RowWindow::Ensure(std::size_t position, const KeyList& keys, std::span<cons
     Load(first, backward ? position + 1 - first : std::min(batch_, keys.Size() - first), keys, literals);
 }
 
-void RowWindow::Load(std::size_t first, std::size_t count, const KeyList& keys, std::span<const Value> literals) {
+void RowWindow::Load(std::size_t first, std::size_t count, const KeyList& keys,
+                     std::span<const Value> literals) {
     block_.Clear();
     block_.Reserve(count * query_.Fields().size());
     missing_.clear();
@@ -118,7 +120,8 @@ void RowWindow::LoadOneByOne(const KeyList& keys, std::span<const Value> literal
         const std::span<const RowKey> key = keys.At(position);
         for (std::size_t i = 0; i < key.size(); ++i)
             given[i] = key[i] == kNoRow ? Value() : Value(static_cast<long long>(key[i]));
-        const auto cursor = connection_.Query(sql.text, ParameterValues(sql, literals, given, connection_.clock));
+        const auto cursor =
+            connection_.Query(sql.text, ParameterValues(sql, literals, given, connection_.clock));
         bool found = cursor->Next();
         for (std::size_t i = 0; found && i < key.size(); ++i)
             found = cursor->Key(static_cast<int>(i)) == key[i];

@@ -8,10 +8,10 @@
 
 namespace kv {
 
-/// The batch of rows around the current one. It reads ahead in the direction of the walk, more with each batch, and one row
-/// at a time where the caller jumps or the data change between two steps.
+/// The batch of rows around the current one. It reads ahead in the direction of the walk, more with each
+/// batch, and one row at a time where the caller jumps or the data change between two steps.
 class RowWindow {
- public:
+  public:
     RowWindow(Connection& connection, const CompiledSelect& query) : connection_(connection), query_(query) {}
 
     // Filling at the opening, from the rows' own query.
@@ -30,7 +30,7 @@ class RowWindow {
     /// Whether the row still is there.
     bool Exists(std::size_t position, const KeyList& keys, std::span<const Value> literals);
 
- private:
+  private:
     void Ensure(std::size_t position, const KeyList& keys, std::span<const Value> literals);
     void Load(std::size_t first, std::size_t count, const KeyList& keys, std::span<const Value> literals);
     bool LoadRange(const KeyList& keys, std::span<const Value> literals);

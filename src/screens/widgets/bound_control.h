@@ -2,6 +2,7 @@
 #include <QLabel>
 #include <QObject>
 #include <QPointer>
+#include <QScopedValueRollback>
 #include <QString>
 #include <string>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "clients/screen_controls.h"
 #include "datastore/value.h"
 
+class QAbstractButton;
 class QWidget;
 
 namespace kv {
@@ -67,6 +69,9 @@ class BoundControl {
 
     /// Why the present entry can't be stored ("Not a date"), or empty.
     const QString& Fault() const { return fault_; }
+    virtual bool CanFault() const { return false; }
+    /// Judges the entry now, as leaving the control does; false when it can't be stored.
+    virtual bool Check() { return true; }
 
     bool IsEnabled() const;
     virtual void SetEnabled(bool enabled);
@@ -77,16 +82,17 @@ class BoundControl {
     /// ("&Last Name:"); it also names the control for assistive tools.
     QString Caption() const;
     void SetCaption(const QString& caption);
-    /// The label, made with the control, hidden where the caption is empty; FieldForm places it. Its name is
-    /// "LBL" and the control's.
+    /// The label, made with the control and named "LBL" and its name. It stays hidden until it is placed.
     QLabel* Label() const { return label_; }
+    /// The label for a layout, shown from now on where it has a caption; nullptr for a control that bears its
+    /// caption itself. FieldForm does this.
+    QLabel* PlaceLabel();
     /// A star behind the caption and the word "Required" for assistive tools.
     void SetRequired(bool required);
     bool IsRequired() const { return required_; }
-    /// Words beside the box for Fault(), hidden while there is none. FieldForm places it behind boxes that
-    /// can be at fault.
-    QLabel* FaultLabel();
-    virtual bool CanFault() const { return false; }
+    /// Words beside the box for Fault(), hidden while there is none, for a layout; FieldForm places it behind
+    /// boxes that can be at fault. Where it is not placed a tip tells the fault.
+    QLabel* PlaceFaultLabel();
 
     /// As wide as so many characters of the font.
     virtual void SetCharacters(int characters);
@@ -99,12 +105,19 @@ class BoundControl {
     virtual void Show(const kv::Value& value) = 0;
     /// To be called at each change of the widget's content, loads included: those are told apart here.
     void NoteChange();
+    /// Runs something that alters what is shown without counting as a change.
+    template <typename Change>
+    void Quietly(Change change) {
+        const QScopedValueRollback<bool> loading(loading_, true);
+        change();
+    }
     bool IsLoading() const { return loading_; }
     void SetFault(const QString& fault);
 
   private:
     void ShowFault();
-    void ShowLabel();
+    void ShowCaption();
+    QAbstractButton* AsButton() const;
 
     QWidget* widget_;
     ControlNotifier* notifier_;
@@ -116,6 +129,7 @@ class BoundControl {
     QPointer<QLabel> label_;
     QPointer<QLabel> faultLabel_;
     bool required_ = false;
+    bool labelPlaced_ = false;
     bool dataChanged_ = false;
     bool loading_ = false;
 };

@@ -28,11 +28,12 @@ class PlainCombo : public QComboBox, public BoundControl {
     void SetItems(const std::vector<std::string>& items);
     QStringList Items() const;
     /// The key beside the picked item, or empty.
-    QString Key() const { return currentData().toString(); }
+    QString Key() const;
     /// Picks the item with the key, or nothing; counts as a change. True when there is one.
     bool PickKey(const QString& key);
     void SetCharacters(int characters) override;
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
   protected:
     void Show(const kv::Value& value) override;
@@ -60,6 +61,9 @@ class LookupCombo : public QComboBox, public BoundControl {
     std::string BoundText() const;
     /// As a routine enters it: marks the change.
     void SetBoundText(const std::string& code);
+    /// For lists that no validation looks at: an entry that is in no item gives way to what was loaded, as
+    /// the operator leaves the box.
+    void SetListOnly(bool listOnly) { listOnly_ = listOnly; }
     /// True when the text is one of the list's (in any case).
     bool IsInList() const;
     /// Replaces the list, sizes the drop-down to it, keeps the bound text; the changed mark stays as it was.
@@ -69,6 +73,7 @@ class LookupCombo : public QComboBox, public BoundControl {
     void Clear();
     void SetCharacters(int characters) override;
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   protected:
@@ -76,12 +81,10 @@ class LookupCombo : public QComboBox, public BoundControl {
     void wheelEvent(QWheelEvent* event) override;
 
   private:
-    int ItemOfCode(const std::string& code) const;
-    int ItemOfText(const QString& text) const;
-    void ShowCode(const std::string& code);
-
     std::vector<LookupItem> items_;
     int characters_;
+    bool listOnly_ = false;
+    std::string loaded_;
 };
 
 }  // namespace kv

@@ -5,6 +5,7 @@
 class QGridLayout;
 class QGroupBox;
 class QHBoxLayout;
+class QLabel;
 
 namespace kv {
 
@@ -40,16 +41,17 @@ class FieldForm : public QWidget {
 
   private:
     void Chain(QWidget* widget);
-    QHBoxLayout* NewLine(QWidget* label);
+    QHBoxLayout* NewLine(QLabel* label, bool tall);
 
-    QGridLayout* grid_;
+    void NewGrid();
+
+    QHBoxLayout* columns_;
+    QGridLayout* grid_ = nullptr;
     QGroupBox* group_ = nullptr;
     QHBoxLayout* line_ = nullptr;
     QWidget* first_ = nullptr;
     QWidget* last_ = nullptr;
     int row_ = 0;
-    int column_ = 0;
-    int rows_ = 0;
 };
 
 }  // namespace kv

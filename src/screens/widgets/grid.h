@@ -1,5 +1,4 @@
 #pragma once
-#include <QAbstractTableModel>
 #include <QColor>
 #include <QTableView>
 #include <functional>
@@ -97,11 +96,14 @@ class Grid : public QTableView {
     void changeEvent(QEvent* event) override;
 
   private:
+    void FitRows();
     void FitColumns();
     void CopyRow() const;
 
     GridModel* model_;
     QString emptyText_;
+    std::optional<QColor> ground_;
+    bool quiet_ = false;
 };
 
 }  // namespace kv

@@ -1,8 +1,7 @@
 #pragma once
-#include <QLineEdit>
 #include <functional>
 
-#include "screens/widgets/bound_control.h"
+#include "screens/widgets/line_box.h"
 
 namespace kv {
 
@@ -17,7 +16,7 @@ inline constexpr const char* kZip = "99999-9999";
 /// that are not filled show "_". Value() is the characters without the literals, Null when there
 /// are none. A content that the mask can't hold whole is shown as far as it goes and stays as it is in its
 /// row until the operator changes it.
-class MaskedBox : public QLineEdit, public BoundControl {
+class MaskedBox : public LineBox {
     Q_OBJECT
   public:
     MaskedBox(const QString& name, const QString& caption, const QString& mask, QWidget* parent);
@@ -40,12 +39,11 @@ class MaskedBox : public QLineEdit, public BoundControl {
     void Show(const kv::Value& value) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
 
   private:
     QString Characters() const;
     QString Taken(const QString& text) const;
+    QString Filled(const QString& characters) const;
     int Places() const;
 
     QString mask_;

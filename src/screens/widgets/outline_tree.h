@@ -1,6 +1,7 @@
 #pragma once
-#include <QIcon>
+#include <QColor>
 #include <QTreeView>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -59,11 +60,12 @@ class OutlineTree : public QTreeView {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
-    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     OutlineModel* model_;
     QString emptyText_;
+    std::optional<QColor> ground_;
 };
 
 }  // namespace kv

@@ -40,10 +40,9 @@ class SectionStrip : public QWidget {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
   private:
-    void Step(int from, int direction);
+    void Step(const QToolButton* from, int direction);
     void PlaceMark();
 
     std::vector<QToolButton*> buttons_;

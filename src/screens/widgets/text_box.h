@@ -1,14 +1,13 @@
 #pragma once
-#include <QLineEdit>
 #include <QPlainTextEdit>
 
-#include "screens/widgets/bound_control.h"
+#include "screens/widgets/line_box.h"
 
 namespace kv {
 
 /// One line of text. Native calls such as setMaxLength, setReadOnly and setText hold too; setText counts as a
 /// change.
-class TextBox : public QLineEdit, public BoundControl {
+class TextBox : public LineBox {
     Q_OBJECT
   public:
     TextBox(const QString& name, const QString& caption, int characters, QWidget* parent);
@@ -20,9 +19,6 @@ class TextBox : public QLineEdit, public BoundControl {
 
   protected:
     void Show(const kv::Value& value) override;
-
-  private:
-    bool upper_ = false;
 };
 
 /// Several lines of text. Tab leaves it.
@@ -40,6 +36,7 @@ class MemoBox : public QPlainTextEdit, public BoundControl {
     void SetText(const QString& text) { setPlainText(text); }
     void SetCharacters(int characters) override;
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
   protected:
     void Show(const kv::Value& value) override;
@@ -50,6 +47,8 @@ class MemoBox : public QPlainTextEdit, public BoundControl {
     int characters_;
     int lines_;
     int maxLength_ = 0;
+    std::string loaded_;
+    QString loadedShown_;
 };
 
 }  // namespace kv

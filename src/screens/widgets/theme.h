@@ -48,6 +48,8 @@ struct GridColors {
 };
 GridColors SessionGridColors(const QPalette& palette);
 
+/// The side of the icons on keys beside the widget's font.
+int IconSide(const QWidget& widget);
 /// The width of so many average characters of the widget's font.
 int CharactersWide(const QWidget& widget, int characters);
 

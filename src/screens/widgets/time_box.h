@@ -1,23 +1,22 @@
 #pragma once
-#include <QLineEdit>
 #include <optional>
 
 #include "base/date.h"
-#include "screens/widgets/bound_control.h"
+#include "screens/widgets/line_box.h"
 
 namespace kv {
 
 /// A time of day to the minute, shown "hh:mm AM/PM" or, military, "hh:mm"; "__:__" while unfilled (Null).
 /// Typed as "9", "930", "9:30p", "21:30"; it takes its form when the box is left. An entry that is no time is
 /// told beside the box then.
-class TimeBox : public QLineEdit, public BoundControl {
+class TimeBox : public LineBox {
     Q_OBJECT
   public:
     TimeBox(const QString& name, const QString& caption, QWidget* parent);
 
     /// The time of day on the day 1899-12-30, or Null.
     kv::Value Value() const override;
-    QString Text() const override { return text(); }
+    QString Text() const override { return text().isEmpty() ? placeholderText() : text(); }
     bool IsFilled() const { return time_.has_value(); }
     std::optional<Date> TimeValue() const { return time_; }
     void SetTime(std::optional<Date> time);
@@ -27,20 +26,18 @@ class TimeBox : public QLineEdit, public BoundControl {
     void SetMilitary(bool military);
     bool IsMilitary() const { return military_; }
     bool CanFault() const override { return true; }
-    bool Check();
+    bool Check() override;
 
   protected:
     void Show(const kv::Value& value) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void Read() override;
+    void Leave() override { Check(); }
 
   private:
     void Display();
-    void Judge();
-    QString Form(std::optional<Date> time) const;
 
     std::optional<Date> time_;
+    std::optional<Date> kept_;  // what a faulty entry leaves in force
     bool military_ = false;
 };
 

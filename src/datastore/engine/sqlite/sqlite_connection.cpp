@@ -12,14 +12,16 @@ namespace {
 constexpr std::int64_t kMostReserved = 256;
 
 class SqliteCursor : public Cursor {
- public:
-    SqliteCursor(sqlite3* database, StatementCache& cache, const std::string& sql, std::span<const Value> values)
+  public:
+    SqliteCursor(sqlite3* database, StatementCache& cache, const std::string& sql,
+                 std::span<const Value> values)
         : loan_(database, cache, sql, values) {}
 
     bool Next() override { return loan_.Step(); }
     RowKey Key(int column) const override {
-        return sqlite3_column_type(loan_.Get(), column) == SQLITE_NULL ? kNoRow
-                                                                       : sqlite3_column_int64(loan_.Get(), column);
+        return sqlite3_column_type(loan_.Get(), column) == SQLITE_NULL
+                   ? kNoRow
+                   : sqlite3_column_int64(loan_.Get(), column);
     }
     void Read(RowBlock& block, int first, int count) const override {
         sqlite3_stmt* row = loan_.Get();
@@ -43,16 +45,16 @@ class SqliteCursor : public Cursor {
         }
     }
 
- private:
+  private:
     Loan loan_;
 };
 
 }  // namespace
 
-/// Lets the read view of a span go for a write and takes a new one behind it: the engine refuses to write on a view that
-/// another program has made old.
+/// Lets the read view of a span go for a write and takes a new one behind it: the engine refuses to write on
+/// a view that another program has made old.
 class SqliteConnection::SpanPause {
- public:
+  public:
     explicit SpanPause(SqliteConnection& connection) : connection_(connection), paused_(connection.inSpan_) {
         if (paused_)
             connection_.Run("COMMIT");
@@ -71,7 +73,7 @@ class SqliteConnection::SpanPause {
     SpanPause(const SpanPause&) = delete;
     SpanPause& operator=(const SpanPause&) = delete;
 
- private:
+  private:
     SqliteConnection& connection_;
     bool paused_;
 };
@@ -87,7 +89,8 @@ SqliteConnection::SqliteConnection(Handle database, std::filesystem::path path)
 
 SqliteConnection::~SqliteConnection() = default;
 
-// ---------------------------------------------------------------------------------------------------- statements
+// ----------------------------------------------------------------------------------------------------
+// statements
 
 void SqliteConnection::Run(const std::string& sql, std::span<const Value> values) {
     Loan loan(database_.get(), statements_, sql, values);
@@ -111,7 +114,8 @@ RowKey SqliteConnection::Insert(const std::string& sql, std::span<const Value> v
     return sqlite3_last_insert_rowid(database_.get());
 }
 
-// ------------------------------------------------------------------------------------------------------- tables
+// -------------------------------------------------------------------------------------------------------
+// tables
 
 std::int64_t SqliteConnection::SchemaVersion() {
     Loan loan(database_.get(), statements_, "PRAGMA schema_version", {});
@@ -151,18 +155,19 @@ void SqliteConnection::DropTable(const std::string& table) {
     reserves_.erase(table);
 }
 
-// ------------------------------------------------------------------------------------------------------ counters
+// ------------------------------------------------------------------------------------------------------
+// counters
 
 std::int64_t SqliteConnection::ReserveCounters(const TableInfo& table, std::int64_t count) {
     const std::string column = Generator::Quoted(table.columns[*table.Counter()].name);
     // A table that came without its counter's row starts above its rows.
-    const std::string sql =
-        "INSERT INTO kv_counters (name, next) VALUES (?1, (SELECT coalesce(max(" + column + "), 0) + 1 FROM " +
-        Generator::Quoted(table.name) + ") + ?2) ON CONFLICT (name) DO UPDATE SET next = next + ?2 RETURNING next";
+    const std::string sql = "INSERT INTO kv_counters (name, next) VALUES (?1, (SELECT coalesce(max(" +
+                            column + "), 0) + 1 FROM " + Generator::Quoted(table.name) +
+                            ") + ?2) ON CONFLICT (name) DO UPDATE SET next = next + ?2 RETURNING next";
     const Value values[] = {table.name, static_cast<long long>(count)};
     const SpanPause pause(*this);
-    // The reservation need not reach the disk by itself: the row that bears the number takes it along, and a number lost
-    // without its row is nobody's loss.
+    // The reservation need not reach the disk by itself: the row that bears the number takes it along, and a
+    // number lost without its row is nobody's loss.
     if (!inTransaction_)
         Run("PRAGMA synchronous = NORMAL");
     std::int64_t next = 0;
@@ -192,7 +197,8 @@ std::int64_t SqliteConnection::TakeCounters(const TableInfo& table, std::int64_t
     }
     if (!inTransaction_ || count > 1)
         return ReserveCounters(table, count);
-    // Nobody else can reserve while the transaction lasts, so a block costs no gap: its rest goes back at the commit.
+    // Nobody else can reserve while the transaction lasts, so a block costs no gap: its rest goes back at the
+    // commit.
     reserve.size = std::min(2 * reserve.size, kMostReserved);
     reserve.next = ReserveCounters(table, reserve.size);
     reserve.end = reserve.next + reserve.size;
@@ -206,7 +212,8 @@ void SqliteConnection::ReturnCounter(const TableInfo& table, std::int64_t counte
 void SqliteConnection::GiveBackReserves() {
     for (auto& [table, reserve] : reserves_) {
         if (reserve.next < reserve.end) {
-            const Value values[] = {table, static_cast<long long>(reserve.next), static_cast<long long>(reserve.end)};
+            const Value values[] = {table, static_cast<long long>(reserve.next),
+                                    static_cast<long long>(reserve.end)};
             Run("UPDATE kv_counters SET next = ?2 WHERE name = ?1 AND next = ?3", values);
         }
         reserve.next = reserve.end = 0;
@@ -238,10 +245,12 @@ std::int64_t SqliteConnection::NextCounter(const TableInfo& table) {
 void SqliteConnection::SetNextCounter(const TableInfo& table, std::int64_t next) {
     const Value values[] = {table.name, static_cast<long long>(next)};
     reserves_.erase(table.name);
-    Change("INSERT INTO kv_counters (name, next) VALUES (?1, ?2) ON CONFLICT (name) DO UPDATE SET next = ?2", values);
+    Change("INSERT INTO kv_counters (name, next) VALUES (?1, ?2) ON CONFLICT (name) DO UPDATE SET next = ?2",
+           values);
 }
 
-// ---------------------------------------------------------------------------------- locks, spans and transactions
+// ---------------------------------------------------------------------------------- locks, spans and
+// transactions
 
 bool SqliteConnection::TryLockRow(const TableInfo& table, RowKey key, const void* owner) {
     return locks_.TryLock(table.name, key, owner);
@@ -298,7 +307,8 @@ void SqliteConnection::RollbackTransaction() noexcept {
         inSpan_ = sqlite3_exec(database_.get(), "BEGIN", nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
-// ------------------------------------------------------------------------------------------------ changes, soundness
+// ------------------------------------------------------------------------------------------------ changes,
+// soundness
 
 void SqliteConnection::NoteWrite() {
     if (!inTransaction_)

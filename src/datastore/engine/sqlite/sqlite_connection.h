@@ -20,10 +20,10 @@ struct Close {
 };
 using Handle = std::unique_ptr<sqlite3, Close>;
 
-/// The embedded engine on one file, in its write-ahead mode: readers never wait, a writer waits for another one some
-/// seconds, and what is committed is on the disk.
+/// The embedded engine on one file, in its write-ahead mode: readers never wait, a writer waits for another
+/// one some seconds, and what is committed is on the disk.
 class SqliteConnection : public Connection {
- public:
+  public:
     /// The handle is open and its file has been found to be a database of this program.
     SqliteConnection(Handle database, std::filesystem::path path);
     ~SqliteConnection() override;
@@ -38,7 +38,8 @@ class SqliteConnection : public Connection {
     RowKey Insert(const std::string& sql, std::span<const Value> values) override;
 
     void CreateTable(const TableInfo& table) override;
-    void CreateIndex(const std::string& table, const IndexInfo& index, const std::vector<bool>& descending) override;
+    void CreateIndex(const std::string& table, const IndexInfo& index,
+                     const std::vector<bool>& descending) override;
     void DropTable(const std::string& table) override;
 
     std::int64_t TakeCounters(const TableInfo& table, std::int64_t count) override;
@@ -60,7 +61,7 @@ class SqliteConnection : public Connection {
     std::int64_t Stamp() override;
     std::vector<std::string> CheckIntegrity() override;
 
- private:
+  private:
     class SpanPause;
 
     /// Counters that this program has reserved and not given to a row.

@@ -43,26 +43,31 @@ EngineError ErrorOf(int result, sqlite3* database) {
             return ConstraintError(result, message);
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
-            return {engine_error::kDatabaseBusy,
-                    fmt::format("The database '{}' is busy: another program has been writing to it for some seconds. Please "
-                                "try again.",
-                                path)};
+            return {engine_error::kDatabaseBusy, fmt::format("The database '{}' is busy: another program has "
+                                                             "been writing to it for some seconds. Please "
+                                                             "try again.",
+                                                             path)};
         case SQLITE_FULL:
-            return {engine_error::kDiskFull,
-                    fmt::format("The disk is full: there is no room to save to '{}'. Nothing of this change was saved.",
-                                path)};
+            return {
+                engine_error::kDiskFull,
+                fmt::format(
+                    "The disk is full: there is no room to save to '{}'. Nothing of this change was saved.",
+                    path)};
         case SQLITE_CANTOPEN:
         case SQLITE_READONLY:
         case SQLITE_PERM:
             return {engine_error::kCannotOpenFile,
-                    fmt::format("The database '{}' can't be opened for writing. Another program may hold it alone, or you "
+                    fmt::format("The database '{}' can't be opened for writing. Another program may hold it "
+                                "alone, or you "
                                 "need permission to read and write the file and its folder.",
                                 path)};
         case SQLITE_NOTADB:
-            return {engine_error::kUnrecognizedFormat, fmt::format("'{}' is not a database of this program.", path)};
+            return {engine_error::kUnrecognizedFormat,
+                    fmt::format("'{}' is not a database of this program.", path)};
         case SQLITE_CORRUPT:
             return {engine_error::kUnrecognizedFormat,
-                    fmt::format("The database '{}' is damaged: {}. Please restore it from a backup copy.", path, message)};
+                    fmt::format("The database '{}' is damaged: {}. Please restore it from a backup copy.",
+                                path, message)};
         case SQLITE_IOERR:
             return {engine_error::kDiskError,
                     fmt::format("The disk or network failed while '{}' was used: {}.", path, message)};

@@ -17,7 +17,7 @@ namespace {
 
 /// The arguments and the answer of one call.
 class Call {
- public:
+  public:
     Call(sqlite3_context* context, sqlite3_value** arguments) : context_(context), arguments_(arguments) {}
 
     bool IsNull(int place) const { return sqlite3_value_type(arguments_[place]) == SQLITE_NULL; }
@@ -47,7 +47,7 @@ class Call {
     void AnswerNull() const { sqlite3_result_null(context_); }
     sqlite3_context* Context() const { return context_; }
 
- private:
+  private:
     sqlite3_context* context_;
     sqlite3_value** arguments_;
 };
@@ -140,7 +140,8 @@ void LikeCall(const Call& call) {
     }
     auto made = std::make_unique<LikePattern>(call.Text(1));
     call.AnswerWhole(made->Matches(call.Text(0)) ? 1 : 0);
-    sqlite3_set_auxdata(call.Context(), 1, made.release(), [](void* kept) { delete static_cast<LikePattern*>(kept); });
+    sqlite3_set_auxdata(call.Context(), 1, made.release(),
+                        [](void* kept) { delete static_cast<LikePattern*>(kept); });
 }
 
 struct Function {
@@ -199,11 +200,13 @@ int CompareTexts(void*, int aSize, const void* a, int bSize, const void* b) noex
 }  // namespace
 
 void AddFunctions(sqlite3* database) {
-    Check(sqlite3_create_collation_v2(database, "KVTEXT", SQLITE_UTF8, nullptr, CompareTexts, nullptr), database);
+    Check(sqlite3_create_collation_v2(database, "KVTEXT", SQLITE_UTF8, nullptr, CompareTexts, nullptr),
+          database);
     for (const Function& function : kFunctions)
         Check(sqlite3_create_function_v2(database, function.name, function.arguments,
                                          SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
-                                         const_cast<Function*>(&function), RunFunction, nullptr, nullptr, nullptr),
+                                         const_cast<Function*>(&function), RunFunction, nullptr, nullptr,
+                                         nullptr),
               database);
 }
 

@@ -15,26 +15,46 @@ namespace {
 /// The name under which the engine knows a function whose arguments go over as they are.
 std::string_view PlainName(Function function) {
     switch (function) {
-        case Function::FormatDate: return "kv_format_date";
-        case Function::FormatNumber: return "kv_format_number";
-        case Function::FormatText: return "kv_format_text";
-        case Function::Right: return "kv_right";
-        case Function::Len: return "length";
-        case Function::Trim: return "trim";
-        case Function::LTrim: return "ltrim";
-        case Function::RTrim: return "rtrim";
-        case Function::UCase: return "kv_ucase";
-        case Function::LCase: return "kv_lcase";
-        case Function::Nz: return "coalesce";
-        case Function::Val: return "kv_val";
-        case Function::Int: return "kv_int";
-        case Function::Abs: return "abs";
-        case Function::Year: return "kv_year";
-        case Function::Month: return "kv_month";
-        case Function::Day: return "kv_day";
-        case Function::Weekday: return "kv_weekday";
-        case Function::DateSerial: return "kv_date_serial";
-        default: return {};
+        case Function::FormatDate:
+            return "kv_format_date";
+        case Function::FormatNumber:
+            return "kv_format_number";
+        case Function::FormatText:
+            return "kv_format_text";
+        case Function::Right:
+            return "kv_right";
+        case Function::Len:
+            return "length";
+        case Function::Trim:
+            return "trim";
+        case Function::LTrim:
+            return "ltrim";
+        case Function::RTrim:
+            return "rtrim";
+        case Function::UCase:
+            return "kv_ucase";
+        case Function::LCase:
+            return "kv_lcase";
+        case Function::Nz:
+            return "coalesce";
+        case Function::Val:
+            return "kv_val";
+        case Function::Int:
+            return "kv_int";
+        case Function::Abs:
+            return "abs";
+        case Function::Year:
+            return "kv_year";
+        case Function::Month:
+            return "kv_month";
+        case Function::Day:
+            return "kv_day";
+        case Function::Weekday:
+            return "kv_weekday";
+        case Function::DateSerial:
+            return "kv_date_serial";
+        default:
+            return {};
     }
 }
 
@@ -59,16 +79,19 @@ std::string SqliteGenerator::Placeholder(std::size_t place) const {
     return fmt::format("?{}", place);
 }
 
-std::string SqliteGenerator::FunctionCall(Function function, const std::vector<std::string>& arguments) const {
+std::string SqliteGenerator::FunctionCall(Function function,
+                                          const std::vector<std::string>& arguments) const {
     switch (function) {
         case Function::Left:
             return fmt::format("substr({}, 1, max({}, 0))", arguments[0], arguments[1]);
         case Function::Mid:
             if (arguments.size() == 2)
                 return fmt::format("substr({}, max({}, 1))", arguments[0], arguments[1]);
-            return fmt::format("substr({}, max({}, 1), max({}, 0))", arguments[0], arguments[1], arguments[2]);
+            return fmt::format("substr({}, max({}, 1), max({}, 0))", arguments[0], arguments[1],
+                               arguments[2]);
         case Function::Iif:
-            return fmt::format("(CASE WHEN {} THEN {} ELSE {} END)", arguments[0], arguments[1], arguments[2]);
+            return fmt::format("(CASE WHEN {} THEN {} ELSE {} END)", arguments[0], arguments[1],
+                               arguments[2]);
         default:
             return fmt::format("{}({})", PlainName(function), Join(arguments, ", "));
     }

@@ -3,12 +3,13 @@
 
 namespace kv {
 
-/// The embedded engine's spellings. Text columns bear the collation that compares without regard to case; other text
-/// expressions get it here. Functions named kv_ are the connection's own (sqlite_functions).
+/// The embedded engine's spellings. Text columns bear the collation that compares without regard to case;
+/// other text expressions get it here. Functions named kv_ are the connection's own (sqlite_functions).
 class SqliteGenerator : public Generator {
- protected:
+  protected:
     std::string Placeholder(std::size_t place) const override;
-    std::string FunctionCall(dialect::Function function, const std::vector<std::string>& arguments) const override;
+    std::string FunctionCall(dialect::Function function,
+                             const std::vector<std::string>& arguments) const override;
     std::string CaseBlind(const std::string& text) const override;
     std::string Like(const std::string& value, const std::string& pattern) const override;
     std::string Converted(const std::string& value, ValueType from, ValueType to) const override;

@@ -29,7 +29,8 @@ constexpr int kCacheKibibytes = 16384;
 
 Handle OpenHandle(const fs::path& path, int flags) {
     sqlite3* opened = nullptr;
-    const int result = sqlite3_open_v2(path.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+    const int result =
+        sqlite3_open_v2(path.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
     Handle handle(opened);
     Check(result, opened);
     Check(sqlite3_busy_timeout(opened, kBusyMilliseconds), opened);
@@ -49,7 +50,8 @@ void SetUp(sqlite3* database) {
     Pragma(database, "PRAGMA temp_store = MEMORY");
 }
 
-/// The file's first bytes, read through the engine: a second handle of our own would, once closed, free the engine's locks.
+/// The file's first bytes, read through the engine: a second handle of our own would, once closed, free the
+/// engine's locks.
 std::string HeadOf(sqlite3* database) {
     std::array<char, 32> head{};
     sqlite3_file* file = nullptr;
@@ -65,14 +67,16 @@ void CheckForm(sqlite3* database, const fs::path& path) {
     const std::string_view mark = std::string_view(head).substr(4, 15);
     if (mark == "Standard Jet DB" || mark == "Standard ACE DB")
         Fail(engine_error::kUnrecognizedFormat,
-             "'{}' is an Access file. Its tables must be imported before this program can use them: 'kvtool import-mdb' does "
+             "'{}' is an Access file. Its tables must be imported before this program can use them: 'kvtool "
+             "import-mdb' does "
              "so.",
              path);
     if (head.substr(0, 15) != "SQLite format 3")
         Fail(engine_error::kUnrecognizedFormat, "'{}' is not a database of this program.", path);
     if (sqlite3_db_readonly(database, "main") != 0)
         Fail(engine_error::kCannotOpenFile,
-             "The database '{}' can only be read. You need permission to write the file and its folder.", path);
+             "The database '{}' can only be read. You need permission to write the file and its folder.",
+             path);
 }
 
 void CheckVersion(sqlite3* database, const fs::path& path) {
@@ -81,10 +85,14 @@ void CheckVersion(sqlite3* database, const fs::path& path) {
         Fail(engine_error::kUnrecognizedFormat, "'{}' is not a database of this program.", path);
     if (version < kSchemaVersion)
         Fail(engine_error::kUnrecognizedFormat,
-             "The database '{}' is of an older version of this program. 'kvtool copy' makes a copy in the present form.", path);
+             "The database '{}' is of an older version of this program. 'kvtool copy' makes a copy in the "
+             "present form.",
+             path);
     if (version > kSchemaVersion)
         Fail(engine_error::kUnrecognizedFormat,
-             "The database '{}' is of a newer version of this program. Please update the program on this computer.", path);
+             "The database '{}' is of a newer version of this program. Please update the program on this "
+             "computer.",
+             path);
 }
 
 }  // namespace
@@ -95,7 +103,8 @@ std::shared_ptr<Connection> Open(const fs::path& path, SchemaCheck check) {
     if (status.type() == fs::file_type::not_found)
         Fail(engine_error::kFileNotFound, "Could not find file '{}'.", path);
     if (!fs::is_regular_file(status))
-        Fail(engine_error::kCannotOpenFile, "The database '{}' can't be opened: it is no file, or you lack permission.", path);
+        Fail(engine_error::kCannotOpenFile,
+             "The database '{}' can't be opened: it is no file, or you lack permission.", path);
     Handle handle = OpenHandle(path, SQLITE_OPEN_READWRITE);
     CheckForm(handle.get(), path);
     SetUp(handle.get());

@@ -29,8 +29,8 @@ constexpr std::array kTypes = {
     TypeName{ColumnType::Memo, "MEMO TEXT"},    TypeName{ColumnType::Text, "TEXT"},
 };
 
-// Index names are one space for the whole file here, but each table's own in the dialect: "table:i:name", and ":p:" for the
-// primary key's.
+// Index names are one space for the whole file here, but each table's own in the dialect: "table:i:name", and
+// ":p:" for the primary key's.
 constexpr std::string_view kIndexMark = ":i:";
 constexpr std::string_view kPrimaryMark = ":p:";
 constexpr std::string_view kCounterIndex = "PrimaryKey";
@@ -61,7 +61,8 @@ bool IsCounterKey(const TableInfo& table, const IndexInfo& index) {
            EqualsNoCase(index.columns.front(), table.columns[*counter].name);
 }
 
-// ------------------------------------------------------------------------------------------- reading the catalogue
+// ------------------------------------------------------------------------------------------- reading the
+// catalogue
 
 /// Steps through a query that has no parameters.
 template <typename Visit>
@@ -117,13 +118,15 @@ ColumnInfo ReadColumn(sqlite3_stmt* row) {
 constexpr const char* kColumnsQuery =
     "SELECT m.name, x.name, x.type, x.\"notnull\", x.dflt_value, x.pk FROM sqlite_master AS m "
     "JOIN pragma_table_xinfo(m.name) AS x "
-    "WHERE m.type = 'table' AND m.name NOT GLOB 'kv[_]*' AND m.name NOT GLOB 'sqlite[_]*' ORDER BY m.rowid, x.cid";
+    "WHERE m.type = 'table' AND m.name NOT GLOB 'kv[_]*' AND m.name NOT GLOB 'sqlite[_]*' ORDER BY m.rowid, "
+    "x.cid";
 constexpr const char* kIndexesQuery =
     "SELECT m.tbl_name, m.name, l.\"unique\", i.name FROM sqlite_master AS m "
     "JOIN pragma_index_list(m.tbl_name) AS l ON l.name = m.name JOIN pragma_index_info(m.name) AS i "
     "WHERE m.type = 'index' ORDER BY m.rowid, i.seqno";
 
-void ReadIndexes(sqlite3* database, std::vector<TableInfo>& tables, const std::map<std::string, std::size_t>& places) {
+void ReadIndexes(sqlite3* database, std::vector<TableInfo>& tables,
+                 const std::map<std::string, std::size_t>& places) {
     std::string last;
     EachRow(database, kIndexesQuery, [&](sqlite3_stmt* row) {
         const auto place = places.find(TextAt(row, 0));
@@ -133,7 +136,8 @@ void ReadIndexes(sqlite3* database, std::vector<TableInfo>& tables, const std::m
         const std::string stored = TextAt(row, 1);
         if (stored != last) {
             IndexInfo index;
-            const std::string_view behind = std::string_view(stored).substr(std::min(table.name.size(), stored.size()));
+            const std::string_view behind =
+                std::string_view(stored).substr(std::min(table.name.size(), stored.size()));
             index.primary = behind.substr(0, kPrimaryMark.size()) == kPrimaryMark;
             index.unique = sqlite3_column_int(row, 2) != 0;
             index.name = std::string(behind.substr(std::min(kIndexMark.size(), behind.size())));
@@ -171,14 +175,17 @@ std::vector<std::string> CreateTableSql(const TableInfo& table) {
         if (!IsCounterKey(table, index))
             sql.push_back(CreateIndexSql(table.name, index, {}));
     if (table.Counter())
-        sql.push_back(fmt::format("INSERT INTO kv_counters (name, next) VALUES ({}, 1)", SqliteLiteral(table.name)));
+        sql.push_back(
+            fmt::format("INSERT INTO kv_counters (name, next) VALUES ({}, 1)", SqliteLiteral(table.name)));
     return sql;
 }
 
-std::string CreateIndexSql(const std::string& table, const IndexInfo& index, const std::vector<bool>& descending) {
+std::string CreateIndexSql(const std::string& table, const IndexInfo& index,
+                           const std::vector<bool>& descending) {
     std::vector<std::string> columns;
     for (std::size_t i = 0; i < index.columns.size(); ++i)
-        columns.push_back(Generator::Quoted(index.columns[i]) + (i < descending.size() && descending[i] ? " DESC" : ""));
+        columns.push_back(Generator::Quoted(index.columns[i]) +
+                          (i < descending.size() && descending[i] ? " DESC" : ""));
     const std::string name = table + std::string(index.primary ? kPrimaryMark : kIndexMark) + index.name;
     return fmt::format("CREATE {}INDEX {} ON {} ({})", index.unique ? "UNIQUE " : "", Generator::Quoted(name),
                        Generator::Quoted(table), Join(columns, ", "));

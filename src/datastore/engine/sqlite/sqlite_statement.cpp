@@ -22,8 +22,8 @@ Statement StatementCache::Take(const std::string& sql) {
     }
     Statement statement{sql, nullptr};
     sqlite3_stmt* handle = nullptr;
-    const int result = sqlite3_prepare_v3(database_, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
-                                          &handle, nullptr);
+    const int result = sqlite3_prepare_v3(database_, sql.data(), static_cast<int>(sql.size()),
+                                          SQLITE_PREPARE_PERSISTENT, &handle, nullptr);
     statement.handle.reset(handle);
     Check(result, database_);
     return statement;
@@ -83,7 +83,8 @@ void Loan::Bind(int place, const Value& value) {
             break;
         case ValueType::Text: {
             const std::string& text = *value.IfText();
-            result = sqlite3_bind_text64(Get(), place, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+            result =
+                sqlite3_bind_text64(Get(), place, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
             break;
         }
     }

@@ -24,14 +24,14 @@ struct Statement {
 
 /// Keeps prepared statements that nobody runs just now.
 class StatementCache {
- public:
+  public:
     explicit StatementCache(sqlite3* database) : database_(database) {}
 
     Statement Take(const std::string& sql);
     void GiveBack(Statement statement);
     void Clear();
 
- private:
+  private:
     using Entries = std::list<Statement>;
     sqlite3* database_;
     Entries idle_;  // the one used last in front
@@ -40,7 +40,7 @@ class StatementCache {
 
 /// A statement on loan from the cache: reset and given back at the end of its scope.
 class Loan {
- public:
+  public:
     Loan(sqlite3* database, StatementCache& cache, const std::string& sql, std::span<const Value> values);
     ~Loan();
     Loan(const Loan&) = delete;
@@ -50,7 +50,7 @@ class Loan {
     bool Step();
     sqlite3_stmt* Get() const { return statement_.handle.get(); }
 
- private:
+  private:
     void Bind(int place, const Value& value);
 
     sqlite3* database_;

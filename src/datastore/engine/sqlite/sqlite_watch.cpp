@@ -30,7 +30,8 @@ bool ChangeWatch::Changed() {
     if (!head_ && (looked_ || !FindHead()))
         return AskEngine();
     bool changed = false;
-    // A head that is just being written differs too; the next look then sees one change more, which does no harm.
+    // A head that is just being written differs too; the next look then sees one change more, which does no
+    // harm.
     for (std::size_t i = 0; i < kHeadSize; ++i) {
         const unsigned char byte = head_[i];
         changed = changed || byte != last_[i];

@@ -6,15 +6,15 @@
 
 namespace kv::sqlite {
 
-/// Tells, without a query, whether anybody has committed to the database since the last look. The engine keeps the head of
-/// its write-ahead log's index in memory that all programs share, and every commit changes that head (its counter of changes
-/// and its checksum). Where there is no such memory the engine is asked.
+/// Tells, without a query, whether anybody has committed to the database since the last look. The engine
+/// keeps the head of its write-ahead log's index in memory that all programs share, and every commit changes
+/// that head (its counter of changes and its checksum). Where there is no such memory the engine is asked.
 class ChangeWatch {
- public:
+  public:
     explicit ChangeWatch(sqlite3* database) : database_(database) {}
     bool Changed();
 
- private:
+  private:
     bool FindHead();
     bool AskEngine();
 
