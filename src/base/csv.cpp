@@ -58,7 +58,7 @@ CsvCell CsvReader::Cell() {
 }
 
 std::optional<CsvRow> CsvReader::Next() {
-    while (TakeLineEnd()) {
+    while (columns_ != 1 && TakeLineEnd()) {
     }
     if (at_ >= text_.size())
         return std::nullopt;
@@ -66,8 +66,10 @@ std::optional<CsvRow> CsvReader::Next() {
     CsvRow row;
     while (true) {
         row.push_back(Cell());
-        if (at_ >= text_.size() || TakeLineEnd())
+        if (at_ >= text_.size() || TakeLineEnd()) {
+            columns_ = columns_ == 0 ? row.size() : columns_;
             return row;
+        }
         if (text_[at_] != ',')
             Fail(line_, "a character stands between a closing quote and the next comma");
         ++at_;

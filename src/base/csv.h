@@ -23,7 +23,8 @@ class CsvReader {
   public:
     /// The text must outlive the reader.
     explicit CsvReader(std::string_view text);
-    /// The next row, or nothing at the end. Blank lines are passed over. Throws CsvError.
+    /// The next row, or nothing at the end. A blank line is passed over, but in a table of one column it is a
+    /// row with a Null. Throws CsvError.
     std::optional<CsvRow> Next();
     /// The line on which the row last read began, counted from 1.
     std::size_t Line() const { return rowLine_; }
@@ -37,6 +38,7 @@ class CsvReader {
     std::size_t at_ = 0;
     std::size_t line_ = 1;
     std::size_t rowLine_ = 1;
+    std::size_t columns_ = 0;  // of the first row
 };
 
 /// One line with its CR LF; texts are quoted when empty or when they hold a quote, a comma or a line end.

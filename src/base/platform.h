@@ -34,15 +34,17 @@ std::optional<std::string> ReadFile(const std::filesystem::path& file);
 /// locks vanish with their holder, a killed one included.
 class ByteLocks {
   public:
-    /// Opens or makes the file. Throws std::system_error.
-    explicit ByteLocks(const std::filesystem::path& file);
+    /// Opens the file, or makes it, for those who may use `like`. Throws std::system_error.
+    explicit ByteLocks(const std::filesystem::path& file, const std::filesystem::path& like = {});
     ~ByteLocks();
     ByteLocks(const ByteLocks&) = delete;
     ByteLocks& operator=(const ByteLocks&) = delete;
     /// At once: true when the byte is now this handle's (also when it was before), false when another holds
     /// it.
     bool TryLock(std::uint64_t byte);
-    void Unlock(std::uint64_t byte);
+    void Unlock(std::uint64_t byte) noexcept;
+    /// Waits for the byte as long as it takes another to do a short piece of work. Throws std::system_error.
+    void Lock(std::uint64_t byte);
 
   private:
     int handle_ = -1;

@@ -81,13 +81,13 @@ mode_t ModeFor(const fs::path& file, bool ownerOnly) {
 }
 
 /// Locks or lets go one byte on behalf of the open file rather than of the process.
-int SetByteLock(int handle, std::uint64_t byte, short kind) {
+int SetByteLock(int handle, std::uint64_t byte, short kind, bool wait = false) {
     struct flock lock {};
     lock.l_type = kind;
     lock.l_whence = SEEK_SET;
     lock.l_start = static_cast<off_t>(byte & 0x7FFFFFFFFFFFFFFFU);
     lock.l_len = 1;
-    return ::fcntl(handle, F_OFD_SETLK, &lock);
+    return ::fcntl(handle, wait ? F_OFD_SETLKW : F_OFD_SETLK, &lock);
 }
 
 /// Does somebody answer at the socket? An abstract one has a name in memory instead of a file.
@@ -251,10 +251,19 @@ std::optional<std::string> ReadFile(const fs::path& file) {
     }
 }
 
-ByteLocks::ByteLocks(const fs::path& file)
+ByteLocks::ByteLocks(const fs::path& file, const fs::path& like)
     : handle_(::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666)) {
     if (handle_ < 0)
         Fail(file);
+    // Whoever may use the file that is locked must be able to lock it. Only the maker may change the rights.
+    struct stat model {
+    }, made{};
+    if (!like.empty() && ::stat(like.c_str(), &model) == 0 && ::fstat(handle_, &made) == 0 &&
+        made.st_uid == ::geteuid() && made.st_mode != model.st_mode &&
+        ::fchmod(handle_, model.st_mode & 0777) != 0) {
+        ::close(handle_);
+        Fail(file);
+    }
 }
 
 ByteLocks::~ByteLocks() {
@@ -269,9 +278,15 @@ bool ByteLocks::TryLock(std::uint64_t byte) {
     return false;
 }
 
-void ByteLocks::Unlock(std::uint64_t byte) {
-    if (SetByteLock(handle_, byte, F_UNLCK) != 0)
-        Fail("byte lock");
+void ByteLocks::Unlock(std::uint64_t byte) noexcept {
+    // Where even this fails the byte comes free with the handle.
+    SetByteLock(handle_, byte, F_UNLCK);
+}
+
+void ByteLocks::Lock(std::uint64_t byte) {
+    while (SetByteLock(handle_, byte, F_WRLCK, true) != 0)
+        if (errno != EINTR)
+            Fail("byte lock");
 }
 
 LocalDisplays FindLocalDisplays() {

@@ -127,6 +127,21 @@ ClientTree LoadClientTree(Session& session, const std::string& condition) {
     return tree;
 }
 
+bool HasClient(const Recordset& list) {
+    if (!list.IsOpen() || list.AbsolutePosition() < 0) {
+        return false;
+    }
+    try {
+        list.Get("CLIENT");
+        return true;
+    } catch (const EngineError& error) {
+        if (error.Number() == engine_error::kRecordDeleted) {
+            return false;
+        }
+        throw;
+    }
+}
+
 bool FindInList(Recordset& list, const std::string& id) {
     list.FindFirst(Sql("client = {}", id));
     return !list.NoMatch();

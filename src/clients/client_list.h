@@ -41,6 +41,10 @@ struct ClientTree {
 /// Load_clients: the tree of the clients that meet the condition. Throws EngineError.
 ClientTree LoadClientTree(Session& session, const std::string& condition);
 
+/// A client stands on the list's current place: the list is open and not empty, and no other seat has deleted
+/// the row.
+bool HasClient(const Recordset& list);
+
 /// Moves the list to a client; false leaves it where it is.
 bool FindInList(Recordset& list, const std::string& id);
 

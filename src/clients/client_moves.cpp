@@ -46,7 +46,7 @@ bool MoveInClientList(Session& session, ClientForm& form, ListMove move) {
         return false;
     }
     Recordset& list = form.List();
-    if (list.RecordCount() == 0) {
+    if (!list.IsOpen() || list.RecordCount() == 0) {
         if (move == ListMove::Previous || move == ListMove::Next) {
             session.ShowMessageWindow("You must Add a Client before skipping");
         }
@@ -74,8 +74,7 @@ bool MoveToTreeClient(Session& session, ClientForm& form, const std::string& id)
         return false;
     }
     session.PickedClient = id;
-    FindInList(form.List(), id);
-    return true;
+    return form.List().IsOpen() && FindInList(form.List(), id);
 }
 
 bool MoveToPickedClient(Session& session, ClientForm& form, const std::string& id) {
@@ -88,7 +87,7 @@ bool MoveToPickedClient(Session& session, ClientForm& form, const std::string& i
 }
 
 bool MayQuickFind(Session& session, ClientForm& form, const std::string& text) {
-    if (form.List().EditMode() == EditState::Add) {
+    if (form.List().IsOpen() && form.List().EditMode() == EditState::Add) {
         session.ShowMessageWindow("You must save the client information first");
         return false;
     }
@@ -97,7 +96,7 @@ bool MayQuickFind(Session& session, ClientForm& form, const std::string& text) {
 
 std::vector<QuickFindRow> QuickFind(const Recordset& list, const std::string& text) {
     std::vector<QuickFindRow> rows;
-    if (list.RecordCount() == 0) {
+    if (!list.IsOpen() || list.RecordCount() == 0) {
         return rows;
     }
     Recordset clone = list.Clone();

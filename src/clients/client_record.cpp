@@ -4,6 +4,7 @@
 
 #include "base/format.h"
 #include "base/text.h"
+#include "clients/client_list.h"
 
 namespace kv {
 
@@ -81,7 +82,7 @@ long NumActiveDays(const Value& startOfCare, const Value& endOfCare, Date today)
 
 StatusBarTexts StatusBarOf(const Recordset& list) {
     StatusBarTexts texts;
-    if (list.AbsolutePosition() < 0) {
+    if (!HasClient(list)) {
         return texts;
     }
     texts.lastChange += list.Text("User_Id");
@@ -127,7 +128,7 @@ ClientSections SectionsOf(ClientKind kind, const ClientRights& rights) {
 ClientView DescribeClient(const Session& session, const Recordset& list, const ClientRights& rights) {
     ClientView view;
     view.statusBar = StatusBarOf(list);
-    if (list.AbsolutePosition() < 0) {
+    if (!HasClient(list)) {
         view.sections.parts[0] = true;
         return view;
     }

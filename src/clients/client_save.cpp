@@ -194,7 +194,7 @@ std::string CleanName(std::string_view name) {
 }
 
 bool CheckName(Session& session, ClientForm& form, std::string_view control) {
-    if (form.List().AbsolutePosition() < 0) {
+    if (!form.List().IsOpen() || form.List().AbsolutePosition() < 0) {
         return false;
     }
     const std::string name = form.Controls().Text(control);
@@ -210,7 +210,7 @@ bool CheckName(Session& session, ClientForm& form, std::string_view control) {
 std::vector<std::string> RequiredInfoFaults(Session& session, const Recordset& list,
                                             const ScreenControls& controls) {
     std::vector<std::string> faults;
-    if (list.RecordCount() == 0 || list.Get("istemplate").IsTrue()) {
+    if (!HasClient(list) || list.Get("istemplate").IsTrue()) {
         return faults;
     }
     CheckNames(controls, faults);
@@ -219,7 +219,14 @@ std::vector<std::string> RequiredInfoFaults(Session& session, const Recordset& l
 }
 
 bool CheckRequiredInfo(Session& session, ClientForm& form) {
-    const std::vector<std::string> faults = RequiredInfoFaults(session, form.List(), form.Controls());
+    std::vector<std::string> faults;
+    try {
+        faults = RequiredInfoFaults(session, form.List(), form.Controls());
+    } catch (const EngineError& error) {
+        // A check that can't be made keeps nobody on the client: a list's text with an apostrophe breaks its
+        // look-up.
+        ReportEngineError(session, error);
+    }
     if (faults.empty()) {
         return false;
     }
@@ -238,13 +245,15 @@ long CountClientDifferences(const ScreenControls& controls, const Recordset& row
     count += GroupDiffers(controls, row) ? 1 : 0;
     count += HolidayDiffers(controls, row) ? 1 : 0;
     count +=
-        directions != nullptr && !directionsCounted && directions->text != row.Text("Directions") ? 1 : 0;
+        directions != nullptr && !directionsCounted && directions->value.ToText() != row.Text("Directions")
+            ? 1
+            : 0;
     count += NotesDiffer(controls) ? 1 : 0;
     return count;
 }
 
 PromptResult PromptToSaveClient(Session& session, ClientForm& form) {
-    if (form.List().RecordCount() == 0) {
+    if (!HasClient(form.List())) {
         return PromptResult::NothingToSave;
     }
     const ScreenControls controls = form.Controls();
@@ -256,7 +265,15 @@ PromptResult PromptToSaveClient(Session& session, ClientForm& form) {
         form.RestoreRow();
         return PromptResult::Discarded;
     }
-    RunPromptedSave(session, form, controls);
+    try {
+        RunPromptedSave(session, form, controls);
+    } catch (const EngineError&) {
+        // What the row in edit already took would hide from the next prompt that the screen still differs.
+        if (form.List().EditMode() == EditState::InProgress) {
+            form.List().CancelUpdate();
+        }
+        throw;
+    }
     return PromptResult::Saved;
 }
 

@@ -41,6 +41,22 @@ bool FindPerson(Recordset& people, const std::string& name) {
     return !people.NoMatch();
 }
 
+std::string KeptName(const std::string& name) {
+    constexpr std::size_t kLength = 30;
+    return Left(name, kLength);
+}
+
+Value PersonId(const Recordset& people, long position) {
+    Recordset clone = people.Clone();
+    clone.SetAbsolutePosition(position);
+    return clone.Get("id");
+}
+
+bool FindPersonById(Recordset& people, const Value& id) {
+    people.FindFirst(Sql("id = {}", id));
+    return !people.NoMatch();
+}
+
 bool SavePerson(Session& session, Recordset& people) {
     if (people.EditMode() == EditState::None) {
         session.ShowMessageWindow("You must press 'Add New' first to add a record");
@@ -49,7 +65,7 @@ bool SavePerson(Session& session, Recordset& people) {
     const Value id = people.Get("id");
     people.Update();
     people.Requery();  // the name may have moved the row
-    people.FindFirst(Sql("id = {}", id));
+    FindPersonById(people, id);
     return true;
 }
 
@@ -101,11 +117,10 @@ bool MovePerson(Session& session, Recordset& people, ListMove move) {
 }
 
 std::vector<NamedNote> LoadPeople(Session& session, PeopleTable table) {
-    constexpr std::size_t kShownLength = 30;
     std::vector<NamedNote> people;
     Recordset rows = session.dbMainCode->OpenRecordset(PeopleStatement(table), RecordsetType::Snapshot);
     for (; !rows.Eof(); rows.MoveNext()) {
-        people.push_back({Left(rows.Text("Name"), kShownLength), rows.Text(PeopleNoteField())});
+        people.push_back({KeptName(rows.Text("Name")), rows.Text(PeopleNoteField())});
     }
     return people;
 }

@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include "base/text.h"
+#include "screens/widgets/qt_text.h"
 #include "screens/widgets/theme.h"
 
 namespace kv {
@@ -33,7 +35,8 @@ FRMmessage::Countdown FRMmessage::CountdownOf(const QString& message) {
         Countdown countdown;
     };
     static constexpr Step kSteps[] = {{120, {14, 14}}, {70, {8, 8}}, {55, {5, 6}}, {-1, {3, 4}}};
-    const auto length = message.trimmed().size();
+    // Blanks alone do not count; a line end does.
+    const auto length = static_cast<int>(Length(TrimView(FromQt(message))));
     const Step* step = kSteps;
     while (length <= step->above) {
         ++step;
@@ -48,7 +51,7 @@ FRMmessage::FRMmessage(QWidget* parent)
       LBLcount(NewLabel(QStringLiteral("LBLcount"), {}, this)),
       Image1(NewLabel(QStringLiteral("Image1"), {}, this)),
       TXTnotes(NewLabel(QStringLiteral("TXTnotes"), {}, this)),
-      Check1(new QCheckBox(QStringLiteral("&Use Timer"), this)),
+      Check1(new QCheckBox(QStringLiteral("Use Timer"), this)),
       Pbar(new QProgressBar(this)),
       Command1(new QPushButton(QStringLiteral("Continuing in 4"), this)),
       Timer1(new QTimer(this)),

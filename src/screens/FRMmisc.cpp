@@ -17,7 +17,6 @@ namespace kv {
 
 namespace {
 
-constexpr std::size_t kShownLength = 30;  ///< what a client's row keeps of a name
 constexpr std::size_t kBoxesInAColumn = 5;
 constexpr const char* kPhonePattern = "(###) ###-####";
 
@@ -67,8 +66,11 @@ FRMmisc::FRMmisc(Session& session, PeopleTable table, const std::string& name, Q
 
     connect(FGinfo, &Grid::rowPicked, this, [this](int row) {
         Handle([this, row] {
+            // Leaving may save and move the rows: the person picked is known by the id, not by the place.
+            const Value id = PersonId(dbInfo.Rows(), row);
             LeaveRow();
-            picked_ = dbInfo.MoveTo(row);
+            picked_ = FindPersonById(dbInfo.Rows(), id);
+            dbInfo.ShowRow();
         });
     });
     connect(&dbInfo, &BoundSource::repositioned, this,
@@ -216,7 +218,7 @@ std::optional<std::string> FRMmisc::PickedName() const {
     if (!picked_ || !dbInfo.HasRow()) {
         return std::nullopt;
     }
-    return Left(dbInfo.Rows().Text("Name"), kShownLength);
+    return KeptName(dbInfo.Rows().Text("Name"));
 }
 
 void FRMmisc::reject() {

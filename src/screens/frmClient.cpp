@@ -12,6 +12,7 @@
 #include <array>
 #include <filesystem>
 #include <optional>
+#include <system_error>
 
 #include "base/platform.h"
 #include "base/text.h"
@@ -98,6 +99,7 @@ frmClient::frmClient(Session& session, const Sections& sections, QWidget* parent
     AddKeys();
     OpenSection(0);
     ShowPart(0);
+    SetButtons(ClientView{}, false);
 }
 
 frmClient::~frmClient() {
@@ -129,7 +131,7 @@ void frmClient::MakeToolbar() {
         {QStringLiteral("next"), [this] { Move(ListMove::Next); }},
         {QStringLiteral("last"), [this] { Move(ListMove::Last); }},
         {QStringLiteral("save"), [this] { SaveKey(); }},
-        {QStringLiteral("discard"), [this] { DiscardClient(session_, *this); }},
+        {QStringLiteral("discard"), [this] { DiscardKey(); }},
         {QStringLiteral("help"), [this] { HelpKey(); }},
     };
 }
@@ -258,26 +260,57 @@ void frmClient::Handle(const Step& step) {
         if (!ended_) {
             ReportEngineError(session_, error);
         }
+    } catch (const std::system_error& error) {
+        if (!ended_) {
+            session_.ShowMessageWindow(error.what());
+        }
     }
 }
 
+bool frmClient::StopAtFaultyBox() {
+    for (BoundControl* control : DbClient.Controls()) {
+        if (!control->IsDataChanged() || control->Check()) {
+            continue;
+        }
+        session_.ShowMessageWindow(FromQt(control->Caption() + QLatin1Char(' ') + control->Fault()));
+        for (int part = 0; part < parts_->count(); ++part) {
+            if (parts_->widget(part)->isAncestorOf(control->Widget())) {
+                ShowPart(part);
+            }
+        }
+        control->Widget()->setFocus();
+        return true;
+    }
+    return false;
+}
+
 void frmClient::Move(ListMove move) {
-    if (MoveInClientList(session_, *this, move)) {
+    if (!StopAtFaultyBox() && MoveInClientList(session_, *this, move)) {
         DbClient.ShowRow();
         ShowClientRecord();
     }
 }
 
 void frmClient::SaveKey() {
+    if (StopAtFaultyBox()) {
+        return;
+    }
     // A client at fault stays on the screen as typed; a failed save has restored it.
     if (SaveClient(session_, *this)) {
         DbClient.ShowRow();
         ShowClientRecord();
+    } else if (!DbClient.IsEditing()) {
+        ShowClientRecord();
     }
 }
 
+void frmClient::DiscardKey() {
+    DiscardClient(session_, *this);
+    ShowClientRecord();
+}
+
 void frmClient::ExitKey() {
-    if (CheckRequiredInfo(session_, *this)) {
+    if (StopAtFaultyBox() || CheckRequiredInfo(session_, *this)) {
         return;
     }
     OpenSection(0);
@@ -321,7 +354,7 @@ void frmClient::QuickFindKey() {
         FRMQuickFind screen(hits, this);
         return screen.exec() == QDialog::Accepted ? screen.ChosenId() : std::string();
     };
-    if (QuickFindClient(session_, *this, FromQt(ListPane->TXTquick->Text()), choose)) {
+    if (!StopAtFaultyBox() && QuickFindClient(session_, *this, FromQt(ListPane->TXTquick->Text()), choose)) {
         ListPane->TXTquick->clear();
         DbClient.ShowRow();
         ShowClientRecord();
@@ -329,7 +362,7 @@ void frmClient::QuickFindKey() {
 }
 
 void frmClient::PickTreeClient(const std::string& id) {
-    if (MoveToTreeClient(session_, *this, id)) {
+    if (!StopAtFaultyBox() && MoveToTreeClient(session_, *this, id)) {
         DbClient.ShowRow();
         ShowClientRecord();
     }
@@ -338,7 +371,7 @@ void frmClient::PickTreeClient(const std::string& id) {
 void frmClient::LimitsPicked(bool managerToo) {
     const std::string manager = session_.Manager;
     try {
-        if (!MayLeaveClient(session_, *this)) {
+        if (StopAtFaultyBox() || !MayLeaveClient(session_, *this)) {
             ListPane->RestoreLimits();
             return;
         }
@@ -355,6 +388,9 @@ void frmClient::LimitsPicked(bool managerToo) {
 }
 
 void frmClient::ChangeStatusKey() {
+    if (StopAtFaultyBox()) {
+        return;
+    }
     // What was typed would be lost with the row's own change.
     PromptToSaveClient(session_, *this);
     FRMpotientalStatus screen(this);
@@ -370,7 +406,12 @@ void frmClient::ChangeStatusKey() {
             break;
         case PotentialResult::BecameActive:
             ListPane->SetStatus(QStringLiteral("ACTIVE"));
-            RefreshClientList();
+            try {
+                RefreshClientList();
+            } catch (const EngineError&) {
+                ListPane->RestoreLimits();
+                throw;
+            }
             break;
     }
 }
@@ -379,6 +420,9 @@ void frmClient::ViewPeople(PeopleTable table) {
     PlainCombo* combo = General->PeopleCombo(table);
     FRMmisc screen(session_, table, FromQt(combo->Text()), this);
     screen.exec();
+    if (ended_) {
+        return;
+    }
     General->SetPeople(table, LoadPeople(session_, table));
     if (const std::optional<std::string> name = screen.PickedName()) {
         combo->SetText(ToQt(*name));
@@ -402,7 +446,7 @@ void frmClient::RecountDays() {
 void frmClient::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isActiveWindow() && up_) {
-        ListPane->TXTquick->setText(ToQt(TakeHandedClient(session_)));
+        Handle([this] { ListPane->TXTquick->setText(ToQt(TakeHandedClient(session_))); });
     }
 }
 

@@ -60,7 +60,7 @@ class frmClient : public QMainWindow, public ClientForm {
 
     /// Loads the current row's view into the screen beside the bound controls.
     void ShowClientRecord();
-    /// Part 0 to 6 of section 0.
+    /// The pages of section 0, counted from 0.
     void ShowPart(int index);
     int OpenPart() const;
     /// Section 0 is the main screen's own; any other one fills the client area.
@@ -103,8 +103,12 @@ class frmClient : public QMainWindow, public ClientForm {
     void AddKeys();
     /// Runs what an event asked for; an engine's error ends here.
     void Handle(const Step& step);
+    /// Tells of a box whose entry can't be stored and goes to it; no step away from the client is taken
+    /// meanwhile.
+    bool StopAtFaultyBox();
     void Move(ListMove move);
     void SaveKey();
+    void DiscardKey();
     void ExitKey();
     void HelpKey();
     void PasteKey();
@@ -129,6 +133,7 @@ class frmClient : public QMainWindow, public ClientForm {
 
     // frmClient_start.cpp: the steps of the start
     void Try(const Step& step);
+    void OrderByClientId();
     void OpenData();
     void ShowCountry();
     void FillTextLists();

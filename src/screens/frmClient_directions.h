@@ -5,7 +5,7 @@ namespace kv {
 
 class MemoBox;
 
-/// Part 2: the way to the client.
+/// The page of the way to the client.
 class FRMdirections : public ClientPart {
     Q_OBJECT
   public:

@@ -64,6 +64,9 @@ void FRMgeneral::MakeDiagnoses(FieldForm* form) {
     TDBCombo27 = MakeClearable(QStringLiteral("TDBCombo27"), tr("Diagnosis 2:"), kLookup, form);
     TDBCombo28 = MakeClearable(QStringLiteral("TDBCombo28"), tr("Diagnosis 3:"), kLookup, form);
     Combo1 = new TextBox(QStringLiteral("Combo1"), tr("Other:"), kLookup, form);
+    for (LookupCombo* combo : {TDBCombo9, TDBCombo19, TDBCombo26, TDBCombo27, TDBCombo28}) {
+        combo->SetListOnly(true);
+    }
     for (LookupCombo* combo : {TDBCombo26, TDBCombo27, TDBCombo28}) {
         form->AddField(*combo);
     }

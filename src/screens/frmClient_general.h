@@ -14,7 +14,8 @@ class MemoBox;
 class PlainCombo;
 class TextBox;
 
-/// Part 1: nursing, diagnoses, case manager, doctor and the numbers that other systems know the client by.
+/// The page of nursing, diagnoses, case manager, doctor and the numbers that other systems know the client
+/// by.
 class FRMgeneral : public ClientPart {
     Q_OBJECT
   public:

@@ -11,7 +11,7 @@ namespace kv {
 
 class Grid;
 
-/// Part 6: the changes made on the client, the latest first, with the words of the one that is picked.
+/// The page of the changes made on the client, the latest first, with the words of the one that is picked.
 class FRMhistory : public ClientPart {
     Q_OBJECT
   public:

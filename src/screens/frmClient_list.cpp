@@ -118,6 +118,19 @@ void ClientListPane::SetStatus(const QString& status) {
     CMBcliStatus->SetText(status);
 }
 
+void ClientListPane::FillEmptyLimits() {
+    if (cmbDISGROUP->Text().isEmpty()) {
+        cmbDISGROUP->SetText(QStringLiteral("ALL"));
+    }
+    if (CMBcliStatus->Text().isEmpty()) {
+        SetStatus(QStringLiteral("ACTIVE"));
+    }
+}
+
+bool ClientListPane::IsTemplateLimit() const {
+    return CMBcliStatus->Text().compare(QLatin1String("TEMPLATES"), Qt::CaseInsensitive) == 0;
+}
+
 bool ClientListPane::IsPotentialLimit() const {
     return CMBcliStatus->Text().compare(QLatin1String("POTENTIAL"), Qt::CaseInsensitive) == 0;
 }

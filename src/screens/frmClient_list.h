@@ -24,6 +24,9 @@ class ClientListPane : public QWidget {
     ClientLimits Limits() const;
     void SetStatus(const QString& status);
     bool IsPotentialLimit() const;
+    bool IsTemplateLimit() const;
+    /// An empty group becomes "ALL", an empty status "ACTIVE".
+    void FillEmptyLimits();
     /// CMBpotientalStatus is there only for potential clients.
     void ShowPotentialStatus();
     /// Where no manager is known CMBmanager would offer no choice, and stays away.

@@ -7,8 +7,8 @@ class QPlainTextEdit;
 
 namespace kv {
 
-/// Part 3: the general notes, to be read. The box shows the words; the column's own text, with the marks of
-/// its rich text, stays with the main screen.
+/// The page of the general notes, to be read. The box shows the words; the column's own text, with the marks
+/// of its rich text, stays with the main screen.
 class FRMnotes : public ClientPart {
     Q_OBJECT
   public:

@@ -10,7 +10,7 @@ class FieldForm;
 class PlainCombo;
 class TextBox;
 
-/// Part 5: who sent the client, and the dates of care with the days between them.
+/// The page of who sent the client, and the dates of care with the days between them.
 class FRMreferral : public ClientPart {
     Q_OBJECT
   public:

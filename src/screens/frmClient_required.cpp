@@ -84,6 +84,7 @@ void FRMrequired_Info::MakePerson(FieldForm* form) {
     TDBCombo1->SetRequired(true);
     form->AddField(*txtSsn);
     form->AddField(*TxtB_date);
+    TDBCombo6->SetListOnly(true);
     for (LookupCombo* combo : {TDBGender, TDBCombo1, TDBCombo6, TDBCombo29}) {
         form->AddField(*combo);
     }
@@ -98,6 +99,7 @@ void FRMrequired_Info::MakeService(FieldForm* form) {
     TDBCombo4 = MakeClearable(QStringLiteral("TDBCombo4"), tr("Manager:"), kLookup, form);
     TDBCombo5 = MakeClearable(QStringLiteral("TDBCombo5"), tr("Field Supervisor:"), kLookup, form);
     TDBCombo25 = new LookupCombo(QStringLiteral("TDBCombo25"), tr("Priority:"), kLookup, form);
+    TDBCombo25->SetListOnly(true);
     TDBCombo8 = MakeClearable(QStringLiteral("TDBCombo8"), tr("Diet:"), kLookup, form);
 
     TDBCombo3->SetRequired(true);

@@ -13,7 +13,7 @@ class MaskedBox;
 class PlainCombo;
 class TextBox;
 
-/// Part 0: the client's identity, address, service terms and emergency contacts.
+/// The page of the client's identity, address, service terms and emergency contacts.
 class FRMrequired_Info : public ClientPart {
     Q_OBJECT
   public:

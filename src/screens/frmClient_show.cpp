@@ -1,7 +1,9 @@
 // What the main screen shows of a client, and the screen as the rules of a save see it.
 #include <QGroupBox>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QStackedWidget>
+#include <memory>
 
 #include "clients/client_history.h"
 #include "clients/client_list.h"
@@ -56,9 +58,8 @@ void frmClient::SetText(std::string_view control, const std::string& text) {
     }
     for (BoundControl* box : DbClient.Controls()) {
         if (FromQt(box->Name()) == control) {
-            settingText_ = true;
+            const QScopedValueRollback<bool> setting(settingText_, true);
             box->EnterValue(Value(text));
-            settingText_ = false;
         }
     }
 }
@@ -73,19 +74,22 @@ void frmClient::UpdateRow() {
 
 void frmClient::RestoreRow() {
     DbClient.Restore();
-    SetNotes(DbClient.HasRow() ? List().Text("Comments") : std::string());
 }
 
 void frmClient::RefreshClientList() {
     const Hourglass hourglass(session_.progress);
-    SetNotes({});
     const std::string shown = FromQt(Header->txtCliId->Text());
+    ListPane->FillEmptyLimits();
+    // Templates have neither section, so the rights are not asked for them.
+    if (!ListPane->IsTemplateLimit()) {
+        AskSectionRights(session_, rights_);
+    }
+    // What can fail comes first: until the new list stands, the old client stays with its own notes.
     ClientListData made = kv::RefreshClientList(session_, ListPane->Limits(), shown);
     DbClient.SetRecordset(std::move(made.list));
     ListPane->KeepLimits();
     LimitMiscLength();
     ListPane->SetTree(made.tree);
-    AskSectionRights(session_, rights_);
     ShowClientRecord();
 }
 
@@ -96,8 +100,11 @@ void frmClient::LimitMiscLength() {
 
 void frmClient::ShowClientRecord() {
     const ClientView view = DescribeClient(session_, List(), rights_);
-    if (DbClient.IsAdding() || DbClient.Position() < 0) {
+    if (DbClient.IsAdding() || !DbClient.HasRow()) {
         SetButtons(view, false);
+        if (DbClient.Position() >= 0 && !DbClient.IsAdding()) {
+            session_.ShowMessageWindow("Another user has deleted this client.");
+        }
         return;
     }
     if (activeScreen_ != nullptr) {
@@ -112,12 +119,11 @@ void frmClient::ShowClientRecord() {
     if (ListPane->IsPotentialLimit()) {
         ListPane->CMBpotientalStatus->SetText(ToQt(view.potentialStatus));
     }
-    SetNotes(view.notes);
     ShowHistoryIfOpen();
 }
 
 void frmClient::SetButtons(const ClientView& view, bool hasClient) {
-    const ToolbarButtons buttons = ClientToolbar(session_, hasClient);
+    const ToolbarButtons buttons = ClientToolbar(session_, DbClient.Count() > 0);
     for (std::size_t i = 1; i < buttons.size(); ++i) {
         const int index = static_cast<int>(i);
         const bool underSection = activeScreen_ != nullptr && index <= kLastKeyOfClient;
@@ -133,7 +139,6 @@ void frmClient::SetButtons(const ClientView& view, bool hasClient) {
         ShowDays(0, 0);
         Header->TXTStatus->SetValue(Value());
         ShowSections(view.sections);
-        SetNotes({});
         ShowHistoryIfOpen();
     }
 }
@@ -175,6 +180,8 @@ void frmClient::ShowSections(const ClientSections& sections) {
 
 void frmClient::ShowRow() {
     Header->ShowName(RequiredInfo->TxtLastname->Text(), RequiredInfo->TxtFirstnam->Text());
+    // The notes come with the row and not later: those of one client must never be saved into another.
+    SetNotes(DbClient.HasRow() ? List().Text("Comments") : std::string());
 }
 
 void frmClient::SetNotes(const std::string& comments) {
@@ -206,19 +213,20 @@ void frmClient::ShowHistoryIfOpen() {
 void frmClient::OpenSection(int index) {
     const auto at = static_cast<std::size_t>(index);
     const Hourglass hourglass(session_.progress);
-    FRMmain_Frame->setEnabled(index == 0);
-    delete activeScreen_;
-    activeScreen_ = nullptr;
-    IMGCommand->SetOpen(index);
-    if (index == 0) {
-        area_->setCurrentWidget(FRMmain_Frame);
-    } else {
-        activeScreen_ = sections_[at].make(session_, area_);
-        activeScreen_->SetHiddenID(FromQt(Header->txtCliId->Text()));
-        area_->setCurrentIndex(area_->addWidget(activeScreen_));
+    // A section that can't be opened leaves the one before as it stands.
+    std::unique_ptr<SectionScreen> next;
+    if (index != 0) {
+        next.reset(sections_[at].make(session_, area_));
+        next->SetHiddenID(FromQt(Header->txtCliId->Text()));
     }
-    const bool hasClient = DbClient.Position() >= 0 && !DbClient.IsAdding();
-    const ToolbarButtons buttons = ClientToolbar(session_, hasClient);
+    FRMmain_Frame->setEnabled(index == 0);
+    // The client can't be changed under a section.
+    Header->CMDchangeToActive->setEnabled(index == 0);
+    delete activeScreen_;
+    activeScreen_ = next.release();
+    IMGCommand->SetOpen(index);
+    area_->setCurrentIndex(activeScreen_ == nullptr ? 0 : area_->addWidget(activeScreen_));
+    const ToolbarButtons buttons = ClientToolbar(session_, DbClient.Count() > 0);
     for (int i = 1; i <= kLastKeyOfClient; ++i) {
         Toolbar1->EnableButton(i, index == 0 && buttons[static_cast<std::size_t>(i)]);
     }

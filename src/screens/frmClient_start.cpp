@@ -74,6 +74,9 @@ void frmClient::Start() {
     StatusBar1->SetPanel(kSortPanel, ToQt(ReadClientSort(session_)));
     Try([this] { LimitToManager(); });
     Try([this] { RefreshClientList(); });
+    if (!List().IsOpen()) {
+        OrderByClientId();
+    }
     session_.progress.Yield();
     Try([this] { AnnounceUp(session_); });
     session_.progress.Yield();
@@ -81,6 +84,13 @@ void frmClient::Start() {
     Try([this] { ShowFirstClient(); });
     ApplyGridColors(this, session_.COLOR);
     up_ = true;
+}
+
+/// An order in the settings that the store refuses must not keep the operator from the clients.
+void frmClient::OrderByClientId() {
+    session_.ClientSort = "client";
+    StatusBar1->SetPanel(kSortPanel, tr("Current Sort: Client ID"));
+    Try([this] { RefreshClientList(); });
 }
 
 void frmClient::Try(const Step& step) {
@@ -137,7 +147,10 @@ void frmClient::ShowCaption() {
 }
 
 void frmClient::AskRights() {
-    rights_ = AskClientRights(session_);
+    // Where the rights can't be asked, what only some may see stays out of sight.
+    rights_.ssn = false;
+    rights_.birthDate = false;
+    Try([this] { rights_ = AskClientRights(session_); });
     RequiredInfo->txtSsn->SetShown(rights_.ssn);
     RequiredInfo->TxtB_date->SetShown(rights_.birthDate);
     RequiredInfo->cmbGroup->SetEnabled(rights_.changeGroup);
@@ -174,7 +187,8 @@ void frmClient::FillLookupLists() {
     load.show();
     int done = 0;
     for (const LookupFill& fill : fills) {
-        const std::vector<LookupItem> items = LoadLookup(session_, fill.source);
+        std::vector<LookupItem> items;
+        Try([&] { items = LoadLookup(session_, fill.source); });
         for (LookupCombo* combo : fill.combos) {
             combo->SetItems(items);
             load.SetValue(done += kStepOfAList, most);

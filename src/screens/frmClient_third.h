@@ -11,7 +11,7 @@ class NumberBox;
 class PlainCombo;
 class TextBox;
 
-/// Part 4: who is billed instead of the client, and how a client who pays is billed.
+/// The page of who is billed instead of the client, and how a client who pays is billed.
 class FRMthird : public ClientPart {
     Q_OBJECT
   public:

@@ -3,6 +3,7 @@
 #include "base/platform.h"
 #include "base/text.h"
 #include "session/ini_text.h"
+#include "session/write_turn.h"
 
 namespace kv {
 
@@ -21,6 +22,7 @@ std::string IniFile::Get(std::string_view section, std::string_view key, std::st
 }
 
 void IniFile::Set(std::string_view section, std::string_view key, std::string_view value) const {
+    const WriteTurn turn(file_);
     IniText text(ReadFile(file_).value_or(""));
     text.Set(section, key, value);
     ReplaceFile(file_, text.ToText());

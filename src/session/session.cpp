@@ -5,10 +5,15 @@
 namespace kv {
 
 Session::Session(SettingsStore& settingsStore, Ports ports)
-    : settings(settingsStore), clock(ports.clock), dialogs(ports.dialogs), progress(ports.progress) {}
+    : settings(settingsStore), clock(ports.clock), dialogs(ports.dialogs), progress(ports.progress) {
+    workspace.SetClock([&now = clock] { return now.Now(); });
+}
 
 std::filesystem::path Session::DataFile(std::string_view name) const {
-    return FindNoCase(NativePath(DBloc), NativePath(name).string());
+    std::filesystem::path place = NativePath(DBloc);
+    for (const std::filesystem::path& piece : NativePath(name))
+        place = FindNoCase(place, piece.string());
+    return place;
 }
 
 DatabasePtr Session::OpenData(std::string_view name) {

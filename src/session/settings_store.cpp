@@ -6,6 +6,7 @@
 
 #include "base/platform.h"
 #include "base/text.h"
+#include "session/write_turn.h"
 
 namespace kv {
 
@@ -21,8 +22,6 @@ IniText SettingsStore::Read() const {
 }
 
 void SettingsStore::Write(const IniText& text) const {
-    if (file_.has_parent_path())
-        std::filesystem::create_directories(file_.parent_path());
     ReplaceFile(file_, text.ToText(), true);
 }
 
@@ -39,12 +38,14 @@ bool SettingsStore::GetBoolean(std::string_view section, std::string_view key) c
 }
 
 void SettingsStore::Set(std::string_view section, std::string_view key, std::string_view value) {
+    const WriteTurn turn(file_);
     IniText text = Read();
     text.Set(section, key, value);
     Write(text);
 }
 
 void SettingsStore::Remove(std::string_view section, std::string_view key) {
+    const WriteTurn turn(file_);
     IniText text = Read();
     if (!text.Get(section, key))
         return;

@@ -1,8 +1,6 @@
 #pragma once
-#include <QApplication>
-#include <QDialog>
+#include <QComboBox>
 #include <QTest>
-#include <QTimer>
 #include <functional>
 #include <memory>
 
@@ -13,6 +11,7 @@
 #include "screens/widgets/bound_control.h"
 #include "screens/widgets/qt_text.h"
 #include "screens/widgets/tool_bar.h"
+#include "support/qt_driver.h"
 
 namespace kv::test {
 
@@ -23,24 +22,16 @@ class ClientScreenTest : public ClientTest {
     frmClient& Open() {
         screen_ = std::make_unique<frmClient>(session);
         screen_->Start();
-        screen_->show();
+        qt_driver::Show(*screen_);
         return *screen_;
     }
 
     template <typename Widget = QWidget>
     Widget& Find(const char* name) {
-        auto* found = screen_->findChild<Widget*>(QString::fromLatin1(name));
-        if (found == nullptr) {
-            throw std::invalid_argument(std::string("the screen has no ") + name);
-        }
-        return *found;
+        return *qt_driver::Find<Widget>(screen_.get(), QString::fromLatin1(name));
     }
     BoundControl& Control(const char* name) {
-        BoundControl* control = FindBoundControl(screen_.get(), QString::fromLatin1(name));
-        if (control == nullptr) {
-            throw std::invalid_argument(std::string("no control ") + name);
-        }
-        return *control;
+        return dynamic_cast<BoundControl&>(Find(name));
     }
     std::string Text(const char* name) { return FromQt(Control(name).Text()); }
     /// Puts a text into a box as the operator's typing does.
@@ -55,16 +46,13 @@ class ClientScreenTest : public ClientTest {
     }
     std::string ShownId() { return Text("txtCliId"); }
 
-    /// Acts on the dialog that the next step opens.
+    /// Acts on the dialog that the step after it opens.
     template <typename Dialog>
-    void OnDialog(std::function<void(Dialog&)> act) {
-        QTimer::singleShot(0, [act] {
-            auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+    qt_driver::ModalDriver OnDialog(std::function<void(Dialog&)> act) {
+        return qt_driver::ModalDriver([act = std::move(act)](QWidget& modal) {
+            auto* dialog = qobject_cast<Dialog*>(&modal);
             ASSERT_NE(dialog, nullptr);
             act(*dialog);
-            if (dialog->isVisible()) {
-                dialog->reject();
-            }
         });
     }
 

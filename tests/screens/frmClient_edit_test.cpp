@@ -168,7 +168,7 @@ class Potential : public MainScreenEdit {
         EXPECT_TRUE(Find("CMDchangeToActive").isVisible());
     }
     void Choose(std::size_t option) {
-        OnDialog<FRMpotientalStatus>([option](FRMpotientalStatus& screen) {
+        const auto answer = OnDialog<FRMpotientalStatus>([option](FRMpotientalStatus& screen) {
             EXPECT_FALSE(screen.CMDok->isEnabled());
             screen.OPTstatus[option]->click();
             screen.CMDok->click();
@@ -224,7 +224,7 @@ TEST_F(People, APickedDoctorBringsTheNote) {
 }
 
 TEST_F(People, AreAddedAndGoBackToTheClient) {
-    OnDialog<FRMmisc>([this](FRMmisc& screen) {
+    const auto answer = OnDialog<FRMmisc>([this](FRMmisc& screen) {
         EXPECT_EQ(screen.windowTitle(), QStringLiteral("Doctors"));
         EXPECT_EQ(screen.FGinfo->CellText(0, 7), QStringLiteral("(555) 123-4567"));
         Press(screen, "save");
@@ -247,7 +247,7 @@ TEST_F(People, AreAddedAndGoBackToTheClient) {
 }
 
 TEST_F(People, AreChangedDroppedAndDeleted) {
-    OnDialog<FRMmisc>([this](FRMmisc& screen) {
+    const auto answer = OnDialog<FRMmisc>([this](FRMmisc& screen) {
         Type(screen, "TXTCity", "Troy");
         Press(screen, "discard");
         Type(screen, "TXTZip", "12180");
@@ -261,6 +261,7 @@ TEST_F(People, AreChangedDroppedAndDeleted) {
         EXPECT_EQ(screen.FGinfo->RowCount(), 1);
         EXPECT_EQ(agency.Said(), (Lines{kPrompt, "question: Are you sure you want to delete this record?",
                                         "question: Are you sure you want to delete this record?"}));
+        Press(screen, "exit");
     });
     screen_->ShowPart(1);
     Click("CMDviewDocs");

@@ -2,6 +2,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QToolButton>
+#include <fstream>
 #include <set>
 
 #include "screens/FRMQuickFind.h"
@@ -197,7 +198,7 @@ TEST_F(MainScreen, QuickFindJumpsInTheList) {
     EXPECT_EQ(ShownId(), "00003");
     EXPECT_EQ(box.text(), QString());
 
-    OnDialog<FRMQuickFind>([](FRMQuickFind& hits) {
+    const auto answer = OnDialog<FRMQuickFind>([](FRMQuickFind& hits) {
         EXPECT_EQ(hits.FG1->RowCount(), 2);
         hits.FG1->SetCurrentRow(1);
         hits.CMDselect->click();
@@ -356,7 +357,7 @@ TEST_F(MainScreen, ASectionFillsTheAreaAndFollowsTheClient) {
     sections[5].make = MakeSection<Listening>;
     screen_ = std::make_unique<frmClient>(session, sections);
     screen_->Start();
-    screen_->show();
+    qt_driver::Show(*screen_);
     EXPECT_TRUE(screen_->IMGCommand->IsItemShown(5));
     EXPECT_FALSE(screen_->IMGCommand->IsItemShown(6));
     screen_->IMGCommand->Button(5)->click();
@@ -370,22 +371,28 @@ TEST_F(MainScreen, ASectionFillsTheAreaAndFollowsTheClient) {
     EXPECT_EQ(EnabledKeys().size(), 8U);
 }
 
-TEST_F(MainScreen, NoTwoKeysShareALetter) {
+TEST_F(MainScreen, ReadsFromTheKeyboard) {
     agency.Insert("ETHNIC", {{"code", "E"}, {"description", "Other"}});
     AddClient("00001", {{"casestatcd", "Z"}, {"potientalstatus", "Active"}});
     Open();
     Pick("CMBcliStatus", "POTENTIAL");
     for (int part = 0; part < static_cast<int>(kPartCount); ++part) {
-        screen_->ShowPart(part);
+        QTest::keyClick(screen_.get(), static_cast<Qt::Key>(Qt::Key_1 + part), Qt::ControlModifier);
+        EXPECT_EQ(screen_->OpenPart(), part);
+        EXPECT_EQ(qt_driver::StepsAgainstReading(*screen_), Lines()) << part;
+        EXPECT_EQ(qt_driver::Unnamed(*screen_), Lines()) << part;
         std::set<QString> letters;
         for (const QWidget* widget : screen_->findChildren<QWidget*>()) {
-            const QVariant text = widget->property("text");
-            const QString letter = QKeySequence::mnemonic(text.toString()).toString();
+            const QString text = widget->property("text").toString();
+            const QString letter = QKeySequence::mnemonic(text).toString();
             if (widget->isVisible() && !letter.isEmpty()) {
-                EXPECT_TRUE(letters.insert(letter).second) << FromQt(widget->objectName() + " " + letter);
+                EXPECT_TRUE(letters.insert(letter).second)
+                    << "two of " << FromQt(letter) << ": " << FromQt(widget->objectName());
             }
         }
     }
+    QTest::keyClick(screen_.get(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(Find("TXTquick").hasFocus());
 }
 
 }  // namespace

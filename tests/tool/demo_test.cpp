@@ -10,6 +10,7 @@
 #include "session/data_folder.h"
 #include "support/scripted_ports.h"
 #include "support/test_agency.h"
+#include "tool/tool_run.h"
 
 namespace kv {
 namespace {
@@ -146,6 +147,23 @@ TEST(Demo, OneClientAndOneCaregiverAreEnough) {
     Made made(options);
     EXPECT_EQ(made.Count("kestrava", "select count(*) as n from ClientPR where ISTEMPLATE = 0"), 1);
     EXPECT_EQ(made.Count("kestrava", "select count(*) as n from Employee"), 1);
+}
+
+TEST(Demo, TheCommandPrintsWhatItMadeAndLeavesASoundFolder) {
+    const test::ToolFolder folder;
+    const std::vector<std::string> demo = {"--now", "2026-01-01 00:05:00", "demo", "--clients",
+                                           "26",    "--caregivers",        "20"};
+    const test::Answer made = folder.Run(demo);
+    ASSERT_EQ(made.status, 0) << made.err;
+    EXPECT_EQ(made.Document()["clients"], 26);
+    EXPECT_EQ(made.Document()["caregivers"], 20);
+    EXPECT_EQ(folder.Rows("select count(*) as n from assign"),
+              "[[" + made.Document()["assignments"].dump() + "]]");
+    EXPECT_EQ(folder.Do({"check"}).dump(), R"({"problems":[]})");
+    const test::Answer again = folder.Run(demo);
+    EXPECT_EQ(again.status, 1);
+    EXPECT_NE(again.err.find("already holds"), std::string::npos) << again.err;
+    EXPECT_EQ(folder.Run({"demo", "--clients", "0"}).status, 2);
 }
 
 TEST_F(DemoAgency, CountsAreThoseOfTheTables) {

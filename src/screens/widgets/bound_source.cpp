@@ -1,8 +1,10 @@
 #include "screens/widgets/bound_source.h"
 
+#include <QLineEdit>
 #include <algorithm>
 
 #include "base/text.h"
+#include "screens/widgets/combos.h"
 #include "screens/widgets/qt_text.h"
 #include "screens/widgets/text_box.h"
 
@@ -71,6 +73,10 @@ void BoundSource::LimitLength(const Binding& binding) const {
         memo != nullptr && memo->MaxLength() == 0) {
         memo->SetMaxLength(field.size);
     }
+    if (auto* combo = qobject_cast<PlainCombo*>(binding.control->Widget());
+        combo != nullptr && combo->lineEdit() != nullptr) {
+        combo->lineEdit()->setMaxLength(field.size);
+    }
 }
 
 void BoundSource::SetRecordset(Recordset rows) {
@@ -87,7 +93,7 @@ void BoundSource::Close() {
 }
 
 BoundMode BoundSource::Mode() const {
-    if (!rows_.IsOpen()) {
+    if (!rows_.IsOpen() || gone_) {
         return BoundMode::NoRow;
     }
     switch (rows_.EditMode()) {
@@ -113,10 +119,32 @@ long BoundSource::Count() const {
     return rows_.IsOpen() ? rows_.RecordCount() : 0;
 }
 
+std::vector<Value> BoundSource::RowValues() {
+    gone_ = false;
+    std::vector<Value> values(bindings_.size());
+    if (!HasRow()) {
+        return values;
+    }
+    try {
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            values[i] = rows_.Get(bindings_[i].field);
+        }
+    } catch (const EngineError& error) {
+        if (error.Number() != engine_error::kRecordDeleted) {
+            throw;
+        }
+        gone_ = true;
+        values.assign(bindings_.size(), Value());
+    }
+    return values;
+}
+
 void BoundSource::ShowRow() {
-    const bool row = HasRow();
-    for (const Binding& binding : bindings_) {
-        binding.control->SetValue(row ? rows_.Get(binding.field) : Value());
+    // All are read before the first is shown, so that a failure leaves one row on the screen and not two
+    // halves.
+    const std::vector<Value> values = RowValues();
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        bindings_[i].control->SetValue(values[i]);
     }
     NoteMode();
     emit repositioned();
@@ -139,7 +167,11 @@ void BoundSource::OnChanged() {
     } catch (const EngineError& error) {
         // What was typed can't be kept: the row is gone or may not be written.
         report_(error);
-        Restore();
+        try {
+            Restore();
+        } catch (const EngineError& again) {
+            report_(again);
+        }
     }
 }
 

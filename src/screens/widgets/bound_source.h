@@ -54,7 +54,8 @@ class BoundSource : public QObject {
     long Position() const;
     long Count() const;
 
-    /// Row to controls, marks cleared. Without a row the controls are emptied.
+    /// Row to controls, marks cleared. Without a row, and for one that another seat deleted, the controls are
+    /// emptied.
     void ShowRow();
     /// Puts the row in edit where it is not yet. 3021 without one.
     void BeginEdit();
@@ -101,12 +102,16 @@ class BoundSource : public QObject {
     void OnChanged();
     void LimitLength(const Binding& binding) const;
     bool Differs(const Binding& binding) const;
+    /// The current row's values in the order of the bindings; Nulls without a row. Notes whether the row is
+    /// gone.
+    std::vector<Value> RowValues();
     void NoteMode();
 
     ErrorReport report_;
     Recordset rows_;
     std::vector<Binding> bindings_;
     BoundMode shownMode_ = BoundMode::NoRow;
+    bool gone_ = false;  // the current row was deleted by another seat
 };
 
 }  // namespace kv

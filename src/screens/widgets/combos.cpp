@@ -213,11 +213,16 @@ bool LookupCombo::eventFilter(QObject* watched, QEvent* event) {
         Clear();
         return true;
     }
+    if (watched == lineEdit() && event->type() == QEvent::FocusOut && listOnly_ && !currentText().isEmpty() &&
+        !IsInList()) {
+        EnterValue(loaded_);
+    }
     return QComboBox::eventFilter(watched, event);
 }
 
 void LookupCombo::Show(const kv::Value& value) {
     const std::string code = value.ToText();
+    loaded_ = code;
     const auto itemWhere = [&](auto equal) {
         return std::find_if(items_.begin(), items_.end(),
                             [&](const LookupItem& item) { return equal(item.code, code); });

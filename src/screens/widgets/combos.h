@@ -61,6 +61,9 @@ class LookupCombo : public QComboBox, public BoundControl {
     std::string BoundText() const;
     /// As a routine enters it: marks the change.
     void SetBoundText(const std::string& code);
+    /// For lists that no validation looks at: an entry that is in no item gives way to what was loaded, as
+    /// the operator leaves the box.
+    void SetListOnly(bool listOnly) { listOnly_ = listOnly; }
     /// True when the text is one of the list's (in any case).
     bool IsInList() const;
     /// Replaces the list, sizes the drop-down to it, keeps the bound text; the changed mark stays as it was.
@@ -80,6 +83,8 @@ class LookupCombo : public QComboBox, public BoundControl {
   private:
     std::vector<LookupItem> items_;
     int characters_;
+    bool listOnly_ = false;
+    std::string loaded_;
 };
 
 }  // namespace kv

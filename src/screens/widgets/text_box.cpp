@@ -1,6 +1,7 @@
 #include "screens/widgets/text_box.h"
 
 #include <QValidator>
+#include <algorithm>
 
 #include "screens/widgets/qt_text.h"
 #include "screens/widgets/theme.h"
@@ -32,8 +33,10 @@ void TextBox::SetUpperCase(bool upper) {
 }
 
 void TextBox::Show(const kv::Value& value) {
+    // A routine that mends what is being typed leaves the cursor before the same following text.
+    const int behind = static_cast<int>(text().size()) - cursorPosition();
     setText(ToQt(value.ToText()));
-    setCursorPosition(0);
+    setCursorPosition(hasFocus() ? std::max(0, static_cast<int>(text().size()) - behind) : 0);
 }
 
 MemoBox::MemoBox(const QString& name, const QString& caption, int characters, int lines, QWidget* parent)
