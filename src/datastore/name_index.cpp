@@ -16,8 +16,11 @@ std::size_t NameIndex::Hash(std::string_view name) {
 std::size_t NameIndex::SlotOf(std::string_view name) const {
     const std::size_t mask = slots_.size() - 1;
     std::size_t slot = Hash(name) & mask;
-    while (slots_[slot] >= 0 && !EqualsNoCase(names_[static_cast<std::size_t>(slots_[slot])], name))
-        slot = (slot + 1) & mask;
+    for (; slots_[slot] >= 0; slot = (slot + 1) & mask) {
+        const std::string& known = names_[static_cast<std::size_t>(slots_[slot])];
+        if (known == name || EqualsNoCase(known, name))
+            break;
+    }
     return slot;
 }
 

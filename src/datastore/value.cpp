@@ -41,6 +41,11 @@ double NumberOf(const std::string& text) {
 }  // namespace
 
 Currency Currency::FromDouble(double amount) {
+    // What was stored as money lies on the grid already; halves are far from this bound.
+    const double scaled = amount * kUnits;
+    const double nearest = std::nearbyint(scaled);
+    if (std::fabs(scaled - nearest) < 1e-3 && std::fabs(scaled) < 1e15)
+        return Currency(static_cast<std::int64_t>(nearest));
     const double units = RoundTo(amount, 4) * kUnits;
     constexpr double kLimit = 9.2e18;
     if (!(std::fabs(units) < kLimit))
@@ -48,7 +53,13 @@ Currency Currency::FromDouble(double amount) {
     return Currency(std::llround(units));
 }
 
-std::string Value::ToText() const {
+std::string Value::ToText() && {
+    if (auto* text = std::get_if<std::string>(&held_))
+        return std::move(*text);
+    return static_cast<const Value&>(*this).ToText();
+}
+
+std::string Value::ToText() const& {
     switch (Type()) {
         case ValueType::Null:
             return {};

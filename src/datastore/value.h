@@ -48,7 +48,8 @@ class Value {
 
     /// Joined to the empty text: Null becomes "", a boolean "True" or "False", a date its general form
     /// ("1/31/2026 3:05:00 PM", the day or the time alone where the other is nought).
-    std::string ToText() const;
+    std::string ToText() const&;
+    std::string ToText() &&;
     /// As a number; a text is read in full. Throws EngineError 94 for Null, 3421 for a text that is no
     /// number.
     double ToDouble() const;

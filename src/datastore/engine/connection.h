@@ -21,6 +21,8 @@ class Generator;
 class Cursor {
   public:
     virtual ~Cursor() = default;
+    /// Runs the query again with other values.
+    virtual void Restart(std::span<const Value> values) = 0;
     /// Moves to the next row, first to the first; false behind the last.
     virtual bool Next() = 0;
     /// A column that holds a row's key; kNoRow for Null.

@@ -337,6 +337,10 @@ EngineSql Generator::Select(const dialect::Select& select, const SelectForm& for
     std::string sql = fmt::format("SELECT {}{}", select.distinct ? "DISTINCT " : "", Join(columns, ", "));
     if (form.rows == SelectForm::Rows::ByKey) {
         // The query's conditions are left out: a row stays a member whatever becomes of its values.
+        if (keys.size() == 1) {
+            sql += fmt::format(" FROM {} WHERE {} = {}", writer.Named(0), keys[0], writer.Given(0));
+            return {std::move(sql), std::move(writer.parameters)};
+        }
         sql += " FROM (SELECT 1) AS one";
         for (std::size_t i = 0; i < keys.size(); ++i)
             sql += fmt::format(" LEFT JOIN {} ON {} = {}", writer.Named(i), keys[i],

@@ -116,12 +116,16 @@ void RowWindow::LoadOneByOne(const KeyList& keys, std::span<const Value> literal
     const ReadSpan span(connection_);
     const EngineSql& sql = query_.Sql(CompiledSelect::Form::ByKey);
     std::vector<Value> given(keys.Width());
+    std::unique_ptr<Cursor> cursor;
     for (std::size_t position = first_; position < first_ + count_; ++position) {
         const std::span<const RowKey> key = keys.At(position);
         for (std::size_t i = 0; i < key.size(); ++i)
             given[i] = key[i] == kNoRow ? Value() : Value(static_cast<long long>(key[i]));
-        const auto cursor =
-            connection_.Query(sql.text, ParameterValues(sql, literals, given, connection_.clock));
+        const std::vector<Value> values = ParameterValues(sql, literals, given, connection_.clock);
+        if (cursor)
+            cursor->Restart(values);
+        else
+            cursor = connection_.Query(sql.text, values);
         bool found = cursor->Next();
         for (std::size_t i = 0; found && i < key.size(); ++i)
             found = cursor->Key(static_cast<int>(i)) == key[i];

@@ -17,6 +17,7 @@ class SqliteCursor : public Cursor {
                  std::span<const Value> values)
         : loan_(database, cache, sql, values) {}
 
+    void Restart(std::span<const Value> values) override { loan_.Restart(values); }
     bool Next() override { return loan_.Step(); }
     RowKey Key(int column) const override {
         return sqlite3_column_type(loan_.Get(), column) == SQLITE_NULL
@@ -24,18 +25,19 @@ class SqliteCursor : public Cursor {
                    : sqlite3_column_int64(loan_.Get(), column);
     }
     void Read(RowBlock& block, int first, int count) const override {
-        sqlite3_stmt* row = loan_.Get();
         for (int column = first; column < first + count; ++column) {
-            switch (sqlite3_column_type(row, column)) {
+            // The connection is used by one thread, so the value itself may be looked at.
+            sqlite3_value* value = sqlite3_column_value(loan_.Get(), column);
+            switch (sqlite3_value_type(value)) {
                 case SQLITE_INTEGER:
-                    block.AddInteger(sqlite3_column_int64(row, column));
+                    block.AddInteger(sqlite3_value_int64(value));
                     break;
                 case SQLITE_FLOAT:
-                    block.AddReal(sqlite3_column_double(row, column));
+                    block.AddReal(sqlite3_value_double(value));
                     break;
                 case SQLITE_TEXT: {
-                    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
-                    block.AddText({text, static_cast<std::size_t>(sqlite3_column_bytes(row, column))});
+                    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+                    block.AddText({text, static_cast<std::size_t>(sqlite3_value_bytes(value))});
                     break;
                 }
                 default:
@@ -45,7 +47,7 @@ class SqliteCursor : public Cursor {
         }
     }
 
-  private:
+ private:
     Loan loan_;
 };
 

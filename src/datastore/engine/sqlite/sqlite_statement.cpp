@@ -47,8 +47,17 @@ void StatementCache::Clear() {
 
 Loan::Loan(sqlite3* database, StatementCache& cache, const std::string& sql, std::span<const Value> values)
     : database_(database), cache_(cache), statement_(cache.Take(sql)) {
+    BindAll(values);
+}
+
+void Loan::BindAll(std::span<const Value> values) {
     for (std::size_t i = 0; i < values.size(); ++i)
         Bind(static_cast<int>(i + 1), values[i]);
+}
+
+void Loan::Restart(std::span<const Value> values) {
+    sqlite3_reset(Get());
+    BindAll(values);
 }
 
 Loan::~Loan() {

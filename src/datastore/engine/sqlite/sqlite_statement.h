@@ -46,12 +46,15 @@ class Loan {
     Loan(const Loan&) = delete;
     Loan& operator=(const Loan&) = delete;
 
+    /// Begins again with other values.
+    void Restart(std::span<const Value> values);
     /// True while there is a row.
     bool Step();
     sqlite3_stmt* Get() const { return statement_.handle.get(); }
 
   private:
     void Bind(int place, const Value& value);
+    void BindAll(std::span<const Value> values);
 
     sqlite3* database_;
     StatementCache& cache_;

@@ -1,5 +1,4 @@
 #pragma once
-#include <array>
 #include <cstdint>
 
 #include <sqlite3.h>
@@ -18,11 +17,11 @@ class ChangeWatch {
     bool FindHead();
     bool AskEngine();
 
-    static constexpr std::size_t kHeadSize = 48;
     sqlite3* database_;
-    const volatile unsigned char* head_ = nullptr;
+    const volatile std::uint64_t* head_ = nullptr;
     bool looked_ = false;
-    std::array<unsigned char, kHeadSize> last_{};
+    std::uint64_t lastCounter_ = 0;
+    std::uint64_t lastChecksum_ = 0;
     std::uint32_t lastVersion_ = 0;
 };
 
