@@ -60,7 +60,7 @@ constexpr std::array<PartFace, kPartCount> kPartFaces = {{
     {"page_notes", "Notes"},
     {"page_billing", "Third Party"},
     {"page_referral", "Referral"},
-    {"page_history", "History"},
+    {"history", "History"},
 }};
 
 /// Keys of Toolbar1 that keep their button numbers while nothing stands behind them.
@@ -86,6 +86,7 @@ frmClient::frmClient(Session& session, const Sections& sections, QWidget* parent
     split->addWidget(MakeClientArea());
     split->setStretchFactor(0, 0);
     split->setStretchFactor(1, 1);
+    split->setSizes({31 * theme::kUnit, 129 * theme::kUnit});
     auto* whole = new QWidget(this);
     auto* layout = new QHBoxLayout(whole);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -17,7 +17,8 @@ namespace kv {
 namespace {
 
 constexpr int kLookup = 26;
-constexpr int kNoteLines = 4;
+constexpr int kText = kLookup + 3;  ///< as wide as a combo with its arrow
+constexpr int kNoteLines = 7;
 
 void CopyNote(const std::vector<NamedNote>& people, int index, MemoBox& note) {
     const auto at = static_cast<std::size_t>(index);
@@ -63,7 +64,7 @@ void FRMgeneral::MakeDiagnoses(FieldForm* form) {
     TDBCombo26 = MakeClearable(QStringLiteral("TDBCombo26"), tr("Diagnosis 1:"), kLookup, form);
     TDBCombo27 = MakeClearable(QStringLiteral("TDBCombo27"), tr("Diagnosis 2:"), kLookup, form);
     TDBCombo28 = MakeClearable(QStringLiteral("TDBCombo28"), tr("Diagnosis 3:"), kLookup, form);
-    Combo1 = new TextBox(QStringLiteral("Combo1"), tr("Other:"), kLookup, form);
+    Combo1 = new TextBox(QStringLiteral("Combo1"), tr("Other:"), kText, form);
     for (LookupCombo* combo : {TDBCombo9, TDBCombo19, TDBCombo26, TDBCombo27, TDBCombo28}) {
         combo->SetListOnly(true);
     }
@@ -75,10 +76,10 @@ void FRMgeneral::MakeDiagnoses(FieldForm* form) {
 
 void FRMgeneral::MakeAccounts(FieldForm* form) {
     CMBqbclass = MakeOffering(QStringLiteral("CMBqbclass"), tr("QuickBooks Class:"), kLookup, form);
-    TXText = new TextBox(QStringLiteral("TXText"), tr("Accounting ID:"), kLookup, form);
-    TXTexternal2 = new TextBox(QStringLiteral("TXTexternal2"), tr("Accounting ID 2:"), kLookup, form);
-    TXTexternal3 = new TextBox(QStringLiteral("TXTexternal3"), tr("Accounting ID 3:"), kLookup, form);
-    TXTmisc = new TextBox(QStringLiteral("TXTmisc"), tr("Misc:"), kLookup, form);
+    TXText = new TextBox(QStringLiteral("TXText"), tr("Accounting ID:"), kText, form);
+    TXTexternal2 = new TextBox(QStringLiteral("TXTexternal2"), tr("Accounting ID 2:"), kText, form);
+    TXTexternal3 = new TextBox(QStringLiteral("TXTexternal3"), tr("Accounting ID 3:"), kText, form);
+    TXTmisc = new TextBox(QStringLiteral("TXTmisc"), tr("Misc:"), kText, form);
     Check2 = new CheckBox(QStringLiteral("Check2"), tr("Telephony Client"), form);
     form->AddField(*CMBqbclass);
     for (TextBox* box : {TXText, TXTexternal2, TXTexternal3, TXTmisc}) {

@@ -22,7 +22,9 @@ namespace {
 constexpr int kLimitCharacters = 16;
 
 PlainCombo* MakeLimit(const QString& name, const QString& caption, QWidget* parent) {
-    return new PlainCombo(name, caption, PlainCombo::Style::List, kLimitCharacters, parent);
+    auto* combo = new PlainCombo(name, caption, PlainCombo::Style::List, kLimitCharacters, parent);
+    combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    return combo;
 }
 
 /// The items that never change, the first text picked.
@@ -87,7 +89,7 @@ QWidget* ClientListPane::MakeQuickFind() {
     TXTquick->setAccessibleName(tr("Quick find"));
     TXTquick->setPlaceholderText(tr("Id, SSN or name"));
     TXTquick->setToolTip(tr("Find a client of this list by id, SSN or name (Ctrl+F)"));
-    TXTquick->setMaximumWidth(QWIDGETSIZE_MAX);
+    TXTquick->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     CMDquickFind = new QToolButton(row);
     CMDquickFind->setObjectName(QStringLiteral("CMDquickFind"));
     CMDquickFind->setIcon(theme::Icon(QStringLiteral("search")));

@@ -16,6 +16,7 @@ namespace kv {
 namespace {
 
 constexpr int kName = 32;
+constexpr int kText = kName + 3;  ///< as wide as a combo with its arrow
 
 QLabel* MakeCount(const QString& name, QWidget* parent) {
     auto* label = new QLabel(parent);
@@ -54,16 +55,20 @@ void FRMreferral::MakeDates(FieldForm* form) {
 
 void FRMreferral::MakeSource(FieldForm* form) {
     CMBref_group = MakeOffering(QStringLiteral("CMBref_group"), tr("Category:"), kName, form);
-    TXTrefSource = new TextBox(QStringLiteral("TXTrefSource"), tr("Source:"), kName, form);
-    TXTrefContact = new TextBox(QStringLiteral("TXTrefContact"), tr("Contact:"), kName, form);
+    TXTrefSource = new TextBox(QStringLiteral("TXTrefSource"), tr("Source:"), kText, form);
+    TXTrefContact = new TextBox(QStringLiteral("TXTrefContact"), tr("Contact:"), kText, form);
     form->AddField(*CMBref_group);
     form->AddField(*TXTrefSource);
     form->AddField(*TXTrefContact);
 }
 
 void FRMreferral::ShowDays(long days, long activeDays) {
-    LBLdays->setText(tr("%L1 days after the first contact").arg(days));
-    LBLactiveDays->setText(tr("%L1 days in service").arg(activeDays));
+    // A count from a date that is missing says nothing.
+    LBLdays->setText(DTEFirstContact->IsFilled() && DTEstartofcare->IsFilled()
+                         ? tr("%L1 days after the first contact").arg(days)
+                         : QString());
+    LBLactiveDays->setText(
+        DTEstartofcare->IsFilled() ? tr("%L1 days in service").arg(activeDays) : QString());
 }
 
 std::vector<ClientPart::Tie> FRMreferral::Ties() const {

@@ -113,7 +113,7 @@ void FRMrequired_Info::MakeService(FieldForm* form) {
 void FRMrequired_Info::MakeEmergency(FieldForm* form) {
     TDBText7 = new TextBox(QStringLiteral("TDBText7"), tr("Name:"), kName, form);
     TDBText15 = new TextBox(QStringLiteral("TDBText15"), tr("Address:"), kName, form);
-    TDBText16 = new TextBox(QStringLiteral("TDBText16"), tr("City:"), 16, form);
+    TDBText16 = new TextBox(QStringLiteral("TDBText16"), tr("City:"), 20, form);
     TDBText18 = new TextBox(QStringLiteral("TDBText18"), tr("State:"), kState, form);
     TDBText17 = new TextBox(QStringLiteral("TDBText17"), tr("Zip:"), kZip, form);
     TxtEmgcyphona = MakePhone(QStringLiteral("TxtEmgcyphona"), tr("Phone:"), form);
@@ -124,8 +124,8 @@ void FRMrequired_Info::MakeEmergency(FieldForm* form) {
 
     form->AddField(*TDBText7);
     form->AddField(*TDBText15);
-    form->AddLine({TDBText16, TDBText18, TDBText17});
-    form->AddField(*TxtEmgcyphona);
+    form->AddLine({TDBText16, TDBText18});
+    form->AddLine({TDBText17, TxtEmgcyphona});
     form->AddLine({TXTemgname2, TXTemgphone2});
     form->AddLine({TXTemgname3, TXTemgphone3});
 }

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <algorithm>
 
 #include "screens/widgets/bound_control.h"
 #include "screens/widgets/theme.h"
@@ -43,8 +44,6 @@ QHBoxLayout* FieldForm::NewLine(QLabel* label, bool tall) {
     line_ = new QHBoxLayout;
     line_->setSpacing(theme::kUnit);
     grid_->addLayout(line_, row_, 1);
-    // Lines of check boxes are as high as lines of boxes, so that neighbouring columns stay level.
-    grid_->setRowMinimumHeight(row_, fontMetrics().height() + theme::kUnit);
     ++row_;
     return line_;
 }
@@ -63,6 +62,10 @@ void FieldForm::AddLine(const std::vector<BoundControl*>& controls) {
         } else if (label != nullptr) {
             line_->addWidget(label);
         }
+        // Lines of check boxes are as high as lines of boxes, so that neighbouring columns stay level; a line
+        // whose boxes are hidden takes no room.
+        control->Widget()->setMinimumHeight(
+            std::max(control->Widget()->minimumHeight(), fontMetrics().height() + theme::kUnit));
         line_->addWidget(control->Widget());
         if (control->CanFault()) {
             line_->addWidget(control->PlaceFaultLabel());
@@ -120,6 +123,7 @@ FieldForm* FieldForm::AddGroup(const QString& name, const QString& title) {
     grid_->addWidget(box, row_, 0, 1, 2);
     ++row_;
     line_ = nullptr;
+    groups_.push_back(inner);
     return inner;
 }
 
@@ -130,6 +134,25 @@ void FieldForm::NextColumn() {
 
 void FieldForm::AddStretch() {
     grid_->setRowStretch(row_, 1);
+    int widest = 0;
+    for (const FieldForm* group : groups_) {
+        widest = std::max(widest, group->LabelWidth());
+    }
+    for (FieldForm* group : groups_) {
+        group->grid_->setColumnMinimumWidth(0, widest);
+    }
+}
+
+int FieldForm::LabelWidth() const {
+    int widest = 0;
+    for (int row = 0; row < row_; ++row) {
+        const QLayoutItem* item = grid_->itemAtPosition(row, 0);
+        if (item != nullptr && qobject_cast<QLabel*>(item->widget()) != nullptr &&
+            grid_->itemAtPosition(row, 1) != item) {
+            widest = std::max(widest, item->widget()->sizeHint().width());
+        }
+    }
+    return widest;
 }
 
 void FieldForm::Chain(QWidget* widget) {

@@ -33,7 +33,8 @@ class FieldForm : public QWidget {
     QGroupBox* GroupBox() const { return group_; }
     /// The following fields stand in a further pair of columns to the right, from the first line on.
     void NextColumn();
-    /// Pushes the fields together at the top; the last call of a form.
+    /// Pushes the fields together at the top, and gives the groups among them one width of labels; the last
+    /// call of a form.
     void AddStretch();
     /// Tab order begins at the first field and is continued by the caller from the last one.
     QWidget* FirstField() const { return first_; }
@@ -44,10 +45,12 @@ class FieldForm : public QWidget {
     QHBoxLayout* NewLine(QLabel* label, bool tall);
 
     void NewGrid();
+    int LabelWidth() const;
 
     QHBoxLayout* columns_;
     QGridLayout* grid_ = nullptr;
     QGroupBox* group_ = nullptr;
+    std::vector<FieldForm*> groups_;  ///< those in it
     QHBoxLayout* line_ = nullptr;
     QWidget* first_ = nullptr;
     QWidget* last_ = nullptr;
