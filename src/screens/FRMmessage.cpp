@@ -90,6 +90,10 @@ FRMmessage::FRMmessage(QWidget* parent)
     all->addLayout(upper, 1);
     all->addLayout(lower);
 
+    // The one key that does not close the window; without it the timer could not be stopped from the
+    // keyboard.
+    Check1->setShortcut(Qt::ALT | Qt::Key_U);
+    Check1->setToolTip(QStringLiteral("Alt+U"));
     Check1->setChecked(true);
     Command1->setFocus();
     for (QWidget* child : {static_cast<QWidget*>(Check1), static_cast<QWidget*>(Command1)}) {

@@ -21,6 +21,11 @@ IniText SettingsStore::Read() const {
     return IniText(ReadFile(file_).value_or(""));
 }
 
+void SettingsStore::MakeFolder() const {
+    if (file_.has_parent_path())
+        std::filesystem::create_directories(file_.parent_path());
+}
+
 void SettingsStore::Write(const IniText& text) const {
     ReplaceFile(file_, text.ToText(), true);
 }
@@ -38,6 +43,7 @@ bool SettingsStore::GetBoolean(std::string_view section, std::string_view key) c
 }
 
 void SettingsStore::Set(std::string_view section, std::string_view key, std::string_view value) {
+    MakeFolder();
     const WriteTurn turn(file_);
     IniText text = Read();
     text.Set(section, key, value);
@@ -45,6 +51,7 @@ void SettingsStore::Set(std::string_view section, std::string_view key, std::str
 }
 
 void SettingsStore::Remove(std::string_view section, std::string_view key) {
+    MakeFolder();
     const WriteTurn turn(file_);
     IniText text = Read();
     if (!text.Get(section, key))

@@ -28,6 +28,7 @@ class SettingsStore {
   private:
     /// Read afresh at each call: the file is small and other modules write it.
     IniText Read() const;
+    void MakeFolder() const;
     void Write(const IniText& text) const;
 
     std::filesystem::path file_;

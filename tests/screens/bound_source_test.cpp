@@ -238,7 +238,10 @@ TEST_F(BoundSourceTest, TypingIntoARowThatIsGoneIsReported) {
     database->Execute("DELETE FROM people WHERE code = 'A'");
     name.setText("Zoe");
     EXPECT_THAT(reported, ElementsAre(kRecordDeleted));
-    EXPECT_EQ(source.Mode(), BoundMode::View);
+    EXPECT_EQ(source.Mode(), BoundMode::NoRow);
+    EXPECT_EQ(name.Text(), "");
+    EXPECT_TRUE(source.MoveNext());
+    EXPECT_EQ(name.Text(), "Bob");
 }
 
 TEST_F(BoundSourceTest, DeleteShowsTheNextRowAndBehindTheLastTheOneBefore) {

@@ -39,7 +39,7 @@ class MessageCountdown : public testing::TestWithParam<CountdownCase> {};
 TEST_P(MessageCountdown, ClosesWhenItsSecondsAreOver) {
     const CountdownCase& each = GetParam();
     FRMmessage message;
-    message.SetMessage("  " + QString(each.length, 'x') + "\n ");
+    message.SetMessage("  " + QString(each.length, 'x') + "   ");
     message.show();
     EXPECT_TRUE(message.Timer1->isActive());
     EXPECT_EQ(message.LBLcount->text(), QStringLiteral("System Message will close in %1").arg(each.first));

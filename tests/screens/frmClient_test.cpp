@@ -1,4 +1,5 @@
 // The main screen's start, its list, and what it shows of a client.
+#include <QPlainTextEdit>
 #include <QLabel>
 #include <QPushButton>
 #include <QToolButton>

@@ -170,7 +170,9 @@ std::vector<std::string> StepsAgainstReading(QWidget& window) {
         const QRect from(widgets[i - 1]->mapTo(&window, QPoint(0, 0)), widgets[i - 1]->size());
         const QRect to(widgets[i]->mapTo(&window, QPoint(0, 0)), widgets[i]->size());
         const bool sameLine = to.center().y() >= from.top() && to.center().y() <= from.bottom();
-        if (sameLine ? to.left() < from.left() : to.center().y() < from.top()) {
+        // The top of the next column to the right is where reading goes on.
+        const bool backUp = to.center().y() < from.top() && to.left() <= from.left();
+        if (sameLine ? to.left() < from.left() : backUp) {
             steps.push_back(
                 (NameOf(widgets[i - 1]) + QLatin1String(" -> ") + NameOf(widgets[i])).toStdString());
         }

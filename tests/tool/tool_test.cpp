@@ -128,21 +128,6 @@ TEST(Tool, StatementsAnswerAsJson) {
     EXPECT_THAT(wrong.err, StartsWith("error 3078: "));
 }
 
-TEST(Tool, DemoFillsAFolderOnce) {
-    const ToolFolder folder(ToolFolder::Empty);
-    const std::vector<std::string> demo = {"--now", "2026-03-04 09:30:00", "demo", "--clients",
-                                           "6",     "--caregivers",        "5"};
-    const Answer made = folder.Run(demo);
-    ASSERT_EQ(made.status, 0) << made.err;
-    EXPECT_EQ(made.Document()["clients"], 6);
-    EXPECT_EQ(made.Document()["caregivers"], 5);
-    EXPECT_GT(made.Document()["schedules"], 0);
-    EXPECT_EQ(folder.Do({"check"}).dump(), R"({"problems":[]})");
-    const Answer again = folder.Run(demo);
-    EXPECT_EQ(again.status, 1);
-    EXPECT_THAT(again.err, StartsWith("error: "));
-}
-
 TEST(Terminal, SaysWhatAScreenWouldShow) {
     std::ostringstream err;
     bool answer = false;
