@@ -90,6 +90,9 @@ int Draw(frmClient& screen, const std::string& file) {
     constexpr int kHeight = 800;
     screen.resize(kWidth, kHeight);
     screen.show();
+    // What the start showed and hid is laid out by events of its own, some of which send further ones.
+    QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    QApplication::processEvents();
     QApplication::processEvents();
     const bool saved = screen.grab().save(ToQt(file), "PNG");
     screen.Unload();

@@ -6,7 +6,8 @@
 namespace kv {
 
 /// The turn to read, change and replace a file that other programs write too: without it the key that another
-/// wrote in between would be lost with the old content. Makes a lock file beside it. Throws std::system_error.
+/// wrote in between would be lost with the old content. Makes a lock file beside it. Throws
+/// std::system_error.
 class WriteTurn {
   public:
     explicit WriteTurn(const std::filesystem::path& file)

@@ -62,7 +62,8 @@ class ModalDriver {
 std::vector<std::string> TabOrder(QWidget& window);
 /// The widgets that Tab visits and that no label, caption or accessible name tells a screen reader of.
 std::vector<std::string> Unnamed(QWidget& window);
-/// Steps of the tab order that go up (other than to a column further right), or to the left on one line, as "A -> B".
+/// Steps of the tab order that go up (other than to a column further right), or to the left on one line, as
+/// "A -> B".
 std::vector<std::string> StepsAgainstReading(QWidget& window);
 
 }  // namespace kv::qt_driver
