@@ -1,5 +1,6 @@
 // kvCli, the client module. The menu program starts it; alone it ends at once.
 #include <QApplication>
+#include <QCursor>
 #include <QFileInfo>
 #include <QLibraryInfo>
 #include <QPixmap>
@@ -76,6 +77,11 @@ std::string PlatformToUse() {
     return displays.x11 ? "xcb" : "";
 }
 
+/// Would anybody see a window on the platform? Those that draw into memory show nothing.
+bool IsToBeSeen(const std::string& platform) {
+    return !platform.empty() && platform.rfind("offscreen", 0) != 0 && platform.rfind("minimal", 0) != 0;
+}
+
 /// Ends the program without a question when the system asks for it, or has asked while the program started.
 void EndWithTheSystem(QApplication& application, frmClient& screen, int requests) {
     QObject::connect(&application, &QApplication::aboutToQuit, &screen, &frmClient::Unload);
@@ -89,6 +95,7 @@ int Draw(frmClient& screen, const std::string& file) {
     constexpr int kWidth = 1280;
     constexpr int kHeight = 800;
     screen.resize(kWidth, kHeight);
+    QCursor::setPos(kWidth, kHeight);  // so that no key shows as pointed at
     screen.show();
     // What the start showed and hid is laid out by events of its own, some of which send further ones.
     QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
@@ -157,10 +164,10 @@ int main(int argc, char** argv) {
         return kUnusable;
     }
     std::string platform = PlatformToUse();
-    if (!platform.empty()) {
-        drawing.clear();
-    } else if (!drawing.empty()) {
+    if (!IsToBeSeen(platform) && !drawing.empty()) {
         platform = "offscreen";
+    } else if (!platform.empty()) {
+        drawing.clear();
     } else {
         Complain("There is no display on this machine to show a window on.");
         return kFailed;

@@ -96,6 +96,7 @@ TEST_F(Program, DrawsTheMainScreenWithoutADisplay) {
     EXPECT_EQ(number(20), 800);
     EXPECT_EQ(SettingsStore(Settings()).Get("Setting", "CLIENT"), "O");
     EXPECT_EQ(Run("--draw-without-display /nowhere/at/all.png").status, 1);
+    EXPECT_EQ(Run(Draw(), "QT_QPA_PLATFORM=offscreen").out, Picture() + "\n");
 }
 
 TEST_F(Program, SaysWhyItCanNotStart) {
