@@ -15,9 +15,9 @@ namespace {
 constexpr int kIdColumn = 0;
 
 std::vector<GridColumn> Columns() {
-    return {{FRMQuickFind::tr("Client ID"), 10},
-            {FRMQuickFind::tr("Last Name"), 24},
-            {FRMQuickFind::tr("First Name"), 24}};
+    return {{FRMQuickFind::tr("Client ID"), 9},
+            {FRMQuickFind::tr("Last Name"), 20},
+            {FRMQuickFind::tr("First Name"), 20}};
 }
 
 }  // namespace

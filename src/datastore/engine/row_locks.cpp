@@ -37,7 +37,7 @@ bool RowLocks::TryLock(std::string_view table, RowKey key, const void* owner) {
         return held->second == owner;
     try {
         if (!bytes_)
-            bytes_.emplace(file_);
+            bytes_.emplace(file_, std::filesystem::path(file_).replace_extension());
         if (!bytes_->TryLock(byte))
             return false;
     } catch (const std::system_error& error) {
