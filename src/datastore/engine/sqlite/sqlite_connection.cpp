@@ -47,7 +47,7 @@ class SqliteCursor : public Cursor {
         }
     }
 
- private:
+  private:
     Loan loan_;
 };
 
@@ -173,12 +173,17 @@ std::int64_t SqliteConnection::ReserveCounters(const TableInfo& table, std::int6
     if (!inTransaction_)
         Run("PRAGMA synchronous = NORMAL");
     std::int64_t next = 0;
-    {
+    try {
         Loan loan(database_.get(), statements_, sql, values);
         loan.Step();
         next = sqlite3_column_int64(loan.Get(), 0);
         while (loan.Step()) {
         }
+    } catch (...) {
+        // Without this every later save would be less safe than it says.
+        if (!inTransaction_)
+            sqlite3_exec(database_.get(), "PRAGMA synchronous = FULL", nullptr, nullptr, nullptr);
+        throw;
     }
     if (!inTransaction_)
         Run("PRAGMA synchronous = FULL");
@@ -238,9 +243,10 @@ std::int64_t SqliteConnection::NextCounter(const TableInfo& table) {
         return reserve->second.next;
     const std::string column = Generator::Quoted(table.columns[*table.Counter()].name);
     const Value values[] = {table.name};
-    const auto cursor = Query("SELECT coalesce((SELECT next FROM kv_counters WHERE name = ?1), coalesce(max(" +
-                                  column + "), 0) + 1) FROM " + Generator::Quoted(table.name),
-                              values);
+    const auto cursor =
+        Query("SELECT coalesce((SELECT next FROM kv_counters WHERE name = ?1), coalesce(max(" + column +
+                  "), 0) + 1) FROM " + Generator::Quoted(table.name),
+              values);
     return cursor->Next() ? cursor->Key(0) : 1;
 }
 
@@ -263,10 +269,12 @@ void SqliteConnection::UnlockRow(const TableInfo& table, RowKey key, const void*
 }
 
 void SqliteConnection::BeginSpan() {
-    if (spanDepth_++ > 0 || inTransaction_)
-        return;
-    Run("BEGIN");
-    inSpan_ = true;
+    // Counted once the view is there: a span that could not begin is not ended either.
+    if (spanDepth_ == 0 && !inTransaction_) {
+        Run("BEGIN");
+        inSpan_ = true;
+    }
+    ++spanDepth_;
 }
 
 void SqliteConnection::EndSpan() noexcept {
