@@ -1,5 +1,6 @@
 #include "screens/widgets/text_box.h"
 
+#include <QStyle>
 #include <QValidator>
 #include <algorithm>
 

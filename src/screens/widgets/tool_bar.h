@@ -51,7 +51,7 @@ class ToolBar : public QToolBar {
   private:
     struct Button {
         ToolKey key;
-        QAction* action;
+        QAction* action = nullptr;
     };
     std::vector<Button> buttons_;
 };
