@@ -3,13 +3,25 @@
 #include "base/text.h"
 
 namespace kv {
+namespace {
 
+/// Bytes beyond ASCII count for nothing: their case folds in ways that only the comparison knows.
+std::size_t Folded(char c) {
+    if (static_cast<unsigned char>(c) >= 0x80)
+        return 0;
+    return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
+}
+
+}  // namespace
+
+/// Four characters tell the names of one table apart well enough.
 std::size_t NameIndex::Hash(std::string_view name) {
-    // Bytes beyond ASCII are left out: their case folds in ways that only the comparison knows.
-    std::size_t hash = 5381;
-    for (const char c : name)
-        if (static_cast<unsigned char>(c) < 0x80)
-            hash = hash * 33 + static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
+    const std::size_t size = name.size();
+    if (size < 2)
+        return size == 0 ? 0 : Folded(name[0]);
+    std::size_t hash = Folded(name[0]);
+    for (const std::size_t place : {size - 1, size / 2, std::size_t{1}})
+        hash = hash * 31 + Folded(name[place]);
     return hash;
 }
 
@@ -42,8 +54,12 @@ void NameIndex::Add(std::string_view name) {
     names_.emplace_back(name);
 }
 
-int NameIndex::Find(std::string_view name) const {
-    return slots_.empty() ? -1 : slots_[SlotOf(name)];
+int NameIndex::FindSlowly(std::string_view name) const {
+    const int place = slots_.empty() ? -1 : slots_[SlotOf(name)];
+    // The memo serves the spelling of the table alone, which it is compared with.
+    if (place >= 0 && names_[static_cast<std::size_t>(place)] == name)
+        memos_[(reinterpret_cast<std::uintptr_t>(name.data()) >> 2) % memos_.size()] = {name.data(), place};
+    return place;
 }
 
 }  // namespace kv

@@ -39,9 +39,9 @@ class Value {
     Value(double value) : held_(value) {}
     Value(Currency value) : held_(value) {}
     Value(Date value) : held_(value) {}
-    Value(std::string value) : held_(std::move(value)) {}
-    Value(std::string_view value) : held_(std::string(value)) {}
-    Value(const char* value) : held_(std::string(value)) {}
+    Value(std::string value) : held_(std::in_place_type<std::string>, std::move(value)) {}
+    Value(std::string_view value) : held_(std::in_place_type<std::string>, value) {}
+    Value(const char* value) : held_(std::in_place_type<std::string>, value) {}
 
     ValueType Type() const { return static_cast<ValueType>(held_.index()); }
     bool IsNull() const { return held_.index() == 0; }

@@ -69,6 +69,7 @@ CompiledSelect::CompiledSelect(std::shared_ptr<const Catalogue> catalogue, diale
         field.updatable = Target() && TargetColumn(fields_.size()) >= 0 &&
                           !Target()->columns[static_cast<std::size_t>(TargetColumn(fields_.size()))].counter;
         fields_.push_back(std::move(field));
+        types_.push_back(column.type);
         names_.Add(column.name);
     }
 }
@@ -91,21 +92,24 @@ const EngineSql& CompiledSelect::Sql(Form form) const {
 EngineSql CompiledSelect::Generate(Form form) const {
     if (form == Form::Count)
         return generator_.CountRows(select_);
+    if (form == Form::LastKey)
+        return generator_.LastKey(select_);
     SelectForm shape;
     shape.keys = Keyed() && form != Form::Fields && form != Form::FirstField;
-    shape.fields = form != Form::Keys;
+    shape.fields = form != Form::RestKeys;
     switch (form) {
         case Form::FirstField:
             shape.limit = 1;
-            break;
-        case Form::FirstRows:
-            shape.limit = kFirstRows + 1;
             break;
         case Form::ByKey:
             shape.rows = SelectForm::Rows::ByKey;
             break;
         case Form::KeyRange:
+        case Form::RestKeys:
             shape.rows = SelectForm::Rows::KeyRange;
+            break;
+        case Form::NextRows:
+            shape.rows = SelectForm::Rows::NextRows;
             break;
         default:
             break;

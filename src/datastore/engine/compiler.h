@@ -52,13 +52,12 @@ class CompiledSelect {
     CompiledSelect(std::shared_ptr<const Catalogue> catalogue, dialect::Select select,
                    const Generator& generator);
 
-    enum class Form { Fields, FirstField, KeysAndFields, FirstRows, Keys, ByKey, KeyRange, Count };
-    /// The statement that fetches so; FirstRows asks for one row more than kFirstRows.
+    enum class Form { Fields, FirstField, KeysAndFields, ByKey, KeyRange, NextRows, RestKeys, Count, LastKey };
     const EngineSql& Sql(Form form) const;
-    static constexpr long kFirstRows = 32;
 
     const dialect::Select& Tree() const { return select_; }
     const std::vector<FieldInfo>& Fields() const { return fields_; }
+    const std::vector<ColumnType>& FieldTypes() const { return types_; }
     const NameIndex& Names() const { return names_; }
     bool Keyed() const { return select_.Keyed(); }
     std::size_t KeyCount() const { return Keyed() ? select_.sources.size() : 0; }
@@ -68,12 +67,11 @@ class CompiledSelect {
     int TargetColumn(std::size_t field) const;
     /// Its rows come in the order of their keys.
     bool InKeyOrder() const { return KeyCount() == 1 && select_.orderBy.empty(); }
+    /// It selects all rows of one table, in the order of their keys.
+    bool IsWholeTable() const { return InKeyOrder() && !select_.where && !select_.top; }
 
     /// `queryLiterals`: how many literals the query itself has; the criteria's are numbered behind them.
     const CompiledCriteria& Criteria(const dialect::Lexed& lexed, std::size_t queryLiterals) const;
-
-    /// Whether the last opening found more rows than are fetched at once; guides the next one.
-    mutable bool large = false;
 
   private:
     EngineSql Generate(Form form) const;
@@ -82,8 +80,9 @@ class CompiledSelect {
     dialect::Select select_;
     const Generator& generator_;
     std::vector<FieldInfo> fields_;
+    std::vector<ColumnType> types_;
     NameIndex names_;
-    mutable std::array<std::optional<EngineSql>, 8> sql_;
+    mutable std::array<std::optional<EngineSql>, 9> sql_;
     mutable LruCache<std::unique_ptr<CompiledCriteria>> criteria_;
 };
 

@@ -27,8 +27,11 @@ class Cursor {
     virtual bool Next() = 0;
     /// A column that holds a row's key; kNoRow for Null.
     virtual RowKey Key(int column) const = 0;
-    /// Adds the columns from `first` on to the block.
+    /// Adds the row's columns from `first` on to the block.
     virtual void Read(RowBlock& block, int first, int count) const = 0;
+    /// Reads up to so many rows on: their keys, which stand first, and the fields behind them. How many there were.
+    virtual std::size_t Fetch(std::size_t most, int keyCount, int fieldCount, std::vector<RowKey>& keys,
+                              RowBlock& block) = 0;
 };
 
 /// One engine's open database: what the layers above need of it and no more. Statements come from its

@@ -349,8 +349,14 @@ EngineSql Generator::Select(const dialect::Select& select, const SelectForm& for
     }
     if (form.rows == SelectForm::Rows::KeyRange) {
         const std::string low = writer.Given(0);
-        sql += fmt::format(" FROM {} WHERE {} BETWEEN {} AND {} ORDER BY {}", writer.Named(0), keys[0], low,
-                           writer.Given(1), keys[0]);
+        sql += fmt::format(" FROM {0} WHERE {1} BETWEEN {2} AND {3} ORDER BY {1}", writer.Named(0), keys[0], low,
+                           writer.Given(1));
+        return {std::move(sql), std::move(writer.parameters)};
+    }
+    if (form.rows == SelectForm::Rows::NextRows) {
+        const std::string behind = writer.Given(0);
+        sql += fmt::format(" FROM {0} WHERE {1} > {2} ORDER BY {1} LIMIT {3}", writer.Named(0), keys[0], behind,
+                           writer.Given(1));
         return {std::move(sql), std::move(writer.parameters)};
     }
 
@@ -392,11 +398,23 @@ EngineSql Generator::Select(const dialect::Select& select, const SelectForm& for
 }
 
 EngineSql Generator::CountRows(const dialect::Select& select) const {
+    if (select.Keyed() && !select.top) {
+        Writer writer(*this, &select.sources, nullptr);
+        std::string sql = "SELECT count(*) FROM " + writer.Joins(*select.from);
+        if (select.where)
+            sql += " WHERE " + writer.Condition(*select.where);
+        return {std::move(sql), std::move(writer.parameters)};
+    }
     SelectForm form;
     form.fields = true;
     EngineSql rows = Select(select, form);
     rows.text = "SELECT count(*) FROM (" + rows.text + ") AS q";
     return rows;
+}
+
+EngineSql Generator::LastKey(const dialect::Select& select) const {
+    Writer writer(*this, &select.sources, nullptr);
+    return {fmt::format("SELECT max({}) FROM {}", writer.Key(0), writer.Named(0)), {}};
 }
 
 // ------------------------------------------------------------------------------------------ INSERT, UPDATE,

@@ -21,6 +21,7 @@ struct SelectForm {
         All,       ///< what the query selects, in its order
         ByKey,     ///< the row of the keys given, whether the query still selects it or not
         KeyRange,  ///< the rows of a one-table query from one key to another, in the order of keys, likewise
+        NextRows,  ///< likewise those behind a key, at most a number given
     };
     Rows rows = Rows::All;
     const dialect::Expression* criteria = nullptr;  ///< a further condition
@@ -38,6 +39,8 @@ class Generator {
 
     EngineSql Select(const dialect::Select& select, const SelectForm& form) const;
     EngineSql CountRows(const dialect::Select& select) const;
+    /// The greatest key of a one-table query's table.
+    EngineSql LastKey(const dialect::Select& select) const;
     /// `counter`: the counter column that the statement leaves out. The first value given fills it; where a
     /// query gives the rows it is the first of as many consecutive counters.
     EngineSql Insert(const dialect::Insert& insert, const ColumnInfo* counter) const;

@@ -5,16 +5,27 @@
 #include "base/numbers.h"
 
 namespace kv {
+namespace {
+
+/// What a block of the usual batch needs; more is given back when the rows are let go.
+constexpr std::size_t kCellsKept = 65536;
+constexpr std::size_t kTextKept = 1048576;
+
+}  // namespace
+
+void RowBlock::Clear() {
+    cells_.clear();
+    texts_.clear();
+    if (cells_.capacity() > kCellsKept)
+        cells_.shrink_to_fit();
+    if (texts_.capacity() > kTextKept)
+        texts_.shrink_to_fit();
+}
 
 double RowBlock::NumberOf(const Cell& cell) const {
-    switch (cell.kind) {
-        case Kind::Integer:
-            return static_cast<double>(cell.integer);
-        case Kind::Real:
-            return cell.real;
-        default:
-            return Val(std::string_view(texts_).substr(static_cast<std::size_t>(cell.integer), cell.length));
-    }
+    if (cell.kind == Kind::Real)
+        return cell.real;
+    return cell.kind == Kind::Integer ? static_cast<double>(cell.integer) : Val(TextOf(cell));
 }
 
 Value RowBlock::At(std::size_t index, ColumnType type) const {
@@ -25,7 +36,7 @@ Value RowBlock::At(std::size_t index, ColumnType type) const {
         case ColumnType::Text:
         case ColumnType::Memo:
             if (cell.kind == Kind::Text)
-                return {std::string_view(texts_).substr(static_cast<std::size_t>(cell.integer), cell.length)};
+                return {TextOf(cell)};
             return {NumberText(NumberOf(cell))};
         case ColumnType::Boolean:
             return {NumberOf(cell) != 0};

@@ -10,35 +10,33 @@
 
 namespace kv {
 
-/// What tells a row of a table from all others, for ever: no row added later bears the key of one that was
-/// deleted.
+/// What tells a row of a table from all others, for ever: no row added later bears the key of one that was deleted.
 using RowKey = std::int64_t;
 /// The key where a left join found no row.
 inline constexpr RowKey kNoRow = std::numeric_limits<RowKey>::min();
 
-/// Rows as they came from the engine, kept small: numbers in place, all texts in one string. A field becomes
-/// a Value when somebody asks for it.
+/// Rows as they came from the engine, kept small: numbers in place, all texts in one string. A field becomes a Value when
+/// somebody asks for it.
 class RowBlock {
   public:
-    void Clear() {
-        cells_.clear();
-        texts_.clear();
-    }
-    void Reserve(std::size_t cells) { cells_.reserve(cells); }
+    enum class Kind : std::uint8_t { Null, Integer, Real, Text };
+    struct Cell {
+        union {
+            std::int64_t integer = 0;  ///< of a text: where it begins
+            double real;
+        };
+        std::uint32_t length = 0;
+        Kind kind = Kind::Null;
+    };
 
-    void AddNull() { cells_.emplace_back(); }
-    void AddInteger(std::int64_t number) {
-        Cell& cell = cells_.emplace_back();
-        cell.kind = Kind::Integer;
-        cell.integer = number;
+    void Clear();
+    /// Room for so many cells more; the first of them. What is not filled in is Null.
+    Cell* Extend(std::size_t cells) {
+        const std::size_t old = cells_.size();
+        cells_.resize(old + cells);
+        return cells_.data() + old;
     }
-    void AddReal(double number) {
-        Cell& cell = cells_.emplace_back();
-        cell.kind = Kind::Real;
-        cell.real = number;
-    }
-    void AddText(std::string_view text) {
-        Cell& cell = cells_.emplace_back();
+    void SetText(Cell& cell, std::string_view text) {
         cell.kind = Kind::Text;
         cell.length = static_cast<std::uint32_t>(text.size());
         cell.integer = static_cast<std::int64_t>(texts_.size());
@@ -50,16 +48,9 @@ class RowBlock {
     Value At(std::size_t cell, ColumnType type) const;
 
   private:
-    enum class Kind : std::uint8_t { Null, Integer, Real, Text };
-    struct Cell {
-        union {
-            std::int64_t integer = 0;  ///< of a text: where it begins
-            double real;
-        };
-        std::uint32_t length = 0;
-        Kind kind = Kind::Null;
-    };
-
+    std::string_view TextOf(const Cell& cell) const {
+        return {texts_.data() + cell.integer, cell.length};
+    }
     double NumberOf(const Cell& cell) const;
 
     std::vector<Cell> cells_;

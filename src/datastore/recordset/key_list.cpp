@@ -13,19 +13,36 @@ constexpr std::size_t kMostUnsorted = 64;
 void KeyList::Clear() {
     keys_.clear();
     byKey_.clear();
+    size_ = 0;
     ascending_ = true;
 }
 
 void KeyList::Add(std::span<const RowKey> key) {
-    if (width_ != 1 || (!keys_.empty() && keys_.back() >= key[0]))
-        ascending_ = false;
-    keys_.insert(keys_.end(), key.begin(), key.end());
+    AddAll(key, 1);
+}
+
+void KeyList::AddAll(std::span<const RowKey> keys, std::size_t rows) {
+    size_ += rows;
+    if (width_ == 0)
+        return;
+    RowKey last = keys_.empty() ? kNoRow : keys_.back();
+    ascending_ = ascending_ && width_ == 1;
+    for (std::size_t i = 0; ascending_ && i < rows; last = keys[i], ++i)
+        ascending_ = keys[i] > last;
+    keys_.insert(keys_.end(), keys.begin(), keys.end());
 }
 
 void KeyList::Remove(std::size_t position) {
     const auto first = keys_.begin() + static_cast<std::ptrdiff_t>(position * width_);
     keys_.erase(first, first + static_cast<std::ptrdiff_t>(width_));
     byKey_.clear();
+    --size_;
+}
+
+void KeyList::Truncate(std::size_t size) {
+    keys_.resize(size * width_);
+    byKey_.clear();
+    size_ = size;
 }
 
 bool KeyList::Less(std::span<const RowKey> a, std::span<const RowKey> b) const {

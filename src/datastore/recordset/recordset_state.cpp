@@ -6,101 +6,31 @@
 
 namespace kv {
 
-using Form = CompiledSelect::Form;
-
-RecordsetState::RecordsetState(std::shared_ptr<Connection> connection, Ready<CompiledSelect> query,
-                               RecordsetType type)
+RecordsetState::RecordsetState(std::shared_ptr<Connection> connection, Ready<CompiledSelect> query, RecordsetType type)
     : connection_(std::move(connection)),
       query_(std::move(query.statement)),
-      literals_(std::move(query.literals)),
-      snapshot_(type == RecordsetType::Snapshot || !query_->Keyed()),
-      keys_(query_->KeyCount()),
-      window_(*connection_, *query_),
-      finder_(*connection_, *query_),
+      readOnly_(type == RecordsetType::Snapshot || !query_->Target()),
+      members_(*connection_, query_, std::move(query.literals), type == RecordsetType::Snapshot),
       edit_(*connection_) {
-    if (snapshot_)
-        window_.Freeze();
-    Fetch();
+    Requery();
 }
 
 RecordsetState::RecordsetState(const RecordsetState& other)
     : connection_(other.connection_),
       query_(other.query_),
-      literals_(other.literals_),
-      snapshot_(other.snapshot_),
-      keys_(other.keys_),
-      count_(other.count_),
-      window_(other.window_),
-      finder_(other.finder_),
+      readOnly_(other.readOnly_),
+      members_(other.members_),
       edit_(*connection_),
-      place_(count_ > 0 ? Place::At : Place::None) {}
+      place_(members_.Any() ? Place::At : Place::None) {}
 
 std::unique_ptr<RecordsetState> RecordsetState::Clone() const {
     return std::unique_ptr<RecordsetState>(new RecordsetState(*this));
 }
 
-// -------------------------------------------------------------------------------------------------------
-// members
-
-void RecordsetState::Fetch() {
-    const std::int64_t stamp = connection_->Stamp();
-    keys_.Clear();
-    window_.StartFill(stamp);
-    finder_.Opened(stamp);
-    if (snapshot_)
-        FetchAll();
-    else if (query_->large || !FetchFirstRows())
-        FetchKeys();
-    query_->large = count_ > static_cast<std::size_t>(CompiledSelect::kFirstRows);
-    MoveTo(count_ > 0 ? Place::At : Place::None, 0);
-}
-
-/// Every row with its values, which then stay.
-void RecordsetState::FetchAll() {
-    const EngineSql& sql = query_->Sql(query_->Keyed() ? Form::KeysAndFields : Form::Fields);
-    const auto cursor = connection_->Query(sql.text, ParameterValues(sql, literals_, {}, connection_->clock));
-    std::vector<RowKey> key(keys_.Width());
-    for (count_ = 0; cursor->Next(); ++count_) {
-        for (std::size_t i = 0; i < key.size(); ++i)
-            key[i] = cursor->Key(static_cast<int>(i));
-        keys_.Add(key);
-        window_.AddRow(*cursor, key.size());
-    }
-}
-
-/// Nearly all lists are short, and one query then fetches keys and values. False when there are more rows.
-bool RecordsetState::FetchFirstRows() {
-    const EngineSql& sql = query_->Sql(Form::FirstRows);
-    const auto cursor = connection_->Query(sql.text, ParameterValues(sql, literals_, {}, connection_->clock));
-    std::vector<RowKey> key(keys_.Width());
-    for (count_ = 0; cursor->Next(); ++count_) {
-        if (count_ == static_cast<std::size_t>(CompiledSelect::kFirstRows))
-            return false;
-        for (std::size_t i = 0; i < key.size(); ++i)
-            key[i] = cursor->Key(static_cast<int>(i));
-        keys_.Add(key);
-        window_.AddRow(*cursor, key.size());
-    }
-    return true;
-}
-
-void RecordsetState::FetchKeys() {
-    keys_.Clear();
-    window_.StartFill(connection_->Stamp());
-    const EngineSql& sql = query_->Sql(Form::Keys);
-    const auto cursor = connection_->Query(sql.text, ParameterValues(sql, literals_, {}, connection_->clock));
-    std::vector<RowKey> key(keys_.Width());
-    while (cursor->Next()) {
-        for (std::size_t i = 0; i < key.size(); ++i)
-            key[i] = cursor->Key(static_cast<int>(i));
-        keys_.Add(key);
-    }
-    count_ = keys_.Size();
-}
-
 void RecordsetState::Requery() {
     edit_.Cancel();
-    Fetch();
+    members_.Fetch();
+    MoveTo(members_.Any() ? Place::At : Place::None, 0);
 }
 
 // ----------------------------------------------------------------------------------------------------------
@@ -114,38 +44,38 @@ void RecordsetState::MoveTo(Place place, std::size_t at) {
 }
 
 void RecordsetState::MoveFirst() {
-    if (count_ == 0)
+    if (!members_.Any())
         throw faults::NoCurrentRecord();
     MoveTo(Place::At, 0);
 }
 
 void RecordsetState::MoveLast() {
-    if (count_ == 0)
+    if (!members_.Any())
         throw faults::NoCurrentRecord();
-    MoveTo(Place::At, count_ - 1);
+    MoveTo(Place::At, members_.All().Size() - 1);
 }
 
 void RecordsetState::MoveNext() {
-    if (place_ == Place::Before && count_ > 0)
+    if (place_ == Place::Before && members_.Any())
         return MoveTo(Place::At, 0);
     if (place_ != Place::At)
         throw faults::NoCurrentRecord();
     const std::size_t next = deleted_ ? at_ : at_ + 1;
-    if (next < count_)
+    if (members_.Has(next))
         MoveTo(Place::At, next);
     else
-        MoveTo(count_ > 0 ? Place::Behind : Place::None, 0);
+        MoveTo(members_.Any() ? Place::Behind : Place::None, 0);
 }
 
 void RecordsetState::MovePrevious() {
-    if (place_ == Place::Behind && count_ > 0)
-        return MoveTo(Place::At, count_ - 1);
+    if (place_ == Place::Behind && members_.Any())
+        return MoveTo(Place::At, members_.All().Size() - 1);
     if (place_ != Place::At)
         throw faults::NoCurrentRecord();
     if (at_ > 0)
         MoveTo(Place::At, at_ - 1);
     else
-        MoveTo(count_ > 0 ? Place::Before : Place::None, 0);
+        MoveTo(members_.Any() ? Place::Before : Place::None, 0);
 }
 
 long RecordsetState::Position() const {
@@ -153,7 +83,7 @@ long RecordsetState::Position() const {
 }
 
 void RecordsetState::SetPosition(long position) {
-    if (position < 0 || position >= Count())
+    if (position < 0 || !members_.Has(static_cast<std::size_t>(position)))
         throw faults::NoCurrentRecord();
     MoveTo(Place::At, static_cast<std::size_t>(position));
 }
@@ -163,8 +93,8 @@ void RecordsetState::Find(std::string_view criteria, bool behindCurrent) {
     if (behindCurrent && place_ == Place::At)
         from = deleted_ ? at_ : at_ + 1;
     else if (behindCurrent && place_ == Place::Behind)
-        from = count_;
-    const auto found = finder_.Find(criteria, from, keys_, literals_);
+        from = members_.All().Size();
+    const auto found = members_.Find(criteria, from);
     noMatch_ = !found;
     if (found)
         MoveTo(Place::At, *found);
@@ -173,7 +103,7 @@ void RecordsetState::Find(std::string_view criteria, bool behindCurrent) {
 }
 
 void RecordsetState::MoveToLastModified() {
-    const auto position = lastModified_ ? keys_.Find({&*lastModified_, 1}) : std::nullopt;
+    const auto position = lastModified_ ? members_.All().Find({&*lastModified_, 1}) : std::nullopt;
     if (!position)
         throw faults::NoCurrentRecord();
     MoveTo(Place::At, *position);
@@ -190,24 +120,20 @@ std::size_t RecordsetState::Current() const {
     return at_;
 }
 
-Value RecordsetState::StoredField(std::size_t field) {
-    return window_.At(Current(), field, keys_, literals_);
-}
-
 std::vector<Value> RecordsetState::StoredRow() {
     std::vector<Value> row(Fields().size());
     for (std::size_t field = 0; field < row.size(); ++field)
-        row[field] = StoredField(field);
+        row[field] = members_.At(Current(), field);
     return row;
 }
 
-Value RecordsetState::Get(std::size_t field) {
+Value RecordsetState::GetPending(std::size_t field) {
     if (edit_.Mode() == EditState::None)
-        return StoredField(field);
+        return members_.At(Current(), field);
     const int column = query_->TargetColumn(field);
     if (const Value* pending = column < 0 ? nullptr : edit_.Find(static_cast<std::size_t>(column)))
         return *pending;
-    return edit_.Mode() == EditState::Add ? Value() : StoredField(field);
+    return edit_.Mode() == EditState::Add ? Value() : members_.At(Current(), field);
 }
 
 void RecordsetState::Set(std::size_t field, const Value& value) {
@@ -224,22 +150,23 @@ void RecordsetState::Set(std::size_t field, const Value& value) {
 // changes
 
 const TableInfo& RecordsetState::WritableTarget() const {
-    const TableInfo* target = query_->Target();
-    if (snapshot_ || !target)
+    if (readOnly_)
         throw faults::ReadOnly();
-    return *target;
+    return *query_->Target();
 }
 
 void RecordsetState::AddNew() {
-    edit_.BeginAdd(WritableTarget());
+    const TableInfo& target = WritableTarget();
+    members_.All();  // the new row comes behind all of them
+    edit_.BeginAdd(target);
 }
 
 void RecordsetState::Edit() {
     const TableInfo& target = WritableTarget();
     const std::size_t at = Current();
-    edit_.BeginEdit(target, keys_.One(at));
+    edit_.BeginEdit(target, members_.Key(at)[0]);
     try {
-        if (!window_.Exists(at, keys_, literals_))
+        if (!members_.Exists(at))
             throw faults::RecordDeleted();
         if (!edit_.LockedFromStart())
             edit_.SetOriginal(StoredRow());
@@ -263,9 +190,7 @@ void RecordsetState::Update() {
 
 void RecordsetState::UpdateAdded() {
     const RowKey key = edit_.WriteAdded();
-    keys_.Add({&key, 1});
-    count_ = keys_.Size();
-    finder_.MembersChanged();
+    members_.Add(key);
     lastModified_ = key;
     edit_.Finish();
 }
@@ -273,7 +198,7 @@ void RecordsetState::UpdateAdded() {
 void RecordsetState::UpdateEdited() {
     if (!edit_.Lock())
         throw faults::LockedByOther();
-    const RowKey key = keys_.One(at_);
+    const RowKey key = members_.Key(at_)[0];
     if (edit_.LockedFromStart()) {
         if (!edit_.WriteEdited())
             throw faults::RecordDeleted();
@@ -290,7 +215,7 @@ void RecordsetState::UpdateEdited() {
 
 /// The edit began while another held the row. A second Update, after the operator was told, goes through.
 void RecordsetState::CheckNotChanged() {
-    window_.Drop();
+    members_.DropValues();
     std::vector<Value> now = StoredRow();
     if (now == edit_.Original())
         return;
@@ -301,7 +226,7 @@ void RecordsetState::CheckNotChanged() {
 void RecordsetState::Delete() {
     const TableInfo& target = WritableTarget();
     const std::size_t at = Current();
-    const RowKey key = keys_.One(at);
+    const RowKey key = members_.Key(at)[0];
     edit_.BeginEdit(target, key);
     const bool locked = edit_.LockedFromStart();
     const Value values[] = {static_cast<long long>(key)};
@@ -317,10 +242,7 @@ void RecordsetState::Delete() {
     edit_.Cancel();
     if (deleted == 0)
         throw faults::RecordDeleted();
-    keys_.Remove(at);
-    count_ = keys_.Size();
-    window_.Drop();
-    finder_.MembersChanged();
+    members_.Remove(at);
     deleted_ = true;
 }
 

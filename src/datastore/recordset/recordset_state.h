@@ -8,9 +8,7 @@
 #include "datastore/engine/connection.h"
 #include "datastore/recordset.h"
 #include "datastore/recordset/edit_buffer.h"
-#include "datastore/recordset/finder.h"
-#include "datastore/recordset/key_list.h"
-#include "datastore/recordset/row_window.h"
+#include "datastore/recordset/members.h"
 
 namespace kv {
 
@@ -23,13 +21,13 @@ class RecordsetState {
     /// The same members, on the first of them.
     std::unique_ptr<RecordsetState> Clone() const;
 
-    bool Eof() const { return place_ == Place::Behind || Count() == 0 || place_ == Place::None; }
-    bool Bof() const { return place_ == Place::Before || Count() == 0 || place_ == Place::None; }
+    bool Eof() const { return place_ == Place::Behind || !members_.Any() || place_ == Place::None; }
+    bool Bof() const { return place_ == Place::Before || !members_.Any() || place_ == Place::None; }
     void MoveFirst();
     void MoveLast();
     void MoveNext();
     void MovePrevious();
-    long Count() const { return static_cast<long>(count_); }
+    long Count() { return static_cast<long>(members_.Count()); }
     long Position() const;
     void SetPosition(long position);
     void Find(std::string_view criteria, bool behindCurrent);
@@ -46,20 +44,20 @@ class RecordsetState {
 
     const std::vector<FieldInfo>& Fields() const { return query_->Fields(); }
     const NameIndex& Names() const { return query_->Names(); }
-    Value Get(std::size_t field);
+    Value Get(std::size_t field) {
+        if (edit_.Mode() == EditState::None && place_ == Place::At && !deleted_)
+            return members_.At(at_, field);
+        return GetPending(field);
+    }
     void Set(std::size_t field, const Value& value);
 
   private:
     enum class Place { None, Before, At, Behind };
 
     RecordsetState(const RecordsetState& other);
-    void Fetch();
-    void FetchAll();
-    bool FetchFirstRows();
-    void FetchKeys();
+    Value GetPending(std::size_t field);
     void MoveTo(Place place, std::size_t at);
     std::size_t Current() const;
-    Value StoredField(std::size_t field);
     std::vector<Value> StoredRow();
     const TableInfo& WritableTarget() const;
     void UpdateAdded();
@@ -68,13 +66,8 @@ class RecordsetState {
 
     std::shared_ptr<Connection> connection_;
     std::shared_ptr<const CompiledSelect> query_;
-    std::vector<Value> literals_;
-    bool snapshot_;
-
-    KeyList keys_;
-    std::size_t count_ = 0;
-    RowWindow window_;
-    Finder finder_;
+    bool readOnly_;
+    Members members_;
     EditBuffer edit_;
 
     Place place_ = Place::None;

@@ -8,120 +8,137 @@
 namespace kv {
 namespace {
 
+using Form = CompiledSelect::Form;
+
+constexpr std::size_t kFirstBatch = 32;
 constexpr std::size_t kGrowth = 4;
-constexpr std::size_t kLargestBatch = 1024;
+constexpr std::size_t kLargestBatch = 512;
+/// How many values are kept at once; of longer results the rest is read when it is walked to.
+constexpr std::size_t kMostCells = 1U << 20;
 /// How many keys apart rows may lie to be read as one range, rows between them included.
 constexpr RowKey kSparsest = 4;
 
+Value KeyValue(RowKey key) {
+    return key == kNoRow ? Value() : Value(static_cast<long long>(key));
+}
+
 }  // namespace
 
-void RowWindow::StartFill(std::int64_t stamp) {
-    Drop();
-    stamp_ = stamp;
-    batch_ = static_cast<std::size_t>(CompiledSelect::kFirstRows);
+RowWindow::RowWindow(Connection& connection, const CompiledSelect& query, const std::vector<Value>& literals)
+    : connection_(connection),
+      query_(query),
+      literals_(literals),
+      types_(query.FieldTypes().data()),
+      fieldCount_(query.FieldTypes().size()) {}
+
+void RowWindow::FailDeleted() {
+    throw faults::RecordDeleted();
 }
 
-void RowWindow::Drop() {
+void RowWindow::Begin(std::size_t first, std::int64_t stamp) {
     block_.Clear();
     missing_.clear();
-    first_ = count_ = 0;
-    batch_ = 1;
+    anyMissing_ = false;
+    first_ = first;
+    count_ = 0;
+    stamp_ = stamp;
 }
 
-void RowWindow::AddRow(const Cursor& cursor, std::size_t keys) {
-    cursor.Read(block_, static_cast<int>(keys), static_cast<int>(query_.Fields().size()));
-    missing_.push_back(false);
-    ++count_;
+std::size_t RowWindow::GrowBatch() {
+    batch_ = batch_ < kFirstBatch ? kFirstBatch : std::min(batch_ * kGrowth, kLargestBatch);
+    return batch_;
 }
 
-void RowWindow::AddMissing() {
-    for (std::size_t i = 0; i < query_.Fields().size(); ++i)
-        block_.AddNull();
-    missing_.push_back(true);
+std::size_t RowWindow::Take(Cursor& cursor, std::size_t most, KeyList& keys) {
+    const auto keyCount = static_cast<int>(keys.Width());
+    const auto fieldCount = static_cast<int>(fieldCount_);
+    std::vector<RowKey> taken;
+    std::size_t rows = 0;
+    while (rows < most) {
+        const bool room = frozen_ || block_.Cells() < kMostCells;
+        const std::size_t wanted = std::min(most - rows, kLargestBatch);
+        taken.clear();
+        const std::size_t got = cursor.Fetch(wanted, keyCount, room ? fieldCount : 0, taken, block_);
+        keys.AddAll(taken, got);
+        if (room)
+            count_ += got;
+        rows += got;
+        if (got < wanted)
+            break;
+    }
+    return rows;
 }
 
-Value RowWindow::At(std::size_t position, std::size_t field, const KeyList& keys,
-                    std::span<const Value> literals) {
-    Ensure(position, keys, literals);
-    if (missing_[position - first_])
-        throw faults::RecordDeleted();
-    return block_.At((position - first_) * query_.Fields().size() + field, query_.Fields()[field].type);
+bool RowWindow::Exists(std::size_t position, const KeyList& keys) {
+    if (!IsFresh(position))
+        Load(position, keys);
+    return !anyMissing_ || !missing_[position - first_];
 }
 
-bool RowWindow::Exists(std::size_t position, const KeyList& keys, std::span<const Value> literals) {
-    Ensure(position, keys, literals);
-    return !missing_[position - first_];
+void RowWindow::AddMissing(std::size_t row) {
+    block_.Extend(fieldCount_);
+    if (!anyMissing_)
+        missing_.assign(count_, false);
+    missing_[row] = true;
+    anyMissing_ = true;
 }
 
-void RowWindow::Ensure(std::size_t position, const KeyList& keys, std::span<const Value> literals) {
-    const bool inside = position >= first_ && position < first_ + count_;
-    if (inside && frozen_)
-        return;
+void RowWindow::Load(std::size_t position, const KeyList& keys) {
     const std::int64_t stamp = connection_.Stamp();
-    const bool stale = stamp != stamp_;
-    if (inside && !stale)
-        return;
     const bool forward = position == first_ + count_;
     const bool backward = position + 1 == first_;
-    batch_ = !stale && (forward || backward) ? std::min(batch_ * kGrowth, kLargestBatch) : 1;
-    stamp_ = stamp;
-    const std::size_t first = backward ? position + 1 - std::min(batch_, position + 1) : position;
-    Load(first, backward ? position + 1 - first : std::min(batch_, keys.Size() - first), keys, literals);
-}
-
-void RowWindow::Load(std::size_t first, std::size_t count, const KeyList& keys,
-                     std::span<const Value> literals) {
-    block_.Clear();
-    block_.Reserve(count * query_.Fields().size());
-    missing_.clear();
-    first_ = first;
-    count_ = count;
+    if (stamp == stamp_ && (forward || backward))
+        GrowBatch();
+    else
+        batch_ = 1;
+    const std::size_t batch = batch_;
+    const std::size_t first = backward ? position + 1 - std::min(batch, position + 1) : position;
+    const std::size_t end = backward ? position + 1 : std::min(position + batch, keys.Size());
+    Begin(first, stamp);
     try {
-        if (!LoadRange(keys, literals))
-            LoadOneByOne(keys, literals);
+        count_ = end - first;
+        if (!LoadRange(keys))
+            LoadOneByOne(keys);
     } catch (...) {
         Drop();
         throw;
     }
 }
 
-bool RowWindow::LoadRange(const KeyList& keys, std::span<const Value> literals) {
+bool RowWindow::LoadRange(const KeyList& keys) {
     if (count_ < 2 || !keys.Ascending())
         return false;
     const RowKey low = keys.One(first_);
     const RowKey high = keys.One(first_ + count_ - 1);
     if (high - low > kSparsest * static_cast<RowKey>(count_))
         return false;
-    const EngineSql& sql = query_.Sql(CompiledSelect::Form::KeyRange);
-    const Value ends[] = {static_cast<long long>(low), static_cast<long long>(high)};
-    const auto cursor = connection_.Query(sql.text, ParameterValues(sql, literals, ends, connection_.clock));
-    std::size_t next = first_;
-    const std::size_t end = first_ + count_;
-    while (next < end && cursor->Next()) {
+    const EngineSql& sql = query_.Sql(Form::KeyRange);
+    const Value ends[] = {KeyValue(low), KeyValue(high)};
+    const auto cursor = connection_.Query(sql.text, ParameterValues(sql, literals_, ends, connection_.clock));
+    std::size_t row = 0;
+    while (row < count_ && cursor->Next()) {
         const RowKey key = cursor->Key(0);
-        for (; next < end && keys.One(next) < key; ++next)
-            AddMissing();
-        if (next == end || keys.One(next) != key)
+        for (; row < count_ && keys.One(first_ + row) < key; ++row)
+            AddMissing(row);
+        if (row == count_ || keys.One(first_ + row) != key)
             continue;
-        cursor->Read(block_, 1, static_cast<int>(query_.Fields().size()));
-        missing_.push_back(false);
-        ++next;
+        cursor->Read(block_, 1, static_cast<int>(fieldCount_));
+        ++row;
     }
-    for (; next < end; ++next)
-        AddMissing();
+    for (; row < count_; ++row)
+        AddMissing(row);
     return true;
 }
 
-void RowWindow::LoadOneByOne(const KeyList& keys, std::span<const Value> literals) {
+void RowWindow::LoadOneByOne(const KeyList& keys) {
     const ReadSpan span(connection_);
-    const EngineSql& sql = query_.Sql(CompiledSelect::Form::ByKey);
+    const EngineSql& sql = query_.Sql(Form::ByKey);
     std::vector<Value> given(keys.Width());
     std::unique_ptr<Cursor> cursor;
-    for (std::size_t position = first_; position < first_ + count_; ++position) {
-        const std::span<const RowKey> key = keys.At(position);
-        for (std::size_t i = 0; i < key.size(); ++i)
-            given[i] = key[i] == kNoRow ? Value() : Value(static_cast<long long>(key[i]));
-        const std::vector<Value> values = ParameterValues(sql, literals, given, connection_.clock);
+    for (std::size_t row = 0; row < count_; ++row) {
+        const std::span<const RowKey> key = keys.At(first_ + row);
+        std::transform(key.begin(), key.end(), given.begin(), KeyValue);
+        const std::vector<Value> values = ParameterValues(sql, literals_, given, connection_.clock);
         if (cursor)
             cursor->Restart(values);
         else
@@ -129,12 +146,10 @@ void RowWindow::LoadOneByOne(const KeyList& keys, std::span<const Value> literal
         bool found = cursor->Next();
         for (std::size_t i = 0; found && i < key.size(); ++i)
             found = cursor->Key(static_cast<int>(i)) == key[i];
-        if (!found) {
-            AddMissing();
-            continue;
-        }
-        cursor->Read(block_, static_cast<int>(key.size()), static_cast<int>(query_.Fields().size()));
-        missing_.push_back(false);
+        if (found)
+            cursor->Read(block_, static_cast<int>(key.size()), static_cast<int>(fieldCount_));
+        else
+            AddMissing(row);
     }
 }
 

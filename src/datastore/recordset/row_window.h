@@ -1,4 +1,5 @@
 #pragma once
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -8,41 +9,55 @@
 
 namespace kv {
 
-/// The batch of rows around the current one. It reads ahead in the direction of the walk, more with each
-/// batch, and one row at a time where the caller jumps or the data change between two steps.
+/// The batch of rows around the current one. It reads ahead in the direction of the walk, more with each batch, and one row
+/// at a time where the caller jumps or the data change between two steps.
 class RowWindow {
   public:
-    RowWindow(Connection& connection, const CompiledSelect& query) : connection_(connection), query_(query) {}
+    RowWindow(Connection& connection, const CompiledSelect& query, const std::vector<Value>& literals);
 
-    // Filling at the opening, from the rows' own query.
-    void StartFill(std::int64_t stamp);
-    /// Takes the cursor's row; its fields stand behind that many keys.
-    void AddRow(const Cursor& cursor, std::size_t keys);
+    /// Empties the window; what is taken next begins at that position and is as of that stamp.
+    void Begin(std::size_t first, std::int64_t stamp);
+    /// Takes up to so many rows of the recordset's own query, values too as long as there is room. How many there were.
+    std::size_t Take(Cursor& cursor, std::size_t most, KeyList& keys);
+    /// Lets go the rows from that position on.
+    void Truncate(std::size_t position) { count_ = std::min(count_, position - first_); }
+    /// How many rows to read for a walk that goes on forward.
+    std::size_t GrowBatch();
     /// From now on the rows stay as they are: a snapshot, or a query whose rows can't be found again.
     void Freeze() { frozen_ = true; }
-
-    std::size_t First() const { return first_; }
-    std::size_t Count() const { return count_; }
-    void Drop();
+    void Drop() { Begin(0, stamp_); }
 
     /// The field of the member at that position as it is now; throws 3167 where the row was deleted.
-    Value At(std::size_t position, std::size_t field, const KeyList& keys, std::span<const Value> literals);
+    Value At(std::size_t position, std::size_t field, const KeyList& keys) {
+        if (!IsFresh(position))
+            Load(position, keys);
+        if (anyMissing_ && missing_[position - first_])
+            FailDeleted();
+        return block_.At((position - first_) * fieldCount_ + field, types_[field]);
+    }
     /// Whether the row still is there.
-    bool Exists(std::size_t position, const KeyList& keys, std::span<const Value> literals);
+    bool Exists(std::size_t position, const KeyList& keys);
 
   private:
-    void Ensure(std::size_t position, const KeyList& keys, std::span<const Value> literals);
-    void Load(std::size_t first, std::size_t count, const KeyList& keys, std::span<const Value> literals);
-    bool LoadRange(const KeyList& keys, std::span<const Value> literals);
-    void LoadOneByOne(const KeyList& keys, std::span<const Value> literals);
-    void AddMissing();
+    bool IsFresh(std::size_t position) const {
+        return position - first_ < count_ && (frozen_ || connection_.Stamp() == stamp_);
+    }
+    void Load(std::size_t position, const KeyList& keys);
+    bool LoadRange(const KeyList& keys);
+    void LoadOneByOne(const KeyList& keys);
+    void AddMissing(std::size_t row);
+    [[noreturn]] static void FailDeleted();
 
     Connection& connection_;
     const CompiledSelect& query_;
+    const std::vector<Value>& literals_;
+    const ColumnType* types_;
+    std::size_t fieldCount_;
     RowBlock block_;
-    std::vector<bool> missing_;
     std::size_t first_ = 0;
     std::size_t count_ = 0;
+    std::vector<bool> missing_;  // of the rows in the window, filled where one is missing
+    bool anyMissing_ = false;
     std::size_t batch_ = 1;
     std::int64_t stamp_ = 0;
     bool frozen_ = false;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::int64_t kMostReserved = 256;
 
-class SqliteCursor : public Cursor {
+class SqliteCursor final : public Cursor {
   public:
     SqliteCursor(sqlite3* database, StatementCache& cache, const std::string& sql,
                  std::span<const Value> values)
@@ -20,34 +20,50 @@ class SqliteCursor : public Cursor {
     void Restart(std::span<const Value> values) override { loan_.Restart(values); }
     bool Next() override { return loan_.Step(); }
     RowKey Key(int column) const override {
-        return sqlite3_column_type(loan_.Get(), column) == SQLITE_NULL
-                   ? kNoRow
-                   : sqlite3_column_int64(loan_.Get(), column);
+        sqlite3_value* value = sqlite3_column_value(loan_.Get(), column);
+        return sqlite3_value_type(value) == SQLITE_NULL ? kNoRow : sqlite3_value_int64(value);
     }
+
     void Read(RowBlock& block, int first, int count) const override {
-        for (int column = first; column < first + count; ++column) {
+        ReadInto(block, block.Extend(static_cast<std::size_t>(count)), first, count);
+    }
+
+    std::size_t Fetch(std::size_t most, int keyCount, int fieldCount, std::vector<RowKey>& keys,
+                      RowBlock& block) override {
+        std::size_t rows = 0;
+        for (; rows < most && loan_.Step(); ++rows) {
+            for (int column = 0; column < keyCount; ++column)
+                keys.push_back(SqliteCursor::Key(column));
+            SqliteCursor::Read(block, keyCount, fieldCount);
+        }
+        return rows;
+    }
+
+  private:
+    void ReadInto(RowBlock& block, RowBlock::Cell* cell, int first, int count) const {
+        for (int column = first; column < first + count; ++column, ++cell) {
             // The connection is used by one thread, so the value itself may be looked at.
             sqlite3_value* value = sqlite3_column_value(loan_.Get(), column);
             switch (sqlite3_value_type(value)) {
                 case SQLITE_INTEGER:
-                    block.AddInteger(sqlite3_value_int64(value));
+                    cell->kind = RowBlock::Kind::Integer;
+                    cell->integer = sqlite3_value_int64(value);
                     break;
                 case SQLITE_FLOAT:
-                    block.AddReal(sqlite3_value_double(value));
+                    cell->kind = RowBlock::Kind::Real;
+                    cell->real = sqlite3_value_double(value);
                     break;
                 case SQLITE_TEXT: {
                     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
-                    block.AddText({text, static_cast<std::size_t>(sqlite3_value_bytes(value))});
+                    block.SetText(*cell, {text, static_cast<std::size_t>(sqlite3_value_bytes(value))});
                     break;
                 }
                 default:
-                    block.AddNull();
                     break;
             }
         }
     }
 
-  private:
     Loan loan_;
 };
 
