@@ -15,13 +15,6 @@ using dialect::TokenKind;
 
 /// Shapes as long as these are lists that hardly come twice.
 constexpr std::size_t kLongestKept = 16384;
-constexpr std::size_t kCriteriaKept = 64;
-
-void ShiftSlots(dialect::Expression& expression, int by) {
-    if (auto* slot = std::get_if<dialect::Slot>(&expression.node))
-        slot->number += by;
-    dialect::ForEachChild(expression, [by](dialect::ExpressionPtr& child) { ShiftSlots(*child, by); });
-}
 
 bool NamesSomethingUnknown(const EngineError& error) {
     return error.Number() == engine_error::kTableNotFound ||
@@ -54,93 +47,6 @@ std::string_view TableName(std::string_view text) {
 }
 
 }  // namespace
-
-// ------------------------------------------------------------------------------------------------------
-// CompiledSelect
-
-CompiledSelect::CompiledSelect(std::shared_ptr<const Catalogue> catalogue, dialect::Select select,
-                               const Generator& generator)
-    : catalogue_(std::move(catalogue)),
-      select_(std::move(select)),
-      generator_(generator),
-      criteria_(kCriteriaKept) {
-    for (const dialect::OutputColumn& column : select_.columns) {
-        FieldInfo field{column.name, column.type, column.size, false};
-        field.updatable = Target() && TargetColumn(fields_.size()) >= 0 &&
-                          !Target()->columns[static_cast<std::size_t>(TargetColumn(fields_.size()))].counter;
-        fields_.push_back(std::move(field));
-        types_.push_back(column.type);
-        names_.Add(column.name);
-    }
-}
-
-const TableInfo* CompiledSelect::Target() const {
-    return KeyCount() == 1 ? select_.sources.front().info : nullptr;
-}
-
-int CompiledSelect::TargetColumn(std::size_t field) const {
-    return select_.columns[field].column;
-}
-
-const EngineSql& CompiledSelect::Sql(Form form) const {
-    std::optional<EngineSql>& sql = sql_[static_cast<std::size_t>(form)];
-    if (!sql)
-        sql = Generate(form);
-    return *sql;
-}
-
-EngineSql CompiledSelect::Generate(Form form) const {
-    if (form == Form::Count)
-        return generator_.CountRows(select_);
-    if (form == Form::LastKey)
-        return generator_.LastKey(select_);
-    SelectForm shape;
-    shape.keys = Keyed() && form != Form::Fields && form != Form::FirstField;
-    shape.fields = form != Form::RestKeys;
-    switch (form) {
-        case Form::FirstField:
-            shape.limit = 1;
-            break;
-        case Form::ByKey:
-            shape.rows = SelectForm::Rows::ByKey;
-            break;
-        case Form::KeyRange:
-        case Form::RestKeys:
-            shape.rows = SelectForm::Rows::KeyRange;
-            break;
-        case Form::NextRows:
-            shape.rows = SelectForm::Rows::NextRows;
-            break;
-        default:
-            break;
-    }
-    return generator_.Select(select_, shape);
-}
-
-const EngineSql& CompiledCriteria::Sql(const Scope& scope) const {
-    const auto [place, added] = sql_.try_emplace(scope);
-    if (added) {
-        SelectForm form;
-        form.keys = true;
-        form.criteria = condition_.get();
-        form.anyRow = scope.anyRow;
-        form.behindKey = scope.behindKey;
-        form.amongKeys = scope.amongKeys;
-        place->second = generator_.Select(query_, form);
-    }
-    return place->second;
-}
-
-const CompiledCriteria& CompiledSelect::Criteria(const dialect::Lexed& lexed,
-                                                 std::size_t queryLiterals) const {
-    if (const auto* found = criteria_.Find(lexed.shape); found && lexed.sound)
-        return **found;
-    dialect::ExpressionPtr condition = dialect::ParseCriteria(lexed);
-    ShiftSlots(*condition, static_cast<int>(queryLiterals));
-    dialect::BindCriteria(condition, select_);
-    criteria_.Put(lexed.shape, std::make_unique<CompiledCriteria>(std::move(condition), select_, generator_));
-    return **criteria_.Find(lexed.shape);
-}
 
 // ------------------------------------------------------------------------------------------------------------
 // Compiler

@@ -1,5 +1,7 @@
 #include "datastore/engine/generator.h"
 
+#include <numeric>
+
 #include <fmt/format.h>
 
 #include "base/text.h"
@@ -320,6 +322,12 @@ std::string Joined(const std::vector<std::string>& pieces, std::string_view sepa
 
 }  // namespace
 
+std::vector<int> Generator::AllFields(const dialect::Select& select) {
+    std::vector<int> fields(select.items.size());
+    std::iota(fields.begin(), fields.end(), 0);
+    return fields;
+}
+
 EngineSql Generator::Select(const dialect::Select& select, const SelectForm& form) const {
     Writer writer(*this, &select.sources, nullptr);
     std::vector<std::string> keys;
@@ -329,10 +337,10 @@ EngineSql Generator::Select(const dialect::Select& select, const SelectForm& for
     std::vector<std::string> columns;
     if (form.keys)
         columns = keys;
-    for (const SelectItem& item : select.items)
-        if (form.fields)
-            columns.push_back(select.distinct ? writer.Compared(*item.expression)
-                                              : writer.Number(*item.expression));
+    for (const int field : form.fields) {
+        const Expression& expression = *select.items[static_cast<std::size_t>(field)].expression;
+        columns.push_back(select.distinct ? writer.Compared(expression) : writer.Number(expression));
+    }
 
     std::string sql = fmt::format("SELECT {}{}", select.distinct ? "DISTINCT " : "", Join(columns, ", "));
     if (form.rows == SelectForm::Rows::ByKey) {
@@ -406,7 +414,7 @@ EngineSql Generator::CountRows(const dialect::Select& select) const {
         return {std::move(sql), std::move(writer.parameters)};
     }
     SelectForm form;
-    form.fields = true;
+    form.fields = AllFields(select);
     EngineSql rows = Select(select, form);
     rows.text = "SELECT count(*) FROM (" + rows.text + ") AS q";
     return rows;
@@ -441,7 +449,7 @@ EngineSql Generator::Insert(const dialect::Insert& insert, const ColumnInfo* cou
         return {into + fmt::format("VALUES ({})", Join(values, ", ")), std::move(writer.parameters)};
 
     SelectForm form;
-    form.fields = true;
+    form.fields = AllFields(*insert.query);
     EngineSql rows = Select(*insert.query, form);
     if (counter) {
         // The rows are numbered in the query's order from the first counter of those taken for them.

@@ -3,6 +3,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "datastore/dialect/statement.h"
 #include "datastore/engine/engine_sql.h"
@@ -16,7 +17,7 @@ std::string_view KeyColumnOf(const TableInfo& table);
 /// Which rows and columns of a query a statement fetches.
 struct SelectForm {
     bool keys = false;    ///< the sources' keys first
-    bool fields = false;  ///< the query's columns, behind the keys
+    std::vector<int> fields;  ///< the query's columns of those places, behind the keys
     enum class Rows {
         All,       ///< what the query selects, in its order
         ByKey,     ///< the row of the keys given, whether the query still selects it or not
@@ -53,6 +54,7 @@ class Generator {
     std::string DeleteRow(const TableInfo& table) const;
 
     static std::string Quoted(std::string_view name);
+    static std::vector<int> AllFields(const dialect::Select& select);
 
   protected:
     class Writer;

@@ -20,6 +20,7 @@ class KeyList {
     std::size_t Width() const { return width_; }
 
     void Clear();
+    void Reserve(std::size_t rows) { keys_.reserve(rows * width_); }
     void Add(std::span<const RowKey> key);
     /// So many rows, key behind key.
     void AddAll(std::span<const RowKey> keys, std::size_t rows);

@@ -1,5 +1,6 @@
 #include "datastore/recordset/members.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace kv {
@@ -7,6 +8,8 @@ namespace {
 
 using Form = CompiledSelect::Form;
 
+/// Room for keys that is set aside at once; it costs nothing before it is used.
+constexpr RowKey kMostReserved = 1 << 18;
 constexpr std::size_t kEverything = std::numeric_limits<std::size_t>::max();
 
 }  // namespace
@@ -34,35 +37,37 @@ std::unique_ptr<Cursor> Members::Query(const EngineSql& sql, std::span<const Val
 void Members::Fetch() {
     const std::int64_t stamp = connection_.Stamp();
     keys_.Clear();
-    window_.Begin(0, stamp);
+    const std::shared_ptr<const FieldSubset> fields = frozen_ ? query_->AllFields() : query_->UsedFields();
+    window_.Begin(0, stamp, fields);
     finder_.Opened(stamp);
     counted_.reset();
     complete_ = true;
     if (!frozen_ && query_->IsWholeTable())
-        return OpenWholeTable(stamp);
-    const auto cursor = Query(query_->Sql(query_->Keyed() ? Form::KeysAndFields : Form::Fields));
+        return OpenWholeTable(stamp, fields);
+    const auto cursor = Query(fields->Sql(FieldSubset::Form::OfQuery));
     window_.Take(*cursor, kEverything, keys_);
 }
 
-void Members::OpenWholeTable(std::int64_t stamp) {
+void Members::OpenWholeTable(std::int64_t stamp, const std::shared_ptr<const FieldSubset>& fields) {
     const auto cursor = Query(query_->Sql(Form::LastKey));
     cursor->Next();
     lastKey_ = cursor->Key(0);
     lastRead_ = kNoRow;
     openedAt_ = stamp;
+    keys_.Reserve(static_cast<std::size_t>(std::clamp<RowKey>(lastKey_, 0, kMostReserved)));
     complete_ = lastKey_ == kNoRow;
     if (!complete_)
-        Extend();
+        Extend(fields);
 }
 
 /// Reads the next batch of a whole table, keys and values.
-void Members::Extend() {
+void Members::Extend(const std::shared_ptr<const FieldSubset>& fields) {
     const std::int64_t stamp = connection_.Stamp();
     const std::size_t batch = window_.GrowBatch();
     const std::size_t before = keys_.Size();
     const Value given[] = {static_cast<long long>(lastRead_), static_cast<long long>(batch)};
-    const auto cursor = Query(query_->Sql(Form::NextRows), given);
-    window_.Begin(before, stamp);
+    const auto cursor = Query(fields->Sql(FieldSubset::Form::NextRows), given);
+    window_.Begin(before, stamp, fields);
     complete_ = window_.Take(*cursor, batch, keys_) < batch;
     std::size_t size = keys_.Size();
     while (size > before && keys_.One(size - 1) > lastKey_)
@@ -77,7 +82,7 @@ void Members::Extend() {
 
 bool Members::Has(std::size_t position) {
     while (!complete_ && position >= keys_.Size())
-        Extend();
+        Extend(query_->UsedFields());
     return position < keys_.Size();
 }
 

@@ -43,8 +43,8 @@ class Members {
     std::optional<std::size_t> Find(std::string_view criteria, std::size_t from);
 
   private:
-    void OpenWholeTable(std::int64_t stamp);
-    void Extend();
+    void OpenWholeTable(std::int64_t stamp, const std::shared_ptr<const FieldSubset>& fields);
+    void Extend(const std::shared_ptr<const FieldSubset>& fields);
     std::unique_ptr<Cursor> Query(const EngineSql& sql, std::span<const Value> given = {});
 
     Connection& connection_;

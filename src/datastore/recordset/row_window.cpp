@@ -8,7 +8,7 @@
 namespace kv {
 namespace {
 
-using Form = CompiledSelect::Form;
+using Form = FieldSubset::Form;
 
 constexpr std::size_t kFirstBatch = 32;
 constexpr std::size_t kGrowth = 4;
@@ -29,13 +29,14 @@ RowWindow::RowWindow(Connection& connection, const CompiledSelect& query, const 
       query_(query),
       literals_(literals),
       types_(query.FieldTypes().data()),
-      fieldCount_(query.FieldTypes().size()) {}
+      fields_(query.AllFields()) {}
 
 void RowWindow::FailDeleted() {
     throw faults::RecordDeleted();
 }
 
-void RowWindow::Begin(std::size_t first, std::int64_t stamp) {
+void RowWindow::Begin(std::size_t first, std::int64_t stamp, std::shared_ptr<const FieldSubset> fields) {
+    fields_ = std::move(fields);
     block_.Clear();
     missing_.clear();
     anyMissing_ = false;
@@ -51,7 +52,7 @@ std::size_t RowWindow::GrowBatch() {
 
 std::size_t RowWindow::Take(Cursor& cursor, std::size_t most, KeyList& keys) {
     const auto keyCount = static_cast<int>(keys.Width());
-    const auto fieldCount = static_cast<int>(fieldCount_);
+    const int fieldCount = fields_->Count();
     std::vector<RowKey> taken;
     std::size_t rows = 0;
     while (rows < most) {
@@ -76,7 +77,7 @@ bool RowWindow::Exists(std::size_t position, const KeyList& keys) {
 }
 
 void RowWindow::AddMissing(std::size_t row) {
-    block_.Extend(fieldCount_);
+    block_.Extend(static_cast<std::size_t>(fields_->Count()));
     if (!anyMissing_)
         missing_.assign(count_, false);
     missing_[row] = true;
@@ -94,7 +95,18 @@ void RowWindow::Load(std::size_t position, const KeyList& keys) {
     const std::size_t batch = batch_;
     const std::size_t first = backward ? position + 1 - std::min(batch, position + 1) : position;
     const std::size_t end = backward ? position + 1 : std::min(position + batch, keys.Size());
-    Begin(first, stamp);
+    fields_ = query_.UsedFields();
+    LoadRows(first, end, stamp, keys);
+}
+
+int RowWindow::LoadWhole(std::size_t position, std::size_t field, const KeyList& keys) {
+    fields_ = query_.AllFields();
+    LoadRows(position, position + 1, connection_.Stamp(), keys);
+    return fields_->CellOf(field);
+}
+
+void RowWindow::LoadRows(std::size_t first, std::size_t end, std::int64_t stamp, const KeyList& keys) {
+    Begin(first, stamp, fields_);
     try {
         count_ = end - first;
         if (!LoadRange(keys))
@@ -112,7 +124,7 @@ bool RowWindow::LoadRange(const KeyList& keys) {
     const RowKey high = keys.One(first_ + count_ - 1);
     if (high - low > kSparsest * static_cast<RowKey>(count_))
         return false;
-    const EngineSql& sql = query_.Sql(Form::KeyRange);
+    const EngineSql& sql = fields_->Sql(Form::KeyRange);
     const Value ends[] = {KeyValue(low), KeyValue(high)};
     const auto cursor = connection_.Query(sql.text, ParameterValues(sql, literals_, ends, connection_.clock));
     std::size_t row = 0;
@@ -122,7 +134,7 @@ bool RowWindow::LoadRange(const KeyList& keys) {
             AddMissing(row);
         if (row == count_ || keys.One(first_ + row) != key)
             continue;
-        cursor->Read(block_, 1, static_cast<int>(fieldCount_));
+        cursor->Read(block_, 1, fields_->Count());
         ++row;
     }
     for (; row < count_; ++row)
@@ -132,7 +144,7 @@ bool RowWindow::LoadRange(const KeyList& keys) {
 
 void RowWindow::LoadOneByOne(const KeyList& keys) {
     const ReadSpan span(connection_);
-    const EngineSql& sql = query_.Sql(Form::ByKey);
+    const EngineSql& sql = fields_->Sql(Form::ByKey);
     std::vector<Value> given(keys.Width());
     std::unique_ptr<Cursor> cursor;
     for (std::size_t row = 0; row < count_; ++row) {
@@ -147,7 +159,7 @@ void RowWindow::LoadOneByOne(const KeyList& keys) {
         for (std::size_t i = 0; found && i < key.size(); ++i)
             found = cursor->Key(static_cast<int>(i)) == key[i];
         if (found)
-            cursor->Read(block_, static_cast<int>(key.size()), static_cast<int>(fieldCount_));
+            cursor->Read(block_, static_cast<int>(key.size()), fields_->Count());
         else
             AddMissing(row);
     }

@@ -15,8 +15,8 @@ class RowWindow {
   public:
     RowWindow(Connection& connection, const CompiledSelect& query, const std::vector<Value>& literals);
 
-    /// Empties the window; what is taken next begins at that position and is as of that stamp.
-    void Begin(std::size_t first, std::int64_t stamp);
+    /// Empties the window; what is taken next begins at that position, is as of that stamp and has those fields.
+    void Begin(std::size_t first, std::int64_t stamp, std::shared_ptr<const FieldSubset> fields);
     /// Takes up to so many rows of the recordset's own query, values too as long as there is room. How many there were.
     std::size_t Take(Cursor& cursor, std::size_t most, KeyList& keys);
     /// Lets go the rows from that position on.
@@ -25,15 +25,20 @@ class RowWindow {
     std::size_t GrowBatch();
     /// From now on the rows stay as they are: a snapshot, or a query whose rows can't be found again.
     void Freeze() { frozen_ = true; }
-    void Drop() { Begin(0, stamp_); }
+    void Drop() { Begin(0, stamp_, fields_); }
 
     /// The field of the member at that position as it is now; throws 3167 where the row was deleted.
     Value At(std::size_t position, std::size_t field, const KeyList& keys) {
         if (!IsFresh(position))
             Load(position, keys);
+        int cell = fields_->CellOf(field);
+        query_.NoteUse(field);
+        if (cell < 0)
+            cell = LoadWhole(position, field, keys);
         if (anyMissing_ && missing_[position - first_])
             FailDeleted();
-        return block_.At((position - first_) * fieldCount_ + field, types_[field]);
+        return block_.At((position - first_) * static_cast<std::size_t>(fields_->Count()) + static_cast<std::size_t>(cell),
+                         types_[field]);
     }
     /// Whether the row still is there.
     bool Exists(std::size_t position, const KeyList& keys);
@@ -43,6 +48,9 @@ class RowWindow {
         return position - first_ < count_ && (frozen_ || connection_.Stamp() == stamp_);
     }
     void Load(std::size_t position, const KeyList& keys);
+    /// Brings all fields of the row; where the one asked for then stands.
+    int LoadWhole(std::size_t position, std::size_t field, const KeyList& keys);
+    void LoadRows(std::size_t first, std::size_t end, std::int64_t stamp, const KeyList& keys);
     bool LoadRange(const KeyList& keys);
     void LoadOneByOne(const KeyList& keys);
     void AddMissing(std::size_t row);
@@ -52,7 +60,7 @@ class RowWindow {
     const CompiledSelect& query_;
     const std::vector<Value>& literals_;
     const ColumnType* types_;
-    std::size_t fieldCount_;
+    std::shared_ptr<const FieldSubset> fields_;
     RowBlock block_;
     std::size_t first_ = 0;
     std::size_t count_ = 0;
