@@ -79,7 +79,7 @@ std::string Value::ToText() const& {
     return {};
 }
 
-double Value::ToDouble() const {
+double Value::OtherToDouble() const {
     switch (Type()) {
         case ValueType::Null:
             throw faults::InvalidUseOfNull();
@@ -99,9 +99,7 @@ double Value::ToDouble() const {
     return 0;
 }
 
-std::int64_t Value::ToInteger() const {
-    if (const auto* whole = std::get_if<std::int64_t>(&held_))
-        return *whole;
+std::int64_t Value::OtherToInteger() const {
     return RoundedToEven(ToDouble());
 }
 
@@ -121,9 +119,7 @@ Currency Value::ToCurrency() const {
     return Currency::FromDouble(ToDouble());
 }
 
-Date Value::ToDate() const {
-    if (const auto* date = std::get_if<Date>(&held_))
-        return *date;
+Date Value::OtherToDate() const {
     if (const std::string* text = IfText()) {
         if (const auto date = ParseDate(*text))
             return *date;

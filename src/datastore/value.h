@@ -52,15 +52,24 @@ class Value {
     std::string ToText() &&;
     /// As a number; a text is read in full. Throws EngineError 94 for Null, 3421 for a text that is no
     /// number.
-    double ToDouble() const;
+    double ToDouble() const {
+        const double* number = std::get_if<double>(&held_);
+        return number ? *number : OtherToDouble();
+    }
     /// Rounded to the nearest whole number, halves to the even one. Throws as ToDouble.
-    std::int64_t ToInteger() const;
+    std::int64_t ToInteger() const {
+        const std::int64_t* whole = std::get_if<std::int64_t>(&held_);
+        return whole ? *whole : OtherToInteger();
+    }
     /// A number other than 0 is true; "True", "Yes" and "-1" are. Throws as ToDouble.
     bool ToBoolean() const;
     Currency ToCurrency() const;
     /// A number is a day number, a text is parsed. Throws EngineError 94 for Null, 3421 for a text that is no
     /// date.
-    Date ToDate() const;
+    Date ToDate() const {
+        const Date* date = std::get_if<Date>(&held_);
+        return date ? *date : OtherToDate();
+    }
 
     /// As above, with `fallback` for Null.
     double NumberOr(double fallback) const { return IsNull() ? fallback : ToDouble(); }
@@ -72,6 +81,10 @@ class Value {
     friend bool operator==(const Value& a, const Value& b) = default;
 
   private:
+    double OtherToDouble() const;
+    std::int64_t OtherToInteger() const;
+    Date OtherToDate() const;
+
     std::variant<std::monostate, bool, std::int64_t, double, Currency, Date, std::string> held_;
 };
 

@@ -19,12 +19,19 @@ void ShiftSlots(dialect::Expression& expression, int by) {
 
 }  // namespace
 
-// -------------------------------------------------------------------------------------------------- fields to fetch
+// -------------------------------------------------------------------------------------------------- fields
+// to fetch
 
 FieldSubset::FieldSubset(std::vector<int> fields, const dialect::Select& query, const Generator& generator)
     : fields_(std::move(fields)), cells_(query.columns.size(), -1), query_(query), generator_(generator) {
-    for (std::size_t cell = 0; cell < fields_.size(); ++cell)
-        cells_[static_cast<std::size_t>(fields_[cell])] = static_cast<int>(cell);
+    for (std::size_t cell = 0; cell < fields_.size(); ++cell) {
+        const auto field = static_cast<std::size_t>(fields_[cell]);
+        cells_[field] = static_cast<int>(cell);
+        const dialect::OutputColumn& column = query_.columns[field];
+        if (query_.Keyed() && query_.sources.size() == 1 && column.column >= 0 &&
+            query_.sources[0].info->columns[static_cast<std::size_t>(column.column)].counter)
+            keyCell_ = cell;
+    }
 }
 
 const EngineSql& FieldSubset::Sql(Form form) const {
@@ -32,7 +39,7 @@ const EngineSql& FieldSubset::Sql(Form form) const {
     if (sql)
         return *sql;
     SelectForm shape;
-    shape.keys = query_.Keyed();
+    shape.keys = query_.Keyed() && !(keyCell_ && (form == Form::OfQuery || form == Form::NextRows));
     shape.fields = fields_;
     switch (form) {
         case Form::OfQuery:
@@ -51,7 +58,8 @@ const EngineSql& FieldSubset::Sql(Form form) const {
     return *sql;
 }
 
-// ------------------------------------------------------------------------------------------------------ the query
+// ------------------------------------------------------------------------------------------------------ the
+// query
 
 CompiledSelect::CompiledSelect(std::shared_ptr<const Catalogue> catalogue, dialect::Select select,
                                const Generator& generator)
@@ -65,7 +73,6 @@ CompiledSelect::CompiledSelect(std::shared_ptr<const Catalogue> catalogue, diale
         field.updatable = Target() && TargetColumn(fields_.size()) >= 0 &&
                           !Target()->columns[static_cast<std::size_t>(TargetColumn(fields_.size()))].counter;
         fields_.push_back(std::move(field));
-        types_.push_back(column.type);
         names_.Add(column.name);
     }
     std::vector<int> all(fields_.size());
@@ -123,7 +130,8 @@ EngineSql CompiledSelect::Generate(Form form) const {
     return generator_.Select(select_, shape);
 }
 
-// ------------------------------------------------------------------------------------------------------- criteria
+// -------------------------------------------------------------------------------------------------------
+// criteria
 
 const EngineSql& CompiledCriteria::Sql(const Scope& scope) const {
     const auto [place, added] = sql_.try_emplace(scope);

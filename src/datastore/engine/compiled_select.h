@@ -1,10 +1,10 @@
 #pragma once
 #include <array>
-#include <compare>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "datastore/catalogue.h"
@@ -30,7 +30,10 @@ class CompiledCriteria {
         bool anyRow = false;     ///< also those that the query itself would not select
         bool behindKey = false;  ///< those above a key given
         int amongKeys = 0;       ///< those of so many keys given
-        friend auto operator<=>(const Scope&, const Scope&) = default;
+        bool operator<(const Scope& other) const {
+            return std::tie(anyRow, behindKey, amongKeys) <
+                   std::tie(other.anyRow, other.behindKey, other.amongKeys);
+        }
     };
     /// Fetches the matches' keys in the query's order.
     const EngineSql& Sql(const Scope& scope) const;
@@ -48,18 +51,22 @@ class FieldSubset {
     /// `fields`: their places in the query, ascending.
     FieldSubset(std::vector<int> fields, const dialect::Select& query, const Generator& generator);
 
-    /// The query's rows with their keys, if they have any; the rows of given keys; those from one key to another; those
-    /// behind a key, at most a number given.
+    /// The query's rows with their keys, if they have any; the rows of given keys; those from one key to
+    /// another; those behind a key, at most a number given.
     enum class Form { OfQuery, ByKey, KeyRange, NextRows };
     const EngineSql& Sql(Form form) const;
 
     int Count() const { return static_cast<int>(fields_.size()); }
     /// Where the field stands among those fetched, or -1.
     int CellOf(std::size_t field) const { return cells_[field]; }
+    /// Which of those fetched is the row's key itself, a counter; then OfQuery and NextRows leave the key
+    /// before them out.
+    std::optional<std::size_t> KeyCell() const { return keyCell_; }
 
   private:
     std::vector<int> fields_;
     std::vector<int> cells_;
+    std::optional<std::size_t> keyCell_;
     const dialect::Select& query_;
     const Generator& generator_;
     mutable std::array<std::optional<EngineSql>, 4> sql_;
@@ -67,14 +74,16 @@ class FieldSubset {
 
 /// A query, worked out once for all statements of its shape.
 ///
-/// Most programs select all columns and read a few. The query notes which fields are read of its rows, and once it has been
-/// opened before, batches fetch those alone; a field that is read for the first time brings its whole row.
+/// Most programs select all columns and read a few. The query notes which fields are read of its rows, and
+/// once it has been opened before, batches fetch those alone; a field that is read for the first time brings
+/// its whole row.
 class CompiledSelect {
   public:
-    CompiledSelect(std::shared_ptr<const Catalogue> catalogue, dialect::Select select, const Generator& generator);
+    CompiledSelect(std::shared_ptr<const Catalogue> catalogue, dialect::Select select,
+                   const Generator& generator);
 
-    /// Statements about the whole result: its fields without keys, its first field, the keys from one to another, how many
-    /// rows it has, the last key of its table.
+    /// Statements about the whole result: its fields without keys, its first field, the keys from one to
+    /// another, how many rows it has, the last key of its table.
     enum class Form { FirstField, RestKeys, Count, LastKey };
     const EngineSql& Sql(Form form) const;
 
@@ -85,7 +94,6 @@ class CompiledSelect {
 
     const dialect::Select& Tree() const { return select_; }
     const std::vector<FieldInfo>& Fields() const { return fields_; }
-    const std::vector<ColumnType>& FieldTypes() const { return types_; }
     const NameIndex& Names() const { return names_; }
     bool Keyed() const { return select_.Keyed(); }
     std::size_t KeyCount() const { return Keyed() ? select_.sources.size() : 0; }
@@ -108,7 +116,6 @@ class CompiledSelect {
     dialect::Select select_;
     const Generator& generator_;
     std::vector<FieldInfo> fields_;
-    std::vector<ColumnType> types_;
     NameIndex names_;
     std::shared_ptr<const FieldSubset> all_;
     mutable std::array<std::optional<EngineSql>, 4> sql_;

@@ -11,7 +11,6 @@ namespace kv {
 namespace {
 
 using dialect::Keyword;
-using dialect::TokenKind;
 
 /// Shapes as long as these are lists that hardly come twice.
 constexpr std::size_t kLongestKept = 16384;

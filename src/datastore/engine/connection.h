@@ -29,7 +29,8 @@ class Cursor {
     virtual RowKey Key(int column) const = 0;
     /// Adds the row's columns from `first` on to the block.
     virtual void Read(RowBlock& block, int first, int count) const = 0;
-    /// Reads up to so many rows on: their keys, which stand first, and the fields behind them. How many there were.
+    /// Reads up to so many rows on: their keys, which stand first, and the fields behind them. How many there
+    /// were.
     virtual std::size_t Fetch(std::size_t most, int keyCount, int fieldCount, std::vector<RowKey>& keys,
                               RowBlock& block) = 0;
 };

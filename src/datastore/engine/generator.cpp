@@ -357,14 +357,14 @@ EngineSql Generator::Select(const dialect::Select& select, const SelectForm& for
     }
     if (form.rows == SelectForm::Rows::KeyRange) {
         const std::string low = writer.Given(0);
-        sql += fmt::format(" FROM {0} WHERE {1} BETWEEN {2} AND {3} ORDER BY {1}", writer.Named(0), keys[0], low,
-                           writer.Given(1));
+        sql += fmt::format(" FROM {0} WHERE {1} BETWEEN {2} AND {3} ORDER BY {1}", writer.Named(0), keys[0],
+                           low, writer.Given(1));
         return {std::move(sql), std::move(writer.parameters)};
     }
     if (form.rows == SelectForm::Rows::NextRows) {
         const std::string behind = writer.Given(0);
-        sql += fmt::format(" FROM {0} WHERE {1} > {2} ORDER BY {1} LIMIT {3}", writer.Named(0), keys[0], behind,
-                           writer.Given(1));
+        sql += fmt::format(" FROM {0} WHERE {1} > {2} ORDER BY {1} LIMIT {3}", writer.Named(0), keys[0],
+                           behind, writer.Given(1));
         return {std::move(sql), std::move(writer.parameters)};
     }
 

@@ -16,7 +16,7 @@ std::string_view KeyColumnOf(const TableInfo& table);
 
 /// Which rows and columns of a query a statement fetches.
 struct SelectForm {
-    bool keys = false;    ///< the sources' keys first
+    bool keys = false;        ///< the sources' keys first
     std::vector<int> fields;  ///< the query's columns of those places, behind the keys
     enum class Rows {
         All,       ///< what the query selects, in its order

@@ -24,26 +24,19 @@ void RowBlock::Clear() {
 
 double RowBlock::NumberOf(const Cell& cell) const {
     if (cell.kind == Kind::Real)
-        return cell.real;
+        return std::bit_cast<double>(cell.integer);
     return cell.kind == Kind::Integer ? static_cast<double>(cell.integer) : Val(TextOf(cell));
 }
 
-Value RowBlock::At(std::size_t index, ColumnType type) const {
-    const Cell& cell = cells_[index];
-    if (cell.kind == Kind::Null)
-        return {};
+Value RowBlock::Converted(const Cell& cell, ColumnType type) const {
     switch (type) {
         case ColumnType::Text:
         case ColumnType::Memo:
-            if (cell.kind == Kind::Text)
-                return {TextOf(cell)};
             return {NumberText(NumberOf(cell))};
         case ColumnType::Boolean:
             return {NumberOf(cell) != 0};
         case ColumnType::Short:
         case ColumnType::Long:
-            if (cell.kind == Kind::Integer)
-                return {static_cast<long long>(cell.integer)};
             return {std::llround(NumberOf(cell))};
         case ColumnType::Double:
             return {NumberOf(cell)};

@@ -43,7 +43,7 @@ void EditBuffer::Unlock() {
     locked_ = false;
 }
 
-void EditBuffer::Cancel() {
+void EditBuffer::Abandon() {
     if (counter_)
         connection_.ReturnCounter(*table_, *counter_);
     Finish();

@@ -22,7 +22,10 @@ class EditBuffer {
     void BeginEdit(const TableInfo& table, RowKey key);
     void SetOriginal(std::vector<Value> values) { original_ = std::move(values); }
     const std::vector<Value>& Original() const { return original_; }
-    void Cancel();
+    void Cancel() {
+        if (mode_ != EditState::None)
+            Abandon();
+    }
 
     /// True once the row's lock is held; tries again where it was not.
     bool Lock();
@@ -40,6 +43,7 @@ class EditBuffer {
     void Finish();
 
   private:
+    void Abandon();
     void Unlock();
     void WriteOwnCounter() const;
 

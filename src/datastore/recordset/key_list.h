@@ -8,14 +8,16 @@
 
 namespace kv {
 
-/// The members of a recordset in its order: one key a row, or several where its query joins tables, or none where its rows
-/// can't be found again.
+/// The members of a recordset in its order: one key a row, or several where its query joins tables, or none
+/// where its rows can't be found again.
 class KeyList {
   public:
     explicit KeyList(std::size_t width) : width_(width) {}
 
     std::size_t Size() const { return size_; }
-    std::span<const RowKey> At(std::size_t position) const { return {keys_.data() + position * width_, width_}; }
+    std::span<const RowKey> At(std::size_t position) const {
+        return {keys_.data() + position * width_, width_};
+    }
     RowKey One(std::size_t position) const { return keys_[position]; }
     std::size_t Width() const { return width_; }
 
@@ -40,7 +42,8 @@ class KeyList {
     std::size_t size_ = 0;
     std::vector<RowKey> keys_;
     bool ascending_ = true;
-    /// The positions in the order of their keys, as far as they have been sorted; rows added since are looked through.
+    /// The positions in the order of their keys, as far as they have been sorted; rows added since are looked
+    /// through.
     mutable std::vector<std::uint32_t> byKey_;
 };
 

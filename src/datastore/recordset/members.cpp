@@ -14,8 +14,8 @@ constexpr std::size_t kEverything = std::numeric_limits<std::size_t>::max();
 
 }  // namespace
 
-Members::Members(Connection& connection, std::shared_ptr<const CompiledSelect> query, std::vector<Value> literals,
-                 bool snapshot)
+Members::Members(Connection& connection, std::shared_ptr<const CompiledSelect> query,
+                 std::vector<Value> literals, bool snapshot)
     : connection_(connection),
       query_(std::move(query)),
       literals_(std::make_shared<const std::vector<Value>>(std::move(literals))),

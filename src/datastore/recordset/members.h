@@ -14,13 +14,14 @@ namespace kv {
 
 /// The rows of a recordset: which they are, fixed at the opening, and their values as they are now.
 ///
-/// A whole table is opened by noting its last key: its keys are read as the walk comes to them, or all at once when a place
-/// among them is asked for, and rows added later lie behind the last key and stay out. All other queries are run to their
-/// end at the opening.
+/// A whole table is opened by noting its last key: its keys are read as the walk comes to them, or all at
+/// once when a place among them is asked for, and rows added later lie behind the last key and stay out. All
+/// other queries are run to their end at the opening.
 class Members {
   public:
     /// `snapshot`: the values are those of the opening, too.
-    Members(Connection& connection, std::shared_ptr<const CompiledSelect> query, std::vector<Value> literals, bool snapshot);
+    Members(Connection& connection, std::shared_ptr<const CompiledSelect> query, std::vector<Value> literals,
+            bool snapshot);
     Members(const Members& other);
     Members& operator=(const Members&) = delete;
 

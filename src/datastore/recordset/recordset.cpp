@@ -128,7 +128,7 @@ Value Recordset::Get(std::size_t index) const {
 }
 
 void Recordset::Set(std::size_t index, Value value) {
-    Opened(state_).Set(index, value);
+    Opened(state_).Set(index, std::move(value));
 }
 
 }  // namespace kv

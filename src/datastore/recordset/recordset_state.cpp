@@ -6,7 +6,8 @@
 
 namespace kv {
 
-RecordsetState::RecordsetState(std::shared_ptr<Connection> connection, Ready<CompiledSelect> query, RecordsetType type)
+RecordsetState::RecordsetState(std::shared_ptr<Connection> connection, Ready<CompiledSelect> query,
+                               RecordsetType type)
     : connection_(std::move(connection)),
       query_(std::move(query.statement)),
       readOnly_(type == RecordsetType::Snapshot || !query_->Target()),
@@ -136,7 +137,7 @@ Value RecordsetState::GetPending(std::size_t field) {
     return edit_.Mode() == EditState::Add ? Value() : members_.At(Current(), field);
 }
 
-void RecordsetState::Set(std::size_t field, const Value& value) {
+void RecordsetState::Set(std::size_t field, Value&& value) {
     if (edit_.Mode() == EditState::None)
         throw EngineError(engine_error::kUpdateWithoutEdit, "Update or CancelUpdate without AddNew or Edit.");
     const int column = query_->TargetColumn(field);
@@ -164,8 +165,8 @@ void RecordsetState::AddNew() {
 void RecordsetState::Edit() {
     const TableInfo& target = WritableTarget();
     const std::size_t at = Current();
-    edit_.BeginEdit(target, members_.Key(at)[0]);
     try {
+        edit_.BeginEdit(target, members_.Key(at)[0]);
         if (!members_.Exists(at))
             throw faults::RecordDeleted();
         if (!edit_.LockedFromStart())
@@ -227,12 +228,11 @@ void RecordsetState::Delete() {
     const TableInfo& target = WritableTarget();
     const std::size_t at = Current();
     const RowKey key = members_.Key(at)[0];
-    edit_.BeginEdit(target, key);
-    const bool locked = edit_.LockedFromStart();
     const Value values[] = {static_cast<long long>(key)};
     long deleted = 0;
     try {
-        if (!locked)
+        edit_.BeginEdit(target, key);
+        if (!edit_.LockedFromStart())
             throw faults::LockedByOther();
         deleted = connection_->Change(connection_->Sql().DeleteRow(target), values);
     } catch (...) {

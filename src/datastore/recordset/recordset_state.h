@@ -49,7 +49,7 @@ class RecordsetState {
             return members_.At(at_, field);
         return GetPending(field);
     }
-    void Set(std::size_t field, const Value& value);
+    void Set(std::size_t field, Value&& value);
 
   private:
     enum class Place { None, Before, At, Behind };

@@ -12,7 +12,7 @@ using Form = FieldSubset::Form;
 
 constexpr std::size_t kFirstBatch = 32;
 constexpr std::size_t kGrowth = 4;
-constexpr std::size_t kLargestBatch = 512;
+constexpr std::size_t kLargestBatch = 1024;
 /// How many values are kept at once; of longer results the rest is read when it is walked to.
 constexpr std::size_t kMostCells = 1U << 20;
 /// How many keys apart rows may lie to be read as one range, rows between them included.
@@ -25,18 +25,35 @@ Value KeyValue(RowKey key) {
 }  // namespace
 
 RowWindow::RowWindow(Connection& connection, const CompiledSelect& query, const std::vector<Value>& literals)
-    : connection_(connection),
-      query_(query),
-      literals_(literals),
-      types_(query.FieldTypes().data()),
-      fields_(query.AllFields()) {}
+    : connection_(connection), query_(query), literals_(literals), slots_(query.Fields().size()) {
+    UseFields(query.AllFields());
+}
+
+void RowWindow::UseFields(std::shared_ptr<const FieldSubset> fields) {
+    if (fields == fields_)
+        return;
+    fields_ = std::move(fields);
+    width_ = static_cast<std::size_t>(fields_->Count());
+    for (std::size_t field = 0; field < slots_.size(); ++field)
+        slots_[field] = {static_cast<std::uint32_t>(fields_->CellOf(field)), query_.Fields()[field].type,
+                         false};
+}
+
+void RowWindow::Prepare(std::size_t position, std::size_t field, const KeyList& keys) {
+    query_.NoteUse(field);
+    if (fields_->CellOf(field) < 0) {
+        UseFields(query_.AllFields());
+        LoadRows(position, position + 1, connection_.Stamp(), keys);
+    }
+    slots_[field].ready = true;
+}
 
 void RowWindow::FailDeleted() {
     throw faults::RecordDeleted();
 }
 
 void RowWindow::Begin(std::size_t first, std::int64_t stamp, std::shared_ptr<const FieldSubset> fields) {
-    fields_ = std::move(fields);
+    UseFields(std::move(fields));
     block_.Clear();
     missing_.clear();
     anyMissing_ = false;
@@ -51,15 +68,22 @@ std::size_t RowWindow::GrowBatch() {
 }
 
 std::size_t RowWindow::Take(Cursor& cursor, std::size_t most, KeyList& keys) {
-    const auto keyCount = static_cast<int>(keys.Width());
-    const int fieldCount = fields_->Count();
+    const std::optional<std::size_t> keyCell = fields_->KeyCell();
+    const auto keyCount = static_cast<int>(keyCell ? 0 : keys.Width());
     std::vector<RowKey> taken;
+    RowBlock spare;  // where there is no room for values, those that are keys are fetched all the same
     std::size_t rows = 0;
     while (rows < most) {
         const bool room = frozen_ || block_.Cells() < kMostCells;
+        RowBlock& block = room ? block_ : spare;
+        const int fieldCount = room || keyCell ? fields_->Count() : 0;
         const std::size_t wanted = std::min(most - rows, kLargestBatch);
         taken.clear();
-        const std::size_t got = cursor.Fetch(wanted, keyCount, room ? fieldCount : 0, taken, block_);
+        spare.Clear();
+        const std::size_t before = block.Cells();
+        const std::size_t got = cursor.Fetch(wanted, keyCount, fieldCount, taken, block);
+        for (std::size_t row = 0; keyCell && row < got; ++row)
+            taken.push_back(block.WholeAt(before + row * width_ + *keyCell));
         keys.AddAll(taken, got);
         if (room)
             count_ += got;
@@ -77,7 +101,7 @@ bool RowWindow::Exists(std::size_t position, const KeyList& keys) {
 }
 
 void RowWindow::AddMissing(std::size_t row) {
-    block_.Extend(static_cast<std::size_t>(fields_->Count()));
+    block_.Extend(width_);
     if (!anyMissing_)
         missing_.assign(count_, false);
     missing_[row] = true;
@@ -95,14 +119,8 @@ void RowWindow::Load(std::size_t position, const KeyList& keys) {
     const std::size_t batch = batch_;
     const std::size_t first = backward ? position + 1 - std::min(batch, position + 1) : position;
     const std::size_t end = backward ? position + 1 : std::min(position + batch, keys.Size());
-    fields_ = query_.UsedFields();
+    UseFields(query_.UsedFields());
     LoadRows(first, end, stamp, keys);
-}
-
-int RowWindow::LoadWhole(std::size_t position, std::size_t field, const KeyList& keys) {
-    fields_ = query_.AllFields();
-    LoadRows(position, position + 1, connection_.Stamp(), keys);
-    return fields_->CellOf(field);
 }
 
 void RowWindow::LoadRows(std::size_t first, std::size_t end, std::int64_t stamp, const KeyList& keys) {

@@ -9,15 +9,17 @@
 
 namespace kv {
 
-/// The batch of rows around the current one. It reads ahead in the direction of the walk, more with each batch, and one row
-/// at a time where the caller jumps or the data change between two steps.
+/// The batch of rows around the current one. It reads ahead in the direction of the walk, more with each
+/// batch, and one row at a time where the caller jumps or the data change between two steps.
 class RowWindow {
   public:
     RowWindow(Connection& connection, const CompiledSelect& query, const std::vector<Value>& literals);
 
-    /// Empties the window; what is taken next begins at that position, is as of that stamp and has those fields.
+    /// Empties the window; what is taken next begins at that position, is as of that stamp and has those
+    /// fields.
     void Begin(std::size_t first, std::int64_t stamp, std::shared_ptr<const FieldSubset> fields);
-    /// Takes up to so many rows of the recordset's own query, values too as long as there is room. How many there were.
+    /// Takes up to so many rows of the recordset's own query, values too as long as there is room. How many
+    /// there were.
     std::size_t Take(Cursor& cursor, std::size_t most, KeyList& keys);
     /// Lets go the rows from that position on.
     void Truncate(std::size_t position) { count_ = std::min(count_, position - first_); }
@@ -31,14 +33,12 @@ class RowWindow {
     Value At(std::size_t position, std::size_t field, const KeyList& keys) {
         if (!IsFresh(position))
             Load(position, keys);
-        int cell = fields_->CellOf(field);
-        query_.NoteUse(field);
-        if (cell < 0)
-            cell = LoadWhole(position, field, keys);
+        if (!slots_[field].ready)
+            Prepare(position, field, keys);
         if (anyMissing_ && missing_[position - first_])
             FailDeleted();
-        return block_.At((position - first_) * static_cast<std::size_t>(fields_->Count()) + static_cast<std::size_t>(cell),
-                         types_[field]);
+        const Slot& slot = slots_[field];
+        return block_.At((position - first_) * width_ + slot.cell, slot.type);
     }
     /// Whether the row still is there.
     bool Exists(std::size_t position, const KeyList& keys);
@@ -48,8 +48,9 @@ class RowWindow {
         return position - first_ < count_ && (frozen_ || connection_.Stamp() == stamp_);
     }
     void Load(std::size_t position, const KeyList& keys);
-    /// Brings all fields of the row; where the one asked for then stands.
-    int LoadWhole(std::size_t position, std::size_t field, const KeyList& keys);
+    /// Notes that the field is read, and brings all of the row where the batch does not have it.
+    void Prepare(std::size_t position, std::size_t field, const KeyList& keys);
+    void UseFields(std::shared_ptr<const FieldSubset> fields);
     void LoadRows(std::size_t first, std::size_t end, std::int64_t stamp, const KeyList& keys);
     bool LoadRange(const KeyList& keys);
     void LoadOneByOne(const KeyList& keys);
@@ -59,8 +60,15 @@ class RowWindow {
     Connection& connection_;
     const CompiledSelect& query_;
     const std::vector<Value>& literals_;
-    const ColumnType* types_;
     std::shared_ptr<const FieldSubset> fields_;
+    /// Where a field stands in the block.
+    struct Slot {
+        std::uint32_t cell = 0;
+        ColumnType type = ColumnType::Text;
+        bool ready = false;  ///< the batch has it, and that it is read was noted
+    };
+    std::vector<Slot> slots_;
+    std::size_t width_ = 0;
     RowBlock block_;
     std::size_t first_ = 0;
     std::size_t count_ = 0;

@@ -1,6 +1,7 @@
 #include "datastore/engine/sqlite/sqlite_connection.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "datastore/engine/sqlite/sqlite_errors.h"
 #include "datastore/engine/sqlite/sqlite_schema.h"
@@ -30,12 +31,21 @@ class SqliteCursor final : public Cursor {
 
     std::size_t Fetch(std::size_t most, int keyCount, int fieldCount, std::vector<RowKey>& keys,
                       RowBlock& block) override {
+        const auto width = static_cast<std::size_t>(fieldCount);
+        const std::size_t before = block.Cells();
         std::size_t rows = 0;
+        std::size_t room = 0;  // rows that the block has cells for
         for (; rows < most && loan_.Step(); ++rows) {
+            if (rows == room) {
+                const std::size_t more = std::min(std::max<std::size_t>(rows, 4), most - rows);
+                block.Extend(more * width);
+                room += more;
+            }
             for (int column = 0; column < keyCount; ++column)
                 keys.push_back(SqliteCursor::Key(column));
-            SqliteCursor::Read(block, keyCount, fieldCount);
+            ReadInto(block, block.CellAt(before + rows * width), keyCount, fieldCount);
         }
+        block.Shrink((room - rows) * width);
         return rows;
     }
 
@@ -51,7 +61,7 @@ class SqliteCursor final : public Cursor {
                     break;
                 case SQLITE_FLOAT:
                     cell->kind = RowBlock::Kind::Real;
-                    cell->real = sqlite3_value_double(value);
+                    cell->integer = std::bit_cast<std::int64_t>(sqlite3_value_double(value));
                     break;
                 case SQLITE_TEXT: {
                     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));

@@ -1,6 +1,8 @@
 #include "datastore/engine/sqlite/sqlite_functions.h"
 
+#include <algorithm>
 #include <cmath>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -145,9 +147,9 @@ void LikeCall(const Call& call) {
 }
 
 struct Function {
-    const char* name;
-    int arguments;
-    void (*run)(const Call&);
+    const char* name = nullptr;
+    int arguments = 0;
+    void (*run)(const Call&) = nullptr;
     bool takesNull = false;
 };
 

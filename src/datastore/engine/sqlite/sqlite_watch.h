@@ -14,7 +14,8 @@ class ChangeWatch {
     bool Changed() {
         if (!head_)
             return ChangedSlowly();
-        // A head that is just being written differs too; the next look then sees one change more, which does no harm.
+        // A head that is just being written differs too; the next look then sees one change more, which does
+        // no harm.
         const std::uint64_t counter = head_[kCounter];
         const std::uint64_t checksum = head_[kChecksum];
         const bool changed = counter != lastCounter_ || checksum != lastChecksum_;
@@ -24,7 +25,8 @@ class ChangeWatch {
     }
 
   private:
-    // Places in the head, in words of eight bytes: the counter of changes, and the checksum over the whole head.
+    // Places in the head, in words of eight bytes: the counter of changes, and the checksum over the whole
+    // head.
     static constexpr std::size_t kCounter = 1;
     static constexpr std::size_t kChecksum = 5;
 
