@@ -1,7 +1,10 @@
-# kv_folder(name USES lower... LIBRARIES libs... [QT]): the static library kv_<name> of every source below src/<name>.
-function(kv_folder name)
+# kv_folder(path USES lower... LIBRARIES libs... [QT]): the static library of every source below src/<path>; it is
+# called kv_<path> with "_" for "/", and USES names paths too.
+function(kv_folder path)
   cmake_parse_arguments(ARG "QT" "" "USES;LIBRARIES" ${ARGN})
-  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.cpp ${PROJECT_SOURCE_DIR}/src/${name}/*.h)
+  string(REPLACE "/" "_" name ${path})
+  list(TRANSFORM ARG_USES REPLACE "/" "_")
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${path}/*.cpp ${PROJECT_SOURCE_DIR}/src/${path}/*.h)
   list(TRANSFORM ARG_USES PREPEND kv_)
   add_library(kv_${name} STATIC ${sources})
   set_target_properties(kv_${name} PROPERTIES LINKER_LANGUAGE CXX)

@@ -95,6 +95,7 @@ frmClient::frmClient(Session& session, const Sections& sections, QWidget* parent
     layout->addWidget(MakeSections());
     setCentralWidget(whole);
 
+    resize(160 * theme::kUnit, 100 * theme::kUnit);
     ArrangeTabOrder();
     ConnectControls();
     AddKeys();

@@ -67,8 +67,8 @@ void FRMreferral::ShowDays(long days, long activeDays) {
     LBLdays->setText(DTEFirstContact->IsFilled() && DTEstartofcare->IsFilled()
                          ? tr("%L1 days after the first contact").arg(days)
                          : QString());
-    LBLactiveDays->setText(
-        DTEstartofcare->IsFilled() ? tr("%L1 days in service").arg(activeDays) : QString());
+    LBLactiveDays->setText(DTEstartofcare->IsFilled() ? tr("%L1 days in service").arg(activeDays)
+                                                      : QString());
 }
 
 std::vector<ClientPart::Tie> FRMreferral::Ties() const {

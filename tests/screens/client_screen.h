@@ -30,9 +30,7 @@ class ClientScreenTest : public ClientTest {
     Widget& Find(const char* name) {
         return *qt_driver::Find<Widget>(screen_.get(), QString::fromLatin1(name));
     }
-    BoundControl& Control(const char* name) {
-        return dynamic_cast<BoundControl&>(Find(name));
-    }
+    BoundControl& Control(const char* name) { return dynamic_cast<BoundControl&>(Find(name)); }
     std::string Text(const char* name) { return FromQt(Control(name).Text()); }
     /// Puts a text into a box as the operator's typing does.
     void Type(const char* name, const std::string& text) { Control(name).EnterValue(Value(text)); }

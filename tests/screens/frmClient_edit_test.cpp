@@ -250,8 +250,11 @@ TEST_F(People, AreChangedDroppedAndDeleted) {
     const auto answer = OnDialog<FRMmisc>([this](FRMmisc& screen) {
         Type(screen, "TXTCity", "Troy");
         Press(screen, "discard");
+        Type(screen, "TXTCity", "Rome");
+        agency.ports.dialogs.Answer({false, true, false, true});
+        Press(screen, "new");
+        Press(screen, "discard");
         Type(screen, "TXTZip", "12180");
-        agency.ports.dialogs.Answer({true, false, true});
         emit screen.FGinfo->rowPicked(1);
         EXPECT_EQ(agency.Rows("select city, zip from doctors where name = 'Dr. Ames'", "main"),
                   Lines{"<Null>|12180"});
@@ -259,8 +262,9 @@ TEST_F(People, AreChangedDroppedAndDeleted) {
         EXPECT_EQ(screen.FGinfo->RowCount(), 2);
         Press(screen, "delete");
         EXPECT_EQ(screen.FGinfo->RowCount(), 1);
-        EXPECT_EQ(agency.Said(), (Lines{kPrompt, "question: Are you sure you want to delete this record?",
-                                        "question: Are you sure you want to delete this record?"}));
+        EXPECT_EQ(agency.Said(),
+                  (Lines{kPrompt, kPrompt, "question: Are you sure you want to delete this record?",
+                         "question: Are you sure you want to delete this record?"}));
         Press(screen, "exit");
     });
     screen_->ShowPart(1);

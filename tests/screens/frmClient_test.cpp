@@ -1,6 +1,6 @@
 // The main screen's start, its list, and what it shows of a client.
-#include <QPlainTextEdit>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QToolButton>
 #include <fstream>
