@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/date.h"
+
 namespace kv {
 
 // What differs between operating systems, one source file per platform (platform_linux.cpp). A port is this
@@ -12,6 +14,9 @@ namespace kv {
 
 /// The user's configuration folder for programs ("~/.config"); not created.
 std::filesystem::path UserConfigFolder();
+/// The system's clock in local time, to the second.
+Date LocalNow();
+
 /// The system's temporary folder.
 std::filesystem::path SystemTempFolder();
 /// Opens a file, folder or address ("mailto:...", "http://...") with the desktop's own program, without

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstddef>
 #include <cstdlib>
+#include <ctime>
 #include <system_error>
 #include <vector>
 
@@ -167,6 +168,14 @@ int MakeTerminationPipe() {
 fs::path UserConfigFolder() {
     const auto folder = Environment("XDG_CONFIG_HOME");
     return folder.empty() ? HomeFolder() / ".config" : fs::path(folder);
+}
+
+Date LocalNow() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    ::localtime_r(&now, &local);
+    return Date::FromCivil(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min,
+                           local.tm_sec);
 }
 
 fs::path SystemTempFolder() {

@@ -21,12 +21,6 @@ const std::array<std::string_view, kSectionCount> kSectionTips = {
     "To Do List for this client.",
 };
 
-const std::array<std::string_view, kSectionCount> kSectionForms = {
-    "frmClient",         "FRMbillRates",  "FRMauthorization", "frmCliLog",      "FRMNotVisit",
-    "frmAddPhone",       "FRMplanofcare", "FRMskills",        "FRMCliRequired", "FRMextra",
-    "FRMextra_Calltype", "FRMdocuments",  "FRMActivities",
-};
-
 const std::array<std::string_view, kPartCount> kPartTips = {
     "Change/View required client information",
     "Change/View general client information",
@@ -37,13 +31,10 @@ const std::array<std::string_view, kPartCount> kPartTips = {
     "Change/View the history of changes made on this client",
 };
 
-const std::array<std::string_view, kPartCount> kPartFrames = {
-    "FRMrequired_Info", "FRMgeneral", "FRMdirections", "FRMnotes", "FRMthird", "FRMreferral", "FRMhistory",
-};
-
 const std::vector<FixedList>& FixedLists() {
     static const std::vector<FixedList> lists = {
         {"CMBpotientalStatus", {"Active", "InActive"}, "Active"},
+        {"CMBhol", {"YES", "NO"}, ""},
         {"CMBwhichMap", {"Map Quest", "Rand McNally"}, "Map Quest"},
         {"CMBfindStatus", {"All", "Active", "Closed", "Potential"}, "Active"},
         {"FGReferral", {"Name", "Address", "City", "State", "Phone", "Fax"}, ""},

@@ -9,11 +9,7 @@ inline constexpr std::size_t kSectionCount = 13;  ///< IMGCommand 0..12
 inline constexpr std::size_t kPartCount = 7;      ///< CMDclient 0..6
 
 extern const std::array<std::string_view, kSectionCount> kSectionTips;
-/// The forms of the sections; 0 is frmClient itself.
-extern const std::array<std::string_view, kSectionCount> kSectionForms;
 extern const std::array<std::string_view, kPartCount> kPartTips;
-/// The frames of the parts; the last one is the history list.
-extern const std::array<std::string_view, kPartCount> kPartFrames;
 
 /// The items that never change of a list box or combo, or the headings of a grid, by control name.
 struct FixedList {

@@ -57,13 +57,4 @@ std::vector<std::string> LoadDescriptions(Session& session, const std::string& t
     return LoadColumn(session, "select * from " + table + order, "Description");
 }
 
-std::vector<std::string> LoadNames(Session& session, const std::string& table) {
-    constexpr std::size_t kShownLength = 30;
-    std::vector<std::string> names = LoadColumn(session, "select * from " + table + " ORDER BY NAME", "Name");
-    for (std::string& name : names) {
-        name = Left(name, kShownLength);
-    }
-    return names;
-}
-
 }  // namespace kv

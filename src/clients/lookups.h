@@ -34,9 +34,7 @@ std::vector<LookupItem> LoadLookup(Session& session, LookupSource source);
 /// The statement or table name that the data source opens on main.mdb.
 std::string LookupStatement(LookupSource source);
 
-/// Plain text lists: qbclass, cli_group, Ref_group (Description), doctors and casemgr (the first 30
-/// characters of Name).
+/// Plain text lists: the Description of qbclass, cli_group and Ref_group.
 std::vector<std::string> LoadDescriptions(Session& session, const std::string& table);
-std::vector<std::string> LoadNames(Session& session, const std::string& table);
 
 }  // namespace kv

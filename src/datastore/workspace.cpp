@@ -34,6 +34,7 @@ DatabasePtr Workspace::OpenDatabase(const fs::path& path, SchemaCheck check) {
     const fs::path file = FilePath(path);
     std::error_code error;
     const fs::path canonical = fs::weakly_canonical(file, error);
+    std::erase_if(connections_->open, [](const auto& entry) { return entry.second.expired(); });
     std::weak_ptr<Connection>& known = connections_->open[error ? file : canonical];
     std::shared_ptr<Connection> connection = known.lock();
     if (!connection) {
@@ -41,6 +42,8 @@ DatabasePtr Workspace::OpenDatabase(const fs::path& path, SchemaCheck check) {
         if (connections_->clock)
             connection->clock = connections_->clock;
         known = connection;
+    } else if (check == SchemaCheck::Required) {
+        sqlite::RequireSchema(*connection);
     }
     return std::make_shared<Database>(std::move(connection));
 }

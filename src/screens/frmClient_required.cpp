@@ -94,7 +94,7 @@ void FRMrequired_Info::MakeService(FieldForm* form) {
     TDBCombo3 = new LookupCombo(QStringLiteral("TDBCombo3"), tr("Providers Gender:"), kLookup, form);
     TDBCombo20 = new LookupCombo(QStringLiteral("TDBCombo20"), tr("Ordered Discipline:"), kLookup, form);
     CMBhol = MakeOffering(QStringLiteral("CMBhol"), tr("Holiday Coverage:"), 6, form);
-    CMBhol->SetItems(QStringList{QStringLiteral("YES"), QStringLiteral("NO")});
+    FillFixedList(*CMBhol);
     cmbGroup = MakeOffering(QStringLiteral("cmbGroup"), tr("Group:"), kLookup, form);
     TDBCombo4 = MakeClearable(QStringLiteral("TDBCombo4"), tr("Manager:"), kLookup, form);
     TDBCombo5 = MakeClearable(QStringLiteral("TDBCombo5"), tr("Field Supervisor:"), kLookup, form);

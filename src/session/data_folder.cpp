@@ -33,33 +33,12 @@ void AddAgency(Database& main) {
     agency.Update();
 }
 
-struct LookupEntry {
-    const char* table;
-    const char* code;
-    const char* description;
-};
-
-/// One entry in each list that a client's required fields are chosen from.
-constexpr LookupEntry kRequiredLists[] = {{"SEX", "F", "Female"},
-                                          {"[PROVIDERS SEX]", "E", "Either"},
-                                          {"LANGUAGE", "EN", "English"},
-                                          {"DISCIPLINE", "HHA", "Home Health Aide"}};
-
-void FillMain(Database& main) {
-    Transaction all = main.BeginTransaction();
-    AddAgency(main);
-    for (const LookupEntry& entry : kRequiredLists)
-        main.Execute(Sql("insert into {} (code, description) values ({}, {})", Raw{entry.table}, entry.code,
-                         entry.description));
-    all.Commit();
-}
-
 void MakeDatabase(Workspace& workspace, const std::filesystem::path& file, const std::string& name) {
     const DatabasePtr made = workspace.CreateDatabase(file, SchemaScript(name));
     if (name != "main")
         return;
     try {
-        FillMain(*made);
+        AddAgency(*made);
     } catch (...) {
         // A main.mdb without its Agency row would count as existing from now on.
         std::filesystem::remove(file);

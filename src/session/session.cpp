@@ -17,7 +17,17 @@ std::filesystem::path Session::DataFile(std::string_view name) const {
 }
 
 DatabasePtr Session::OpenData(std::string_view name) {
+    RefuseServer(Ini());
     return workspace.OpenDatabase(DataFile(name));
+}
+
+void RefuseServer(const IniFile& ini) {
+    if (ini.Get("Database", "Server", "").empty())
+        return;
+    throw EngineError(engine_error::kCannotOpenFile,
+                      "The file '" + ini.File().string() +
+                          "' names a database server (section Database, key Server). This program works with "
+                          "databases in the data folder only.");
 }
 
 void ReportEngineError(Session& session, const EngineError& error) {

@@ -26,6 +26,7 @@ const std::vector<Command>& Commands() {
 std::filesystem::path Context::DataFolder() const {
     if (session.DBloc.empty())
         throw Refused("No data folder is known; name it with --data, or log in");
+    RefuseServer(session.Ini());
     return NativePath(session.DBloc);
 }
 

@@ -1,12 +1,14 @@
 #include "tool/copy_folder.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include <fmt/format.h>
 
 #include "base/platform.h"
 #include "base/text.h"
 #include "datastore/schema.h"
 #include "session/data_folder.h"
-#include "session/ini_text.h"
 #include "tool/command.h"
 #include "tool/schema_script.h"
 #include "tool/scratch_folder.h"
@@ -98,19 +100,23 @@ CopyCounts CopyDatabase(Workspace& workspace, const fs::path& from, const fs::pa
     return CopyTables(*source, *target, progress);
 }
 
-/// What the file names of a database in the target begin with: beside it an engine may keep files of its own.
+/// The file of a database, or one that the engine keeps beside it.
 bool BelongsTo(const fs::path& file, const std::string& database) {
-    return StartsWithNoCase(file.filename().string(), database);
+    static constexpr const char* kBeside[] = {"", "-wal", "-shm", "-journal", ".lck"};
+    return std::any_of(std::begin(kBeside), std::end(kBeside), [&](const char* suffix) {
+        return EqualsNoCase(file.filename().string(), database + suffix);
+    });
 }
 
-/// True when a database holds no more than `init` puts into a new one.
+/// True when a database holds no more than `init` puts into a new one: its Agency row.
 bool IsFresh(Workspace& workspace, const fs::path& file) {
     const DatabasePtr database = workspace.OpenDatabase(file, SchemaCheck::Ignored);
-    const bool isMain = BelongsTo(file, DatabaseFile("main"));
-    for (const std::string& table : database->Tables().Names())
-        if (database->OpenRecordset(table, RecordsetType::Snapshot).RecordCount() > (isMain ? 1 : 0))
-            return false;
-    return true;
+    const auto isFresh = [&](const std::string& table) {
+        const long most = EqualsNoCase(table, "Agency") ? 1 : 0;
+        return database->OpenRecordset(table, RecordsetType::Snapshot).RecordCount() <= most;
+    };
+    const std::vector<std::string> names = database->Tables().Names();
+    return std::all_of(names.begin(), names.end(), isFresh);
 }
 
 void RefuseUsedTarget(Workspace& workspace, const fs::path& from, const fs::path& to) {
@@ -135,15 +141,11 @@ void MoveInto(const fs::path& made, const fs::path& to) {
         fs::rename(entry.path(), to / entry.path().filename());
 }
 
-/// The seat's own copy works on its files, whatever server the original names.
 void CopyIni(const fs::path& from, const fs::path& to) {
     const auto content = ReadFile(FindNoCase(from, "KESTRAVA.INI"));
     const fs::path target = FindNoCase(to, "KESTRAVA.INI");
-    if (!content || fs::exists(target))
-        return;
-    IniText ini(*content);
-    ini.Remove("Database", "Server");
-    ReplaceFile(target, ini.ToText());
+    if (content && !fs::exists(target))
+        ReplaceFile(target, *content);
 }
 
 }  // namespace

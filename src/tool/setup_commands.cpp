@@ -26,6 +26,14 @@ int Init(Context& context, const std::string& country) {
     return 0;
 }
 
+/// The agency's week-ending day, where the folder has an agency already.
+std::string WeekEnding(Context& context) {
+    const std::filesystem::path main = FindNoCase(context.DataFolder(), DatabaseFile("main"));
+    if (!std::filesystem::exists(main))
+        return {};
+    return context.session.workspace.OpenDatabase(main)->Lookup("select wkending from Agency").ToText();
+}
+
 int Login(Context& context, const LoginOptions& login) {
     SettingsStore& settings = context.session.settings;
     const std::pair<const char*, std::string> values[] = {
@@ -40,6 +48,8 @@ int Login(Context& context, const LoginOptions& login) {
     };
     for (const auto& [key, value] : values)
         settings.Set("Setting", key, value);
+    if (const std::string ending = WeekEnding(context); !ending.empty())
+        settings.Set("Setting", "WKENDING", ending);
     settings.Set("STARTED", "STARTED", "Y");
     context.Print({{"settings", settings.File().string()}});
     return 0;

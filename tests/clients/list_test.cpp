@@ -180,8 +180,6 @@ TEST_F(ClientListTest, LookupsStandInTheOrderOfTheirSources) {
     }
     EXPECT_EQ(LoadDescriptions(session, "cli_group"), (Lines{"South", "North"}));
     EXPECT_EQ(LoadDescriptions(session, "Ref_group"), (Lines{"North", "South"}));
-    agency.Insert("doctors", {{"Name", "Dr. Anastasia Featherstonehaugh-Smythe"}});
-    EXPECT_EQ(LoadNames(session, "doctors"), (Lines{"Dr. Anastasia Featherstonehaug"}));
 }
 
 TEST_F(ClientListTest, RightsSetTheSessionAndHideSections) {

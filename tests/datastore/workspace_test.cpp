@@ -62,7 +62,7 @@ TEST(Workspace, TellsWhyAFileIsNoDatabase) {
         {"torn.mdb", 3343, "not a database of this program"},
         {"other.mdb", 3343, "not a database of this program"},
         {"jet.mdb", 3343, "Access file"},
-        {"ace.accdb", 3343, "imported"},
+        {"ace.accdb", 3343, "Access file"},
         {"folder.mdb", 3051, "can't be opened"},
         {"older.mdb", 3343, "kvtool copy"},
         {"newer.mdb", 3343, "newer version"},
@@ -76,7 +76,26 @@ TEST(Workspace, TellsWhyAFileIsNoDatabase) {
             EXPECT_THAT(error.Description(), HasSubstr(entry.words)) << entry.name;
         }
     }
-    EXPECT_EQ(RowsOf(*workspace.OpenDatabase(folder.Path() / "older.mdb", SchemaCheck::Ignored), "t").size(), 0U);
+    const DatabasePtr older = workspace.OpenDatabase(folder.Path() / "older.mdb", SchemaCheck::Ignored);
+    EXPECT_EQ(RowsOf(*older, "t").size(), 0U);
+    EXPECT_EQ(ErrorOf([&] { workspace.OpenDatabase(folder.Path() / "older.mdb"); }), 3343)
+        << "that it is open already makes it no newer";
+}
+
+TEST(Workspace, AnOldLogIsNotPlayedIntoANewDatabase) {
+    const TempFolder folder;
+    const fs::path file = folder.Path() / "a.mdb";
+    Workspace workspace;
+    {
+        const DatabasePtr old = workspace.CreateDatabase(file, "create table t (a long)");
+        old->Execute("insert into t (a) values (1)");
+        // What a killed program leaves when somebody deletes the database alone.
+        fs::copy(file.string() + "-wal", folder.Path() / "kept");
+    }
+    fs::remove(file);
+    fs::rename(folder.Path() / "kept", file.string() + "-wal");
+    const DatabasePtr made = workspace.CreateDatabase(file, "create table t (a long)");
+    EXPECT_EQ(RowsOf(*made, "t").size(), 0U);
 }
 
 TEST(Workspace, FindsAFileUnderAnySpelling) {

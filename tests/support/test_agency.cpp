@@ -56,6 +56,21 @@ void CopyFreshData(const std::filesystem::path& to) {
     std::filesystem::copy(data, to);
 }
 
+namespace {
+
+struct ListEntry {
+    const char* table;
+    const char* code;
+    const char* description;
+};
+/// One entry in each list that a client's required fields are chosen from.
+constexpr ListEntry kRequiredLists[] = {{"SEX", "F", "Female"},
+                                        {"PROVIDERS SEX", "E", "Either"},
+                                        {"LANGUAGE", "EN", "English"},
+                                        {"DISCIPLINE", "HHA", "Home Health Aide"}};
+
+}  // namespace
+
 TestAgency::TestAgency() : dataFolder_(folder_.Path() / "data"), settings_(folder_.Path() / "settings.ini") {
     const std::pair<const char*, std::string> login[] = {{"DBloc", dataFolder_.string()},
                                                          {"User", "ANN"},
@@ -73,6 +88,9 @@ TestAgency::TestAgency() : dataFolder_(folder_.Path() / "data"), settings_(folde
     ReadLogin(*session_);
     ReadCountry(*session_);
     OpenSessionData(*session_);
+    for (const ListEntry& entry : kRequiredLists)
+        Insert(std::string("main.") + entry.table,
+               {{"code", entry.code}, {"description", entry.description}});
     const std::filesystem::path temp = folder_.Path() / "temp";
     std::filesystem::create_directory(temp);
     session_->TempPath = temp.string() + "/";

@@ -26,9 +26,10 @@ void EditBuffer::BeginEdit(const TableInfo& table, RowKey key) {
     Cancel();
     table_ = &table;
     key_ = key;
+    // First, since a lock that can't even be asked for leaves no edit begun.
+    lockedFromStart_ = Lock();
     values_.resize(table.columns.size());
     mode_ = EditState::InProgress;
-    lockedFromStart_ = Lock();
 }
 
 bool EditBuffer::Lock() {

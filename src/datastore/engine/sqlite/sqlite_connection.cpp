@@ -256,11 +256,17 @@ void SqliteConnection::GiveBackReserves() {
 
 void SqliteConnection::RaiseCounter(const TableInfo& table) {
     const std::string column = Generator::Quoted(table.columns[*table.Counter()].name);
-    const Value values[] = {table.name};
-    reserves_.erase(table.name);
-    Change("UPDATE kv_counters SET next = max(next, (SELECT coalesce(max(" + column + "), 0) + 1 FROM " +
-               Generator::Quoted(table.name) + ")) WHERE name = ?1",
-           values);
+    const auto cursor = Query("SELECT coalesce(max(" + column + "), 0) + 1 FROM " + Generator::Quoted(table.name), {});
+    const std::int64_t above = cursor->Next() ? cursor->Key(0) : 1;
+    if (const auto reserve = reserves_.find(table.name); reserve != reserves_.end()) {
+        reserve->second.next = std::max(reserve->second.next, above);
+        reserve->second.returned.clear();  // one of them may be the number given
+        if (reserve->second.next < reserve->second.end)
+            return;
+        reserves_.erase(reserve);
+    }
+    const Value values[] = {table.name, static_cast<long long>(above)};
+    Change("UPDATE kv_counters SET next = max(next, ?2) WHERE name = ?1", values);
 }
 
 std::int64_t SqliteConnection::NextCounter(const TableInfo& table) {

@@ -38,6 +38,14 @@ Handle OpenHandle(const fs::path& path, int flags) {
     return handle;
 }
 
+/// What an engine may keep beside a database's file.
+constexpr const char* kBeside[] = {"-wal", "-shm", "-journal"};
+
+void RemoveBeside(const fs::path& file) {
+    for (const char* part : kBeside)
+        fs::remove(fs::path(file) += part);
+}
+
 std::int64_t Pragma(sqlite3* database, const std::string& sql) {
     StatementCache cache(database);
     Loan loan(database, cache, sql, {});
@@ -67,9 +75,8 @@ void CheckForm(sqlite3* database, const fs::path& path) {
     const std::string_view mark = std::string_view(head).substr(4, 15);
     if (mark == "Standard Jet DB" || mark == "Standard ACE DB")
         Fail(engine_error::kUnrecognizedFormat,
-             "'{}' is an Access file. Its tables must be imported before this program can use them: 'kvtool "
-             "import-mdb' does "
-             "so.",
+             "'{}' is an Access file. This program can't work on it: its tables must be brought into a database "
+             "of this program first.",
              path);
     if (head.substr(0, 15) != "SQLite format 3")
         Fail(engine_error::kUnrecognizedFormat, "'{}' is not a database of this program.", path);
@@ -79,9 +86,17 @@ void CheckForm(sqlite3* database, const fs::path& path) {
              path);
 }
 
-void CheckVersion(sqlite3* database, const fs::path& path) {
-    const std::int64_t version = Pragma(database, "PRAGMA user_version");
-    if (Pragma(database, "PRAGMA application_id") != kApplication)
+std::int64_t Ask(Connection& connection, const char* sql) {
+    const auto cursor = connection.Query(sql, {});
+    return cursor->Next() ? cursor->Key(0) : 0;
+}
+
+}  // namespace
+
+void RequireSchema(Connection& connection) {
+    const fs::path& path = connection.Path();
+    const std::int64_t version = Ask(connection, "PRAGMA user_version");
+    if (Ask(connection, "PRAGMA application_id") != kApplication)
         Fail(engine_error::kUnrecognizedFormat, "'{}' is not a database of this program.", path);
     if (version < kSchemaVersion)
         Fail(engine_error::kUnrecognizedFormat,
@@ -95,8 +110,6 @@ void CheckVersion(sqlite3* database, const fs::path& path) {
              path);
 }
 
-}  // namespace
-
 std::shared_ptr<Connection> Open(const fs::path& path, SchemaCheck check) {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
@@ -108,9 +121,10 @@ std::shared_ptr<Connection> Open(const fs::path& path, SchemaCheck check) {
     Handle handle = OpenHandle(path, SQLITE_OPEN_READWRITE);
     CheckForm(handle.get(), path);
     SetUp(handle.get());
+    auto connection = std::make_shared<SqliteConnection>(std::move(handle), path);
     if (check == SchemaCheck::Required)
-        CheckVersion(handle.get(), path);
-    return std::make_shared<SqliteConnection>(std::move(handle), path);
+        RequireSchema(*connection);
+    return connection;
 }
 
 void Create(const fs::path& path, const std::vector<std::string>& statements) {
@@ -120,14 +134,15 @@ void Create(const fs::path& path, const std::vector<std::string>& statements) {
         Fail(engine_error::kFileNotFound, "Could not find the folder of '{}'.", path);
     fs::path beside = path;
     beside += ".new";
-    const auto removeBeside = [&] {
-        for (const char* part : {"", "-wal", "-shm", "-journal"}) {
-            std::error_code ignored;  // what is left is removed by the next attempt
-            fs::remove(fs::path(beside) += part, ignored);
-        }
+    const auto giveUp = [&] {
+        std::error_code ignored;  // what is left is removed by the next attempt
+        fs::remove(beside, ignored);
     };
-    removeBeside();
     try {
+        fs::remove(beside);
+        RemoveBeside(beside);
+        // The log of a database that was deleted here would be played into the new one.
+        RemoveBeside(path);
         {
             Handle handle = OpenHandle(beside, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
             // Nothing is lost with a file that is not in its place yet; the tables' commit then reaches the disk.
@@ -146,10 +161,10 @@ void Create(const fs::path& path, const std::vector<std::string>& statements) {
         }
         fs::rename(beside, path);
     } catch (const fs::filesystem_error& failure) {
-        removeBeside();
+        giveUp();
         throw EngineError(engine_error::kCannotOpenFile, failure.what());
     } catch (...) {
-        removeBeside();
+        giveUp();
         throw;
     }
 }
