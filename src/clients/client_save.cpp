@@ -7,6 +7,7 @@
 #include "clients/client_changes.h"
 #include "clients/client_list.h"
 #include "clients/lookups.h"
+#include "clients/notes_text.h"
 #include "session/trans.h"
 
 namespace kv {
@@ -289,6 +290,7 @@ void StampClientRow(Session& session, ClientForm& form) {
     const std::string notes = form.Controls().Stored("TXTbox");
     form.EditRow();
     Recordset& row = form.List();
+    CheckStamps(form.LoadedNotes(), row.Text("Comments"));
     row.Set("Deleted", false);
     row.Set("vendor", session.VENDOR);
     row.Set("status_date", session.clock.Now());

@@ -2,12 +2,32 @@
 #include <string>
 #include <string_view>
 
+#include "clients/rtf/rich_text.h"
+#include "printing/document/document.h"
+#include "session/session.h"
+
 namespace kv {
 
 /// The plain text of notes: rich text without its marks (UTF-8, lines end in "\n"), any other text as it
 /// stands. Damaged rich text gives what can be read of it.
 std::string NotesText(std::string_view comments);
-/// Does the text begin as rich text does?
-bool IsRichText(std::string_view comments);
+
+/// A stamp for the end of the notes: on a line of its own, protected, with the line that it opens behind it.
+/// `notes` are the characters in front of it.
+rtf::RichText::Characters StampOf(const rtf::RichText::Characters& notes, Date now);
+
+/// Throws 3426 where stamps of the notes as they were loaded are no longer those of the row: somebody edited
+/// them outside this screen, and what is shown here must not bring them back.
+void CheckStamps(std::string_view loaded, std::string_view stored);
+
+/// The client as the printouts of this screen name it.
+struct PrintedClient {
+    std::string id, last, first, street, address2, apt, city, state, zip, phone;
+};
+/// "Client Notes Information".
+Document NotesPrint(const PrintedClient& client, std::string_view comments);
+/// "Client Direction Information"; without a picture it is left out.
+Document DirectionsPrint(const PrintedClient& client, const std::string& picture,
+                         const std::string& directions);
 
 }  // namespace kv

@@ -1,12 +1,15 @@
 #include "clients/people_list.h"
 
-#include <algorithm>
-
 #include "base/text.h"
+#include "clients/record_keys.h"
 
 namespace kv {
 
 namespace {
+
+constexpr RecordTexts kTexts = {"There are no records to move to", "Moved to the first Record",
+                                "Moved to the last Record", "There are no records to delete",
+                                "Are you sure you want to delete this record?"};
 
 std::string PeopleStatement(PeopleTable table) {
     return table == PeopleTable::doctors ? "select * from doctors ORDER BY NAME"
@@ -70,50 +73,11 @@ bool SavePerson(Session& session, Recordset& people) {
 }
 
 bool DeletePerson(Session& session, Recordset& people) {
-    if (people.RecordCount() == 0) {
-        session.ShowMessageWindow("There are no records to delete");
-        return false;
-    }
-    if (!session.dialogs.AskQuestion("Are you sure you want to delete this record?")) {
-        return false;
-    }
-    const long position = people.AbsolutePosition();
-    people.Delete();
-    people.Requery();
-    if (people.RecordCount() > 0) {
-        people.SetAbsolutePosition(std::clamp(position, 0L, people.RecordCount() - 1));
-    }
-    return true;
+    return DeleteRecord(session, people, kTexts);
 }
 
 bool MovePerson(Session& session, Recordset& people, ListMove move) {
-    if (people.RecordCount() == 0) {
-        session.ShowMessageWindow("There are no records to move to");
-        return false;
-    }
-    switch (move) {
-        case ListMove::First:
-            people.MoveFirst();
-            break;
-        case ListMove::Last:
-            people.MoveLast();
-            break;
-        case ListMove::Previous:
-            people.MovePrevious();
-            if (people.Bof()) {
-                session.ShowMessageWindow("Moved to the first Record");
-                people.MoveFirst();
-            }
-            break;
-        case ListMove::Next:
-            people.MoveNext();
-            if (people.Eof()) {
-                session.ShowMessageWindow("Moved to the last Record");
-                people.MoveLast();
-            }
-            break;
-    }
-    return true;
+    return MoveInRecords(session, people, move, kTexts);
 }
 
 std::vector<NamedNote> LoadPeople(Session& session, PeopleTable table) {

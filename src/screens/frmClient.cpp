@@ -2,7 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QKeyEvent>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QShortcut>
 #include <QSplitter>
@@ -18,11 +18,7 @@
 #include "base/text.h"
 #include "clients/client_moves.h"
 #include "clients/client_save.h"
-#include "clients/potential_status.h"
-#include "clients/quick_find.h"
-#include "screens/FRMQuickFind.h"
-#include "screens/FRMmisc.h"
-#include "screens/FRMpotientalStatus.h"
+#include "screens/FRMedit.h"
 #include "screens/frmClient_directions.h"
 #include "screens/frmClient_general.h"
 #include "screens/frmClient_header.h"
@@ -32,8 +28,10 @@
 #include "screens/frmClient_referral.h"
 #include "screens/frmClient_required.h"
 #include "screens/frmClient_third.h"
+#include "screens/frmPrint.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
+#include "screens/widgets/notes_box.h"
 #include "screens/widgets/number_box.h"
 #include "screens/widgets/outline_tree.h"
 #include "screens/widgets/qt_text.h"
@@ -64,7 +62,7 @@ constexpr std::array<PartFace, kPartCount> kPartFaces = {{
 }};
 
 /// Keys of Toolbar1 that keep their button numbers while nothing stands behind them.
-constexpr std::array kKeysToCome = {"new", "delete", "sort", "interface"};
+constexpr std::array kKeysToCome = {"interface"};
 
 }  // namespace
 
@@ -75,9 +73,11 @@ frmClient::frmClient(Session& session, const Sections& sections, QWidget* parent
       session_(session),
       sections_(sections) {
     setObjectName(QStringLiteral("frmClient"));
+    Preview = [this](const Document& document) { ShowPreview(session_, document, this); };
     setWindowTitle(tr("Clients"));
     setContextMenuPolicy(Qt::NoContextMenu);  // Qt's own one would hide the toolbar
     MakeToolbar();
+    MakeMenu();
     MakeStatusBar();
 
     auto* split = new QSplitter(Qt::Horizontal, this);
@@ -132,10 +132,20 @@ void frmClient::MakeToolbar() {
         {QStringLiteral("previous"), [this] { Move(ListMove::Previous); }},
         {QStringLiteral("next"), [this] { Move(ListMove::Next); }},
         {QStringLiteral("last"), [this] { Move(ListMove::Last); }},
+        {QStringLiteral("new"), [this] { NewKey(); }},
+        {QStringLiteral("delete"), [this] { DeleteKey(); }},
         {QStringLiteral("save"), [this] { SaveKey(); }},
         {QStringLiteral("discard"), [this] { DiscardKey(); }},
+        {QStringLiteral("sort"), [this] { SortKey(); }},
         {QStringLiteral("help"), [this] { HelpKey(); }},
     };
+}
+
+void frmClient::MakeMenu() {
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    QAction* history = view->addAction(theme::Icon(QStringLiteral("history")), tr("View &History..."));
+    history->setObjectName(QStringLiteral("MNUhistory"));
+    connect(history, &QAction::triggered, this, [this] { FRMedit(session_, this).exec(); });
 }
 
 void frmClient::MakeStatusBar() {
@@ -175,10 +185,10 @@ QWidget* frmClient::MakeParts() {
     parts_ = new QStackedWidget(FRMmain_Frame);
     parts_->addWidget(RequiredInfo = new FRMrequired_Info(parts_));
     parts_->addWidget(General = new FRMgeneral(parts_));
-    parts_->addWidget(Directions = new FRMdirections(parts_));
-    parts_->addWidget(Notes = new FRMnotes(parts_));
+    parts_->addWidget(Directions = new FRMdirections(session_, parts_));
+    parts_->addWidget(Notes = new FRMnotes(session_, parts_));
     parts_->addWidget(Third = new FRMthird(parts_));
-    parts_->addWidget(Referral = new FRMreferral(parts_));
+    parts_->addWidget(Referral = new FRMreferral(session_, parts_));
     parts_->addWidget(History = new FRMhistory(parts_));
 
     auto* layout = new QVBoxLayout(FRMmain_Frame);
@@ -202,14 +212,22 @@ QWidget* frmClient::MakeSections() {
 
 void frmClient::ArrangeTabOrder() {
     SetTabOrderOf({ListPane->CMBcliStatus, ListPane->CMBpotientalStatus, ListPane->cmbDISGROUP,
-                   ListPane->CMBmanager, ListPane->TXTquick, ListPane->CMDquickFind, ListPane->FGtree});
+                   ListPane->CMBmanager, ListPane->TXTquick, ListPane->CMDquickFind, ListPane->Command1,
+                   ListPane->FGtree});
 }
 
 void frmClient::ConnectControls() {
     connect(Toolbar1, &ToolBar::keyPressed, this, [this](const QString& key) { Handle(keys_.at(key)); });
     connect(CMDclient, &SectionStrip::picked, this, [this](int index) { ShowPart(index); });
-    connect(IMGCommand, &SectionStrip::picked, this,
-            [this](int index) { Handle([this, index] { OpenSection(index); }); });
+    connect(IMGCommand, &SectionStrip::picked, this, [this](int index) {
+        Handle([this, index] {
+            if (activeScreen_ == nullptr || activeScreen_->MayLeave()) {
+                OpenSection(index);
+            } else {
+                IMGCommand->SetOpen(IMGCommand->Open());
+            }
+        });
+    });
 
     connect(ListPane, &ClientListPane::limitsPicked, this,
             [this] { Handle([this] { LimitsPicked(false); }); });
@@ -217,6 +235,7 @@ void frmClient::ConnectControls() {
             [this] { Handle([this] { LimitsPicked(true); }); });
     connect(ListPane, &ClientListPane::quickFindPressed, this,
             [this] { Handle([this] { QuickFindKey(); }); });
+    connect(ListPane, &ClientListPane::searchPressed, this, [this] { Handle([this] { FindKey(); }); });
     connect(ListPane->FGtree, &OutlineTree::rowPicked, this,
             [this](const std::string& id) { Handle([this, id] { PickTreeClient(id); }); });
 
@@ -228,6 +247,15 @@ void frmClient::ConnectControls() {
             [this] { Handle([this] { ViewPeople(PeopleTable::doctors); }); });
     connect(General->CMDviewCase, &QToolButton::clicked, this,
             [this] { Handle([this] { ViewPeople(PeopleTable::casemgr); }); });
+    Directions->Client = [this] { return ClientForPrint(); };
+    Notes->Print = [this] { Handle([this] { PrintNotes(); }); };
+    // As for a bound box, the first change takes the row's lock.
+    connect(Notes->TXTbox, &NotesBox::notesChanged, this, [this] {
+        if (DbClient.HasRow()) {
+            Handle([this] { DbClient.BeginEdit(); });
+        }
+    });
+    Referral->ListGroup = [this] { return ListPane->Limits().group; };
     connect(&DbClient, &BoundSource::repositioned, this, &frmClient::ShowRow);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
         if (now != nullptr && parts_->isAncestorOf(now) && AsBoundControl(now) != nullptr) {
@@ -269,7 +297,10 @@ void frmClient::Handle(const Step& step) {
     }
 }
 
-bool frmClient::StopAtFaultyBox() {
+bool frmClient::MustStay() {
+    if (activeScreen_ != nullptr && !activeScreen_->MayLeave()) {
+        return true;
+    }
     for (BoundControl* control : DbClient.Controls()) {
         if (!control->IsDataChanged() || control->Check()) {
             continue;
@@ -284,165 +315,6 @@ bool frmClient::StopAtFaultyBox() {
         return true;
     }
     return false;
-}
-
-void frmClient::Move(ListMove move) {
-    if (!StopAtFaultyBox() && MoveInClientList(session_, *this, move)) {
-        DbClient.ShowRow();
-        ShowClientRecord();
-    }
-}
-
-void frmClient::SaveKey() {
-    if (StopAtFaultyBox()) {
-        return;
-    }
-    // A client at fault stays on the screen as typed; a failed save has restored it.
-    if (SaveClient(session_, *this)) {
-        DbClient.ShowRow();
-        ShowClientRecord();
-    } else if (!DbClient.IsEditing()) {
-        ShowClientRecord();
-    }
-}
-
-void frmClient::DiscardKey() {
-    DiscardClient(session_, *this);
-    ShowClientRecord();
-}
-
-void frmClient::ExitKey() {
-    if (StopAtFaultyBox() || CheckRequiredInfo(session_, *this)) {
-        return;
-    }
-    OpenSection(0);
-    PromptToSaveClient(session_, *this);
-    RestoreRow();
-    close();
-}
-
-void frmClient::HelpKey() {
-    const std::filesystem::path help = session_.DataFile("kvhelp.exe");
-    std::error_code none;
-    if (!std::filesystem::exists(help, none)) {
-        session_.ShowMessageWindow("There is no help here: the file " + help.string() + " is missing.");
-    } else if (!OpenOutside(help.string(), "client")) {
-        session_.ShowMessageWindow("The help file " + help.string() + " can not be opened.");
-    }
-}
-
-void frmClient::PasteKey() {
-    if (lastBox_.isNull() || !lastBox_->isVisible() || !lastBox_->isEnabled()) {
-        session_.ShowMessageWindow("Please choose the box to paste into first.");
-        return;
-    }
-    // As the paste key does it, so that each box pastes by its own rules.
-    lastBox_->setFocus();
-    QKeyEvent paste(QEvent::KeyPress, Qt::Key_V, Qt::ControlModifier);
-    QApplication::sendEvent(lastBox_, &paste);
-}
-
-void frmClient::EmailKey() {
-    const std::string address = Trim(FromQt(RequiredInfo->txtEmail->Text()));
-    if (address.empty()) {
-        session_.ShowMessageWindow("This client has no e-mail address.");
-    } else if (!OpenOutside("mailto:" + address, {})) {
-        session_.ShowMessageWindow("The desktop has no program for e-mail.");
-    }
-}
-
-void frmClient::QuickFindKey() {
-    const auto choose = [this](const std::vector<QuickFindRow>& hits) {
-        FRMQuickFind screen(hits, this);
-        return screen.exec() == QDialog::Accepted ? screen.ChosenId() : std::string();
-    };
-    if (!StopAtFaultyBox() && QuickFindClient(session_, *this, FromQt(ListPane->TXTquick->Text()), choose)) {
-        ListPane->TXTquick->clear();
-        DbClient.ShowRow();
-        ShowClientRecord();
-    }
-}
-
-void frmClient::PickTreeClient(const std::string& id) {
-    if (!StopAtFaultyBox() && MoveToTreeClient(session_, *this, id)) {
-        DbClient.ShowRow();
-        ShowClientRecord();
-    }
-}
-
-void frmClient::LimitsPicked(bool managerToo) {
-    const std::string manager = session_.Manager;
-    try {
-        if (StopAtFaultyBox() || !MayLeaveClient(session_, *this)) {
-            ListPane->RestoreLimits();
-            return;
-        }
-        if (managerToo) {
-            session_.Manager = ListPane->ManagerCode();
-        }
-        RefreshClientList();
-    } catch (const EngineError&) {
-        session_.Manager = manager;
-        ListPane->RestoreLimits();
-        throw;
-    }
-    OpenSection(0);
-}
-
-void frmClient::ChangeStatusKey() {
-    if (StopAtFaultyBox()) {
-        return;
-    }
-    // What was typed would be lost with the row's own change.
-    PromptToSaveClient(session_, *this);
-    FRMpotientalStatus screen(this);
-    if (screen.exec() != QDialog::Accepted) {
-        return;
-    }
-    switch (ChangePotentialStatus(session_, List(), screen.Choice())) {
-        case PotentialResult::Unchanged:
-            break;
-        case PotentialResult::Changed:
-            DbClient.ShowRow();
-            ShowClientRecord();
-            break;
-        case PotentialResult::BecameActive:
-            ListPane->SetStatus(QStringLiteral("ACTIVE"));
-            try {
-                RefreshClientList();
-            } catch (const EngineError&) {
-                ListPane->RestoreLimits();
-                throw;
-            }
-            break;
-    }
-}
-
-void frmClient::ViewPeople(PeopleTable table) {
-    PlainCombo* combo = General->PeopleCombo(table);
-    FRMmisc screen(session_, table, FromQt(combo->Text()), this);
-    screen.exec();
-    if (ended_) {
-        return;
-    }
-    General->SetPeople(table, LoadPeople(session_, table));
-    if (const std::optional<std::string> name = screen.PickedName()) {
-        combo->SetText(ToQt(*name));
-    }
-}
-
-void frmClient::CheckNameOf(BoundControl& control) {
-    if (!settingText_) {
-        Handle([&] { CheckName(session_, *this, FromQt(control.Name())); });
-    }
-    Header->ShowName(RequiredInfo->TxtLastname->Text(), RequiredInfo->TxtFirstnam->Text());
-}
-
-void frmClient::RecountDays() {
-    if (DbClient.HasRow() && Referral->DTEFirstContact->IsFilled()) {
-        const long days = NumDays(Referral->DTEFirstContact->Value(), Referral->DTEstartofcare->Value());
-        ShowDays(days, static_cast<long>(Header->NumactiveDays->Number()));
-    }
 }
 
 void frmClient::changeEvent(QEvent* event) {

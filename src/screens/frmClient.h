@@ -8,6 +8,7 @@
 #include "clients/client_form.h"
 #include "clients/client_record.h"
 #include "clients/client_rights.h"
+#include "clients/notes_text.h"
 #include "clients/people_list.h"
 #include "screens/section_screen.h"
 #include "screens/widgets/bound_source.h"
@@ -52,6 +53,7 @@ class frmClient : public QMainWindow, public ClientForm {
     // ClientForm
     Recordset& List() override { return DbClient.Rows(); }
     ScreenControls Controls() const override;
+    std::string LoadedNotes() const override { return loadedNotes_; }
     void SetText(std::string_view control, const std::string& text) override;
     void EditRow() override;
     void UpdateRow() override;
@@ -84,6 +86,8 @@ class frmClient : public QMainWindow, public ClientForm {
 
     /// Opens a file or an address with the desktop's own program.
     std::function<bool(const std::string& target, const std::string& argument)> OpenOutside;
+    /// Shows a printout.
+    std::function<void(const Document&)> Preview;
 
   protected:
     void changeEvent(QEvent* event) override;
@@ -91,9 +95,11 @@ class frmClient : public QMainWindow, public ClientForm {
 
   private:
     using Step = std::function<void()>;
+    static constexpr int kSortPanel = 5;  ///< of StatusBar1
 
-    // frmClient.cpp: the frame and what its keys do
+    // frmClient.cpp: the frame
     void MakeToolbar();
+    void MakeMenu();
     void MakeStatusBar();
     QWidget* MakeClientArea();
     QWidget* MakeParts();
@@ -103,13 +109,21 @@ class frmClient : public QMainWindow, public ClientForm {
     void AddKeys();
     /// Runs what an event asked for; an engine's error ends here.
     void Handle(const Step& step);
-    /// Tells of a box whose entry can't be stored and goes to it; no step away from the client is taken
-    /// meanwhile.
-    bool StopAtFaultyBox();
+    /// Before a step away from the client: tells of a box whose entry can't be stored and goes to it, or lets
+    /// the open section ask about what was typed in it. True where the step is not taken.
+    bool MustStay();
+
+    // frmClient_keys.cpp: what the keys do
     void Move(ListMove move);
+    void NewKey();
+    void DeleteKey();
     void SaveKey();
     void DiscardKey();
+    void SortKey();
     void ExitKey();
+    void FindKey();
+    /// Shows a client of the list, or tells that the limits leave it out.
+    void ShowFound(const std::string& id);
     void HelpKey();
     void PasteKey();
     void EmailKey();
@@ -120,6 +134,8 @@ class frmClient : public QMainWindow, public ClientForm {
     void ViewPeople(PeopleTable table);
     void CheckNameOf(BoundControl& control);
     void RecountDays();
+    PrintedClient ClientForPrint() const;
+    void PrintNotes();
 
     // frmClient_show.cpp: what is shown of a client
     void ShowRow();
@@ -129,6 +145,7 @@ class frmClient : public QMainWindow, public ClientForm {
     void ShowSections(const ClientSections& sections);
     void ShowDays(long days, long activeDays);
     void ShowHistoryIfOpen();
+    void ShowReferralIfOpen();
     void LimitMiscLength();
 
     // frmClient_start.cpp: the steps of the start
@@ -152,8 +169,9 @@ class frmClient : public QMainWindow, public ClientForm {
     QStackedWidget* parts_ = nullptr;
     SectionScreen* activeScreen_ = nullptr;  ///< nullptr while section 0 is current
     QPointer<QWidget> lastBox_;              ///< the box that had the focus last
-    /// TXTbox and TXTedit: the notes as they stand in the column, with the marks of rich text.
-    std::string notes_;
+    /// The notes with the marks of rich text: as they were loaded, and TXTedit, against which TXTbox is
+    /// compared.
+    std::string loadedNotes_;
     std::string notesReference_;
     bool settingText_ = false;
     bool up_ = false;

@@ -2,29 +2,24 @@
 #include <string>
 #include <vector>
 
-#include "clients/client_history.h"
+#include "clients/change_history.h"
 #include "screens/frmClient_part.h"
 
-class QPlainTextEdit;
+class QLabel;
 
 namespace kv {
 
-class Grid;
+class HistoryView;
 
 /// The page of the changes made on the client, the latest first, with the words of the one that is picked.
 class FRMhistory : public ClientPart {
     Q_OBJECT
   public:
     explicit FRMhistory(QWidget* parent);
-    void ShowHistory(std::vector<HistoryRow> history);
+    void ShowHistory(const std::string& clientId, const std::vector<HistoryRow>& history);
 
-    Grid* FGedit;
-    QPlainTextEdit* TXTreason;
-
-  private:
-    void ShowReason(int row);
-
-    std::vector<HistoryRow> history_;
+    QLabel* Label1;  ///< "Client ID:" and the id
+    HistoryView* View;
 };
 
 }  // namespace kv

@@ -97,14 +97,25 @@ QWidget* ClientListPane::MakeQuickFind() {
     CMDquickFind->setToolTip(tr("Quick Find"));
     CMDquickFind->setFocusPolicy(Qt::StrongFocus);
 
+    Command1 = new QToolButton(row);
+    Command1->setObjectName(QStringLiteral("Command1"));
+    Command1->setIcon(theme::Icon(QStringLiteral("find_person")));
+    Command1->setText(tr("Search"));
+    Command1->setToolTip(QStringLiteral("Show the client search screen. (Ctrl+Shift+F)"));
+    Command1->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+F")));
+    Command1->setAccessibleName(tr("Search all clients"));
+    Command1->setFocusPolicy(Qt::StrongFocus);
+
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(theme::kHalfUnit);
     layout->addWidget(TXTquick, 1);
     layout->addWidget(CMDquickFind);
+    layout->addWidget(Command1);
 
     connect(TXTquick, &QLineEdit::returnPressed, this, &ClientListPane::quickFindPressed);
     connect(CMDquickFind, &QToolButton::clicked, this, &ClientListPane::quickFindPressed);
+    connect(Command1, &QToolButton::clicked, this, &ClientListPane::searchPressed);
     return row;
 }
 

@@ -46,6 +46,7 @@ class ClientListPane : public QWidget {
     PlainCombo* CMBpotientalStatus;
     TextBox* TXTquick;
     QToolButton* CMDquickFind;
+    QToolButton* Command1;  ///< the client search screen
     OutlineTree* FGtree;
 
   signals:
@@ -53,6 +54,7 @@ class ClientListPane : public QWidget {
     void limitsPicked();
     void managerPicked();
     void quickFindPressed();
+    void searchPressed();
 
   private:
     QWidget* MakeQuickFind();

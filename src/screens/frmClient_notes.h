@@ -1,21 +1,34 @@
 #pragma once
+#include <functional>
+#include <map>
 #include <string>
 
 #include "screens/frmClient_part.h"
-
-class QPlainTextEdit;
+#include "session/session.h"
 
 namespace kv {
 
-/// The page of the general notes, to be read. The box shows the words; the column's own text, with the marks
-/// of its rich text, stays with the main screen.
+class NotesBox;
+class ToolBar;
+
+/// The page of the general notes. TXTbox is what is shown; the reference copy TXTedit stays with the main
+/// screen.
 class FRMnotes : public ClientPart {
     Q_OBJECT
   public:
-    explicit FRMnotes(QWidget* parent);
-    void ShowNotes(const std::string& comments);
+    FRMnotes(Session& session, QWidget* parent);
 
-    QPlainTextEdit* TXTbox;
+    ToolBar* Toolbar4;
+    NotesBox* TXTbox;
+
+    /// The print key.
+    std::function<void()> Print;
+
+  private:
+    void FullKey();
+
+    Session& session_;
+    std::map<QString, std::function<void()>> keys_;
 };
 
 }  // namespace kv

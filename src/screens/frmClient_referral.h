@@ -1,24 +1,40 @@
 #pragma once
+#include <functional>
+#include <string>
+
+#include "clients/referrals.h"
 #include "screens/frmClient_part.h"
+#include "session/session.h"
 
 class QLabel;
+class QListWidget;
+class QPushButton;
 
 namespace kv {
 
 class DateBox;
 class FieldForm;
+class Grid;
+class OutlineTree;
 class PlainCombo;
 class TextBox;
 
-/// The page of who sent the client, and the dates of care with the days between them.
+/// The page of who sent the client, with the list of the sources and their contacts, and the dates of care
+/// with the days between them.
 class FRMreferral : public ClientPart {
     Q_OBJECT
   public:
-    explicit FRMreferral(QWidget* parent);
+    FRMreferral(Session& session, QWidget* parent);
     std::vector<Tie> Ties() const override;
 
     /// The counts of days behind their dates, as the header has them.
     void ShowDays(long days, long activeDays);
+    /// The categories to choose from. Throws EngineError.
+    void LoadCategories();
+    /// Load_Referrals: the list by its limits, then the details of the client's source. Throws EngineError.
+    void LoadSources();
+    /// The details of the source and contact in the boxes. Throws EngineError.
+    void RefreshDetails();
 
     DateBox* DTEFirstContact;
     DateBox* DTEstartofcare;
@@ -26,12 +42,38 @@ class FRMreferral : public ClientPart {
     PlainCombo* CMBref_group;
     TextBox* TXTrefSource;
     TextBox* TXTrefContact;
+    QPushButton* CMDsaveReferral;
     QLabel* LBLdays;
     QLabel* LBLactiveDays;
+    PlainCombo* CMBFindCategory;
+    PlainCombo* CMBfindStatus;
+    OutlineTree* FGreferralFind;
+    Grid* FGReferral;
+    Grid* FGcontact;
+    QListWidget* LSTgraph;
+    QPushButton* CMDgraph;
+
+    /// The group that the client list is limited to.
+    std::function<std::string()> ListGroup;
+    /// Shows a printout.
+    std::function<void(const Document&)> Preview;
 
   private:
+    using Step = std::function<void()>;
+
+    QWidget* MakeFind();
+    QWidget* MakeClient();
+    QWidget* MakeDetails();
+    QWidget* MakeGraph();
     void MakeDates(FieldForm* form);
     void MakeSource(FieldForm* form);
+    void Handle(const Step& step);
+    void PickRow(const std::string& id);
+    void SaveKey();
+    void GraphKey();
+
+    Session& session_;
+    std::vector<ReferralSource> sources_;
 };
 
 }  // namespace kv

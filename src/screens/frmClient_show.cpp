@@ -5,8 +5,9 @@
 #include <QStackedWidget>
 #include <memory>
 
-#include "clients/client_history.h"
+#include "clients/change_history.h"
 #include "clients/client_list.h"
+#include "clients/notes_text.h"
 #include "screens/frmClient.h"
 #include "screens/frmClient_general.h"
 #include "screens/frmClient_header.h"
@@ -16,6 +17,7 @@
 #include "screens/frmClient_referral.h"
 #include "screens/frmClient_required.h"
 #include "screens/widgets/combos.h"
+#include "screens/widgets/notes_box.h"
 #include "screens/widgets/number_box.h"
 #include "screens/widgets/outline_tree.h"
 #include "screens/widgets/qt_text.h"
@@ -28,13 +30,14 @@ namespace kv {
 
 namespace {
 
+constexpr int kReferralPart = 5;
 constexpr int kHistoryPart = 6;
 constexpr int kLastKeyOfClient = 10;  ///< Toolbar1's keys up to here act on the client
 
-ScreenControl NotesControl(const char* name, const std::string& notes) {
+ScreenControl NotesControl(const char* name, const std::string& words, const std::string& notes) {
     ScreenControl control;
     control.name = name;
-    control.text = notes;
+    control.text = words;
     control.value = notes;
     return control;
 }
@@ -46,8 +49,8 @@ ScreenControls frmClient::Controls() const {
     for (const BoundControl* control : DbClient.Controls()) {
         controls.Add(DescribeControl(*control));
     }
-    controls.Add(NotesControl("TXTedit", notesReference_));
-    controls.Add(NotesControl("TXTbox", notes_));
+    controls.Add(NotesControl("TXTedit", NotesText(notesReference_), notesReference_));
+    controls.Add(NotesControl("TXTbox", Notes->TXTbox->PlainText(), Notes->TXTbox->Source()));
     return controls;
 }
 
@@ -108,7 +111,7 @@ void frmClient::ShowClientRecord() {
         return;
     }
     if (activeScreen_ != nullptr) {
-        activeScreen_->SetHiddenID(view.id);
+        activeScreen_->SetHiddenID(view.id, Controls());
     }
     ListPane->FGtree->Highlight(view.id);
     ShowStatusBar(view.statusBar);
@@ -120,6 +123,13 @@ void frmClient::ShowClientRecord() {
         ListPane->CMBpotientalStatus->SetText(ToQt(view.potentialStatus));
     }
     ShowHistoryIfOpen();
+    ShowReferralIfOpen();
+}
+
+void frmClient::ShowReferralIfOpen() {
+    if (OpenPart() == kReferralPart && !ended_) {
+        Handle([this] { Referral->LoadSources(); });
+    }
 }
 
 void frmClient::SetButtons(const ClientView& view, bool hasClient) {
@@ -185,9 +195,9 @@ void frmClient::ShowRow() {
 }
 
 void frmClient::SetNotes(const std::string& comments) {
-    notes_ = comments;
+    loadedNotes_ = comments;
     notesReference_ = comments;
-    Notes->ShowNotes(comments);
+    Notes->TXTbox->SetNotes(comments);
 }
 
 int frmClient::OpenPart() const {
@@ -198,6 +208,7 @@ void frmClient::ShowPart(int index) {
     parts_->setCurrentIndex(index);
     CMDclient->SetOpen(index);
     ShowHistoryIfOpen();
+    ShowReferralIfOpen();
 }
 
 void frmClient::ShowHistoryIfOpen() {
@@ -205,8 +216,11 @@ void frmClient::ShowHistoryIfOpen() {
         return;
     }
     Handle([this] {
-        History->ShowHistory(DbClient.HasRow() ? LoadClientHistory(session_, List().Text("CLIENT"))
-                                               : std::vector<HistoryRow>());
+        if (!DbClient.HasRow()) {
+            return History->ShowHistory({}, {});
+        }
+        const std::string id = List().Text("CLIENT");
+        History->ShowHistory(id, LoadHistory(*session_.dbMainWork, ClientHistoryStatement(id)));
     });
 }
 
@@ -217,7 +231,7 @@ void frmClient::OpenSection(int index) {
     std::unique_ptr<SectionScreen> next;
     if (index != 0) {
         next.reset(sections_[at].make(session_, area_));
-        next->SetHiddenID(FromQt(Header->txtCliId->Text()));
+        next->SetHiddenID(FromQt(Header->txtCliId->Text()), Controls());
     }
     FRMmain_Frame->setEnabled(index == 0);
     // The client can't be changed under a section.

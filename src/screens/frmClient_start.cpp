@@ -19,6 +19,7 @@
 #include "screens/frmClient_referral.h"
 #include "screens/frmClient_required.h"
 #include "screens/frmClient_third.h"
+#include "screens/user_defaults_of.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
 #include "screens/widgets/masked_box.h"
@@ -33,7 +34,9 @@ namespace kv {
 
 namespace {
 
-constexpr int kSortPanel = 5;
+// Under what the user's remembered contents are kept.
+constexpr const char* kModule = "KVCLI";
+constexpr const char* kScreen = "frmClient";
 
 struct LookupFill {
     LookupSource source;
@@ -71,7 +74,9 @@ void frmClient::Start() {
     ShowCaption();
     Try([this] { AskRights(); });
     Try([this] { BindSources(); });
+    Try([this] { Referral->LoadSources(); });
     StatusBar1->SetPanel(kSortPanel, ToQt(ReadClientSort(session_)));
+    Try([this] { LoadUserDefaults(session_, session_.User, kModule, kScreen, DefaultControlsOf(this)); });
     Try([this] { LimitToManager(); });
     Try([this] { RefreshClientList(); });
     if (!List().IsOpen()) {
@@ -132,7 +137,7 @@ void frmClient::FillTextLists() {
     groups.insert(groups.begin(), "ALL");
     ListPane->cmbDISGROUP->SetItems(groups);
     ListPane->cmbDISGROUP->SetText(QStringLiteral("ALL"));
-    Referral->CMBref_group->SetItems(LoadDescriptions(session_, "Ref_group"));
+    Referral->LoadCategories();
     for (const PeopleTable table : {PeopleTable::doctors, PeopleTable::casemgr}) {
         General->SetPeople(table, LoadPeople(session_, table));
     }
@@ -209,6 +214,9 @@ void frmClient::Unload() {
     }
     ended_ = true;
     up_ = false;
+    if (session_.dbMainWork) {
+        Try([this] { SaveUserDefaults(session_, session_.User, kModule, kScreen, DefaultControlsOf(this)); });
+    }
     DbClient.Close();
     Try([this] { AnnounceEnded(session_); });
 }

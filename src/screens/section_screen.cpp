@@ -1,5 +1,8 @@
 #include "screens/section_screen.h"
 
+#include "screens/FRMNotVisit.h"
+#include "screens/frmAddPhone.h"
+
 namespace kv {
 
 const Sections& ClientSectionScreens() {
@@ -8,8 +11,8 @@ const Sections& ClientSectionScreens() {
         {"section_rates", "Rates"},
         {"section_authorization", "Authorizations"},
         {"section_events", "Events"},
-        {"section_not_visit", "Not Visit"},
-        {"section_phone", "Phones"},
+        {"section_not_visit", "Not Visit", MakeSection<FRMNotVisit>},
+        {"section_phone", "Phones", MakeSection<frmAddPhone>},
         {"section_plan", "Plan of Care"},
         {"section_skills", "Skills"},
         {"section_required", "Required Dates"},

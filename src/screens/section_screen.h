@@ -4,6 +4,7 @@
 #include <string>
 
 #include "clients/client_texts.h"
+#include "clients/screen_controls.h"
 #include "session/session.h"
 
 namespace kv {
@@ -14,9 +15,12 @@ class SectionScreen : public QWidget {
     Q_OBJECT
   public:
     using QWidget::QWidget;
-    /// The client on the main screen (TXThiddenID): told when the section opens and each time the record
-    /// under it moves.
-    virtual void SetHiddenID(const std::string& id) = 0;
+    /// The client on the main screen (TXThiddenID) and the main screen's controls as they stand: told when
+    /// the section opens and each time the record under it moves. Throws EngineError.
+    virtual void SetHiddenID(const std::string& id, const ScreenControls& mainScreen) = 0;
+    /// Before the client or the section changes: false keeps the operator here, where something could not be
+    /// saved.
+    virtual bool MayLeave() { return true; }
 };
 
 /// A section behind IMGCommand: its picture, its word, and how its screen is made. One that nothing makes is

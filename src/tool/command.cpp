@@ -19,6 +19,7 @@ const std::vector<Command>& Commands() {
         {"copy", "Copy all databases to an empty data folder", PrepareCopy},
         {"check", "Test the databases", PrepareCheck},
         {"sql", "Run one statement", PrepareSql},
+        {"next-id", "The id that a new client would get", PrepareNextId},
     };
     return commands;
 }

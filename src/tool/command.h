@@ -64,6 +64,7 @@ Action PrepareDump(CLI::App& command);
 Action PrepareCopy(CLI::App& command);
 Action PrepareCheck(CLI::App& command);
 Action PrepareSql(CLI::App& command);
+Action PrepareNextId(CLI::App& command);
 
 /// Adds --db with its default kestrava; the name lands in `name`.
 void AddDatabaseOption(CLI::App& command, std::string& name);

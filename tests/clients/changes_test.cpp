@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "clients/change_history.h"
 #include "clients/client_changes.h"
 #include "clients/client_fixture.h"
-#include "clients/client_history.h"
 
 namespace kv {
 namespace {
@@ -143,7 +143,7 @@ TEST_F(ClientChanges, TheHistoryShowsTheLatestFirst) {
     add("AUT", "00001", 31, "10:00:00 AM", "Edit");
     add("CLI", "00001", 6, "noon", "Edit");
     Lines shown;
-    for (const HistoryRow& row : LoadClientHistory(session, "00001")) {
+    for (const HistoryRow& row : LoadHistory(*session.dbMainWork, ClientHistoryStatement("00001"))) {
         shown.push_back(row.date + " " + row.time + " " + row.user + " " + row.status + " " + row.reason);
     }
     // The time is text and sorts as text: nine in the morning stands above two in the afternoon.

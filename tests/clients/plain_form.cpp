@@ -93,6 +93,7 @@ void PlainForm::Type(std::string_view name, const Value& value) {
 }
 
 void PlainForm::Show() {
+    loadedNotes = list_.AbsolutePosition() < 0 ? std::string() : list_.Text("Comments");
     for (ScreenControl& control : controls_) {
         Load(control);
     }

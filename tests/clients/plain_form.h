@@ -18,6 +18,7 @@ class PlainForm : public ClientForm {
 
     Recordset& List() override { return list_; }
     ScreenControls Controls() const override { return ScreenControls(controls_); }
+    std::string LoadedNotes() const override { return loadedNotes; }
     void SetText(std::string_view control, const std::string& text) override;
     void EditRow() override;
     void UpdateRow() override;
@@ -29,6 +30,7 @@ class PlainForm : public ClientForm {
     /// Loads the controls from the list's row, after a move.
     void Show();
 
+    std::string loadedNotes;
     int refreshes = 0;
     int restores = 0;
     /// Thrown by the next UpdateRow, as the screen's own boxes may.

@@ -14,9 +14,11 @@
 #include "screens/frmClient_list.h"
 #include "screens/frmClient_notes.h"
 #include "screens/frmClient_required.h"
+#include "screens/history_view.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
 #include "screens/widgets/grid.h"
+#include "screens/widgets/notes_box.h"
 #include "screens/widgets/outline_tree.h"
 #include "screens/widgets/section_strip.h"
 #include "screens/widgets/status_bar.h"
@@ -71,7 +73,8 @@ TEST_F(MainScreen, StartsOnTheFirstClientAndEndsOnTheExitKey) {
     EXPECT_EQ(Find<QLabel>("LBLname").text(), QStringLiteral("Young, Bo"));
     EXPECT_EQ(screen.ListPane->FGtree->HighlightedId(), "00003");
     EXPECT_EQ(screen.ListPane->FGtree->Ids(), (Lines{"00001", "00002", "00003"}));
-    EXPECT_EQ(EnabledKeys(), (Lines{"exit", "first", "previous", "next", "last", "save", "discard", "help"}));
+    EXPECT_EQ(EnabledKeys(), (Lines{"exit", "first", "previous", "next", "last", "new", "delete", "save",
+                                    "discard", "sort", "help"}));
 
     Press("exit");
     EXPECT_FALSE(screen.isVisible());
@@ -135,7 +138,7 @@ TEST_F(MainScreen, AnEmptyListLeavesTheWayOutAndTheLimits) {
     AddThree();
     Open();
     Pick("CMBcliStatus", "CLOSED");
-    EXPECT_EQ(EnabledKeys(), (Lines{"exit", "help"}));
+    EXPECT_EQ(EnabledKeys(), (Lines{"exit", "new", "help"}));
     EXPECT_EQ(StatusBar(), (Lines{"Last Change by: ", "Date/Time: ", "0", "0", "Current Sort: Client ID"}));
     EXPECT_EQ(ShownId(), "");
     EXPECT_EQ(Find<QLabel>("LBLname").text(), QString());
@@ -219,7 +222,8 @@ TEST_F(MainScreen, RightsHideAndDisable) {
         agency.Insert("Screens", {{"Screen", refused}, {"access_code", "boss"}});
     }
     Open();
-    EXPECT_EQ(EnabledKeys(), (Lines{"exit", "first", "previous", "next", "last", "discard", "help"}));
+    EXPECT_EQ(EnabledKeys(), (Lines{"exit", "first", "previous", "next", "last", "new", "delete", "discard",
+                                    "sort", "help"}));
     EXPECT_FALSE(Find("txtSsn").isVisible());
     EXPECT_FALSE(Find("LBLtxtSsn").isVisible());
     EXPECT_FALSE(Find("TxtB_date").isVisible());
@@ -282,15 +286,15 @@ TEST_F(MainScreen, ShowsTheNotesAsWordsAndTheHistoryOfTheClient) {
     Open();
     EXPECT_EQ(screen_->Notes->TXTbox->toPlainText().trimmed(), QStringLiteral("Calls at noon."));
     screen_->CMDclient->Button(6)->click();
-    Grid& grid = *screen_->History->FGedit;
+    Grid& grid = *screen_->History->View->FGedit;
     ASSERT_EQ(grid.RowCount(), 2);
     EXPECT_EQ(grid.CellText(0, 0), QStringLiteral("Mar/01/2026"));
-    EXPECT_EQ(screen_->History->TXTreason->toPlainText(), QStringLiteral("Street: Oak to Elm"));
+    EXPECT_EQ(screen_->History->View->Text2->toPlainText(), QStringLiteral("00001\nStreet: Oak to Elm"));
     grid.SetCurrentRow(1);
-    EXPECT_EQ(screen_->History->TXTreason->toPlainText(), QStringLiteral("Zip: 1 to 2"));
+    EXPECT_EQ(screen_->History->View->Text2->toPlainText(), QStringLiteral("00001\nZip: 1 to 2"));
     Press("next");
     EXPECT_EQ(grid.RowCount(), 0);
-    EXPECT_EQ(screen_->History->TXTreason->toPlainText(), QString());
+    EXPECT_EQ(screen_->History->View->Text2->toPlainText(), QString());
 }
 
 TEST_F(MainScreen, TakesAClientThatAnotherModuleHandsOver) {
@@ -348,28 +352,30 @@ TEST_F(MainScreen, OpensHelpAndMailOutside) {
 class Listening : public SectionScreen {
   public:
     Listening(Session& /*session*/, QWidget* parent) : SectionScreen(parent) { told.clear(); }
-    void SetHiddenID(const std::string& id) override { told.push_back(id); }
+    void SetHiddenID(const std::string& id, const ScreenControls& /*mainScreen*/) override {
+        told.push_back(id);
+    }
     inline static Lines told;
 };
 
 TEST_F(MainScreen, ASectionFillsTheAreaAndFollowsTheClient) {
     AddThree();
     Sections sections = ClientSectionScreens();
-    sections[5].make = MakeSection<Listening>;
+    sections[7].make = MakeSection<Listening>;
     screen_ = std::make_unique<frmClient>(session, sections);
     screen_->Start();
     qt_driver::Show(*screen_);
-    EXPECT_TRUE(screen_->IMGCommand->IsItemShown(5));
+    EXPECT_TRUE(screen_->IMGCommand->IsItemShown(7));
     EXPECT_FALSE(screen_->IMGCommand->IsItemShown(6));
-    screen_->IMGCommand->Button(5)->click();
-    EXPECT_EQ(EnabledKeys(), Lines{"help"});
+    screen_->IMGCommand->Button(7)->click();
+    EXPECT_EQ(EnabledKeys(), (Lines{"sort", "help"}));
     EXPECT_FALSE(screen_->FRMmain_Frame->isVisible());
     emit screen_->ListPane->FGtree->rowPicked("00003");
     EXPECT_EQ(Listening::told, (Lines{"00001", "00003"}));
-    EXPECT_EQ(EnabledKeys(), Lines{"help"});
+    EXPECT_EQ(EnabledKeys(), (Lines{"sort", "help"}));
     screen_->IMGCommand->Button(0)->click();
     EXPECT_TRUE(screen_->FRMmain_Frame->isVisible());
-    EXPECT_EQ(EnabledKeys().size(), 8U);
+    EXPECT_EQ(EnabledKeys().size(), 11U);
 }
 
 TEST_F(MainScreen, ReadsFromTheKeyboard) {

@@ -1,0 +1,31 @@
+#pragma once
+#include <QDialog>
+#include <string>
+#include <vector>
+
+#include "clients/lookups.h"
+#include "session/session.h"
+
+class QPushButton;
+
+namespace kv {
+
+class Grid;
+
+/// "Find Call Type": chooses one of the call types.
+class FRMIdFind : public QDialog {
+    Q_OBJECT
+  public:
+    explicit FRMIdFind(Session& session, QWidget* parent = nullptr);
+    /// The code of the call type taken, or kCancelled.
+    std::string Pick();
+
+    Grid* FGfind;
+    QPushButton* CMDselect;
+    QPushButton* Command1;  ///< gives up
+
+  private:
+    std::vector<LookupItem> types_;
+};
+
+}  // namespace kv

@@ -1,0 +1,41 @@
+#pragma once
+#include <functional>
+
+#include "screens/section_screen.h"
+
+class QToolButton;
+
+namespace kv {
+
+class MemoBox;
+class RecordList;
+class TextBox;
+
+/// " Caregiver's who should not visit this Client".
+class FRMNotVisit : public SectionScreen {
+    Q_OBJECT
+  public:
+    FRMNotVisit(Session& session, QWidget* parent);
+    void SetHiddenID(const std::string& id, const ScreenControls& mainScreen) override;
+    bool MayLeave() override;
+
+    RecordList* DBnoemp;
+    TextBox* TXTnoempid;
+    TextBox* Text4;  ///< the caregiver's name
+    MemoBox* Text5;  ///< the reason
+    QToolButton* Command7;
+
+    /// Picks a caregiver; the id, or kCancelled.
+    std::function<std::string()> Pick;
+
+  private:
+    /// Shows the name of the caregiver entered; one that there is not is told, and the box emptied.
+    void CheckCaregiver();
+    void PickKey();
+
+    Session& session_;
+    std::string clientId_;
+    bool checking_ = false;
+};
+
+}  // namespace kv

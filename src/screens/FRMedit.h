@@ -1,0 +1,71 @@
+#pragma once
+#include <QDialog>
+#include <functional>
+#include <map>
+
+#include "clients/change_history.h"
+#include "session/session.h"
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+
+namespace kv {
+
+class DateBox;
+class HistoryView;
+class PlainCombo;
+class TextBox;
+class TimeBox;
+class ToolBar;
+
+/// "View History": searches, shows and prints the changes of the whole system.
+class FRMedit : public QDialog {
+    Q_OBJECT
+  public:
+    explicit FRMedit(Session& session, QWidget* parent = nullptr);
+    void reject() override;
+
+    ToolBar* Toolbar1;
+    QRadioButton* OPTtime[2];  ///< 0 the current file, 1 the archived one
+    TextBox* TXTuser;
+    PlainCombo* TXTarea;
+    TextBox* txtId;
+    DateBox* TXTStartdate;
+    DateBox* TXTEndDate;
+    TimeBox* TDBstart;
+    QPushButton* CMDlook;
+    QLineEdit* TXTfind;
+    QPushButton* CMDfind;
+    QLabel* LBLmessage;
+    HistoryView* View;
+
+    /// Shows a printout.
+    std::function<void(const Document&)> Preview;
+
+  private:
+    using Step = std::function<void()>;
+
+    void MakeToolbar();
+    QWidget* MakeCriteria();
+    QWidget* MakeFind();
+    void Handle(const Step& step);
+    void OpenFile(bool archived);
+    ChangeCriteria Criteria() const;
+    void Show(const std::string& statement);
+    void LookKey();
+    void UserKey();
+    void DeleteKey();
+    void MoveTo(long row, const char* beyond);
+    void FindKey();
+    void SetSearching(bool searching);
+
+    Session& session_;
+    DatabasePtr dbEdits_;
+    HistoryList list_;
+    bool searching_ = false;
+    std::map<QString, Step> keys_;
+};
+
+}  // namespace kv

@@ -1,0 +1,71 @@
+#pragma once
+#include <QDialog>
+#include <functional>
+#include <map>
+#include <vector>
+
+#include "clients/new_client.h"
+#include "session/session.h"
+
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QListWidgetItem;
+
+namespace kv {
+
+class DateBox;
+class ToolBar;
+
+/// "New Client ID": makes a client. Session::PickedEmployee is the new id, or "Cancel".
+class frmnew : public QDialog {
+    Q_OBJECT
+  public:
+    explicit frmnew(Session& session, QWidget* parent = nullptr);
+    bool IsTemplate() const;
+    bool IsPotential() const;
+
+    ToolBar* Toolbar1;
+    QLineEdit* TDBText1;
+    QLabel* LBLresult;
+    DateBox* TXTstdate;
+    QCheckBox* CHKnew_Template;
+    QCheckBox* CHKPotential;
+    QListWidget* LSTtemplate;
+    QGroupBox* FRAauth;  ///< "Create Authorization and Billing Rate"
+    QComboBox* cmbPayor;
+    QComboBox* cmbVisType;
+    QLineEdit* TXTviscode;
+
+    /// Picks any client; its id, or kCancelled.
+    std::function<std::string()> PickPattern;
+
+    void accept() override;
+    void reject() override;
+
+  private:
+    using Step = std::function<void()>;
+
+    void MakeToolbar();
+    QWidget* MakeClient();
+    QWidget* MakePattern();
+    QWidget* MakeAuthorization();
+    void Handle(const Step& step);
+    void Fill();
+    void CheckId();
+    void GenerateKey();
+    void SaveKey();
+    void OptionsChanged();
+    void TemplateTicked(QListWidgetItem* item);
+    std::string Pattern() const;
+
+    Session& session_;
+    std::vector<TemplateRow> templates_;
+    std::vector<PayerItem> payers_;
+    std::map<QString, Step> keys_;
+};
+
+}  // namespace kv

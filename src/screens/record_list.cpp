@@ -1,0 +1,142 @@
+#include "screens/record_list.h"
+
+#include <QVBoxLayout>
+
+#include "screens/widgets/field_form.h"
+#include "screens/widgets/theme.h"
+#include "screens/widgets/tool_bar.h"
+#include "screens/widgets/window_tools.h"
+
+namespace kv {
+
+RecordList::RecordList(Session& session, const QString& toolbar, const QString& grid,
+                       const std::vector<GridColumn>& columns, RecordRules rules, QWidget* parent)
+    : QWidget(parent),
+      Source([this](const EngineError& error) { ReportEngineError(session_, error); }),
+      session_(session),
+      rules_(std::move(rules)) {
+    Toolbar = new ToolBar(
+        toolbar,
+        {StandardKey(QStringLiteral("first")), StandardKey(QStringLiteral("previous")),
+         StandardKey(QStringLiteral("next")), StandardKey(QStringLiteral("last")), ToolSeparator(),
+         StandardKey(QStringLiteral("new")), StandardKey(QStringLiteral("delete")),
+         StandardKey(QStringLiteral("save")), StandardKey(QStringLiteral("discard"))},
+        this);
+    List = new Grid(grid, columns, this);
+    Form = new FieldForm(this);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(Toolbar);
+    auto* lower = new QVBoxLayout;
+    lower->setContentsMargins(theme::kUnit, 0, theme::kUnit, theme::kUnit);
+    lower->addWidget(List, 1);
+    lower->addWidget(Form);
+    layout->addLayout(lower, 1);
+
+    keys_ = {
+        {QStringLiteral("first"), [this] { Move(ListMove::First); }},
+        {QStringLiteral("previous"), [this] { Move(ListMove::Previous); }},
+        {QStringLiteral("next"), [this] { Move(ListMove::Next); }},
+        {QStringLiteral("last"), [this] { Move(ListMove::Last); }},
+        {QStringLiteral("new"), [this] { NewKey(); }},
+        {QStringLiteral("delete"), [this] { DeleteKey(); }},
+        {QStringLiteral("save"), [this] { SaveKey(); }},
+        {QStringLiteral("discard"), [this] { Source.Restore(); }},
+    };
+    connect(Toolbar, &ToolBar::keyPressed, this, [this](const QString& key) { Handle(keys_.at(key)); });
+    connect(List, &Grid::rowPicked, this, [this](int row) { Handle([this, row] { Pick(row); }); });
+    connect(&Source, &BoundSource::repositioned, this,
+            [this] { List->SetCurrentRow(Source.IsAdding() ? -1 : static_cast<int>(Source.Position())); });
+    ApplyGridColors(this, session.COLOR);
+}
+
+void RecordList::Handle(const Step& step) {
+    try {
+        step();
+    } catch (const EngineError& error) {
+        ReportEngineError(session_, error);
+    }
+}
+
+void RecordList::SetRecords(Recordset rows) {
+    Source.SetRecordset(std::move(rows));
+    FillList();
+}
+
+void RecordList::FillList() {
+    std::vector<GridRow> rows;
+    Recordset all = Source.Rows().Clone();
+    if (all.RecordCount() > 0) {
+        all.MoveFirst();
+    }
+    for (; !all.Eof(); all.MoveNext()) {
+        rows.push_back(rules_.row(all));
+    }
+    List->SetRows(std::move(rows));
+    List->SetCurrentRow(static_cast<int>(Source.Position()));
+}
+
+bool RecordList::Leave() {
+    if (!Source.IsEditing() && !Source.IsAdding()) {
+        return true;
+    }
+    const bool save =
+        !Source.ChangedControls().empty() &&
+        session_.dialogs.AskQuestion("Some information has changed, and is not saved.  Do you wish to save?");
+    try {
+        if (save) {
+            return SaveKey();
+        }
+        Source.Restore();
+    } catch (const EngineError& error) {
+        ReportEngineError(session_, error);
+        return false;
+    }
+    return true;
+}
+
+void RecordList::NewKey() {
+    if (Leave() && (!rules_.mayAdd || rules_.mayAdd())) {
+        Source.AddRow();
+        emit rowAdded();
+    }
+}
+
+bool RecordList::SaveKey() {
+    if (Source.IsEditing() || Source.IsAdding()) {
+        Source.WriteRow();
+    }
+    if (!rules_.save(Source.Rows())) {
+        return false;
+    }
+    Source.ShowRow();
+    FillList();
+    return true;
+}
+
+void RecordList::DeleteKey() {
+    if (Source.IsAdding()) {
+        Source.Restore();
+        return;
+    }
+    if (rules_.remove(Source.Rows())) {
+        Source.ShowRow();
+        FillList();
+    }
+}
+
+void RecordList::Move(ListMove move) {
+    if (Leave() && rules_.move(Source.Rows(), move)) {
+        Source.ShowRow();
+    }
+}
+
+void RecordList::Pick(int row) {
+    const long before = Source.Count();
+    // A save may have put a row among the others; the row picked is then no longer where it was seen.
+    if (Leave() && Source.Count() == before) {
+        Source.MoveTo(row);
+    }
+}
+
+}  // namespace kv

@@ -1,0 +1,66 @@
+#pragma once
+#include <QWidget>
+#include <functional>
+#include <map>
+#include <vector>
+
+#include "clients/list_move.h"
+#include "screens/widgets/bound_source.h"
+#include "screens/widgets/grid.h"
+#include "session/session.h"
+
+namespace kv {
+
+class FieldForm;
+class ToolBar;
+
+/// What a list of records does by its rules. Each speaks to the operator and answers whether it did
+/// something; what is left out is always allowed.
+struct RecordRules {
+    std::function<GridRow(const Recordset&)> row;
+    std::function<bool()> mayAdd;
+    std::function<bool(Recordset&)> save;
+    std::function<bool(Recordset&)> remove;
+    std::function<bool(Recordset&, ListMove)> move;
+};
+
+/// A list of records over the boxes of the one that is picked, with the keys first, previous, next, last,
+/// new, delete, save and discard. The boxes are put into Form and bound to Source.
+class RecordList : public QWidget {
+    Q_OBJECT
+  public:
+    RecordList(Session& session, const QString& toolbar, const QString& grid,
+               const std::vector<GridColumn>& columns, RecordRules rules, QWidget* parent);
+
+    /// Shows a list on its current row.
+    void SetRecords(Recordset rows);
+    /// Before the row goes out of sight: asks about what was typed and not saved. False where it could not be
+    /// saved, and the operator stays.
+    bool Leave();
+
+    ToolBar* Toolbar;
+    Grid* List;
+    FieldForm* Form;
+    BoundSource Source;
+
+  signals:
+    /// A new row waits for its first entry.
+    void rowAdded();
+
+  private:
+    using Step = std::function<void()>;
+
+    void Handle(const Step& step);
+    void NewKey();
+    bool SaveKey();
+    void DeleteKey();
+    void Move(ListMove move);
+    void Pick(int row);
+    void FillList();
+
+    Session& session_;
+    RecordRules rules_;
+    std::map<QString, Step> keys_;
+};
+
+}  // namespace kv
