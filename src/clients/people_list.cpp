@@ -1,5 +1,9 @@
 #include "clients/people_list.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include "base/format.h"
 #include "base/text.h"
 #include "clients/record_keys.h"
 
@@ -49,17 +53,6 @@ std::string KeptName(const std::string& name) {
     return Left(name, kLength);
 }
 
-Value PersonId(const Recordset& people, long position) {
-    Recordset clone = people.Clone();
-    clone.SetAbsolutePosition(position);
-    return clone.Get("id");
-}
-
-bool FindPersonById(Recordset& people, const Value& id) {
-    people.FindFirst(Sql("id = {}", id));
-    return !people.NoMatch();
-}
-
 bool SavePerson(Session& session, Recordset& people) {
     if (people.EditMode() == EditState::None) {
         session.ShowMessageWindow("You must press 'Add New' first to add a record");
@@ -68,7 +61,7 @@ bool SavePerson(Session& session, Recordset& people) {
     const Value id = people.Get("id");
     people.Update();
     people.Requery();  // the name may have moved the row
-    FindPersonById(people, id);
+    people.FindFirst(Sql("id = {}", id));
     return true;
 }
 
@@ -78,6 +71,41 @@ bool DeletePerson(Session& session, Recordset& people) {
 
 bool MovePerson(Session& session, Recordset& people, ListMove move) {
     return MoveInRecords(session, people, move, kTexts);
+}
+
+Document PeoplePrint(PeopleTable table, const Recordset& people) {
+    constexpr double kNoteIndent = 0.25;
+    Document document{std::string(PeopleTitle(table))};
+    document.Heading(1, std::string(PeopleTitle(table)));
+    Recordset rows = people.Clone();
+    if (rows.RecordCount() > 0) {
+        rows.MoveFirst();
+    }
+    for (; !rows.Eof(); rows.MoveNext()) {
+        TextStyle bold;
+        bold.bold = true;
+        Paragraph& name = document.Line(rows.Text("Name"), bold);
+        name.spaceBefore = 0.1;
+        name.keepWithNext = true;
+        const auto line = [&](const std::vector<std::string>& texts) {
+            std::vector<std::string> filled;
+            std::copy_if(texts.begin(), texts.end(), std::back_inserter(filled),
+                         [](const std::string& text) { return !Trim(text).empty(); });
+            if (!filled.empty()) {
+                document.Line(Join(filled, ", ")).indent = kNoteIndent;
+            }
+        };
+        const auto labelled = [&](std::string_view label, const std::string& text) {
+            return Trim(text).empty() ? std::string() : std::string(label) + ": " + text;
+        };
+        line({rows.Text("Title"), labelled("Contact 1", rows.Text("Contact1")),
+              labelled("Contact 2", rows.Text("Contact2"))});
+        line({rows.Text("Address"), rows.Text("City"), rows.Text("State"), rows.Text("Zip")});
+        line({labelled("Phone", FormatPhone(rows.Text("Phone"))),
+              labelled("Fax", FormatPhone(rows.Text("Fax")))});
+        line({rows.Text(PeopleNoteField())});
+    }
+    return document;
 }
 
 std::vector<NamedNote> LoadPeople(Session& session, PeopleTable table) {

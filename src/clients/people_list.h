@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "clients/list_move.h"
+#include "printing/document/document.h"
 #include "session/session.h"
 
 namespace kv {
@@ -29,15 +30,14 @@ Recordset OpenPeople(Session& session, PeopleTable table);
 /// Moves to the person of that name; false leaves the list where it is.
 bool FindPerson(Recordset& people, const std::string& name);
 
-/// What tells a person from all others in the list, and the move to the one it belongs to.
-Value PersonId(const Recordset& people, long position);
-bool FindPersonById(Recordset& people, const Value& id);
-
 /// The toolbar of FRMmisc. Each speaks to the operator and answers whether it did something. Between AddNew
 /// or Edit and Save the screen writes its boxes into the row.
 bool SavePerson(Session& session, Recordset& people);
 bool DeletePerson(Session& session, Recordset& people);
 bool MovePerson(Session& session, Recordset& people, ListMove move);
+
+/// The printout of the list: a row for each person, the note below it.
+Document PeoplePrint(PeopleTable table, const Recordset& people);
 
 /// What a client's row keeps of a person's name: its first 30 characters.
 std::string KeptName(const std::string& name);

@@ -21,6 +21,7 @@ FRMNotVisit::FRMNotVisit(Session& session, QWidget* parent) : SectionScreen(pare
     setWindowTitle(QStringLiteral(" Caregiver's who should not visit this Client"));
     Pick = [this] { return PickEmployee(session_, this); };
     RecordRules rules;
+    rules.key = "emp_id";
     rules.row = [](const Recordset& banned) {
         GridRow row;
         row.cells = {banned.Get("Emp_name"), banned.Get("emp_id")};

@@ -1,19 +1,16 @@
 #pragma once
 #include <QDialog>
 #include <functional>
-#include <map>
 #include <optional>
 #include <string>
 
 #include "clients/people_list.h"
-#include "screens/widgets/bound_source.h"
 #include "session/session.h"
 
 namespace kv {
 
-class FieldForm;
 class Grid;
-class MemoBox;
+class RecordList;
 class ToolBar;
 
 /// "Doctors" or "Case Managers": the list of them and the one that is picked, to be changed.
@@ -31,27 +28,17 @@ class FRMmisc : public QDialog {
 
     ToolBar* Toolbar1;
     Grid* FGinfo;
-    BoundSource dbInfo;
+    RecordList* dbInfo;
+
+    /// Shows a printout.
+    std::function<void(const Document&)> Preview;
 
   private:
-    using Step = std::function<void()>;
-
-    void MakeToolbar();
-    QWidget* MakeBoxes();
+    void MakeBoxes();
     void Open(const std::string& name);
-    void Handle(const Step& step);
-    /// Before another row: asks about what was typed. Throws where it can't be saved, which keeps the
-    /// operator on the row.
-    void LeaveRow();
-    void NewKey();
-    void SaveKey();
-    void DeleteKey();
-    void Move(ListMove move);
-    void FillGrid();
 
     Session& session_;
     PeopleTable table_;
-    std::map<QString, Step> keys_;
     bool picked_ = false;
 };
 

@@ -15,6 +15,7 @@ frmAddPhone::frmAddPhone(Session& session, QWidget* parent) : SectionScreen(pare
     setObjectName(QStringLiteral("frmAddPhone"));
     setWindowTitle(QStringLiteral(" Additional Telephony Phone Numbers"));
     RecordRules rules;
+    rules.key = "phonenum";
     rules.row = [](const Recordset& phone) {
         GridRow row;
         row.cells = {phone.Get("phonenum")};

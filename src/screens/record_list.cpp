@@ -10,18 +10,23 @@
 namespace kv {
 
 RecordList::RecordList(Session& session, const QString& toolbar, const QString& grid,
-                       const std::vector<GridColumn>& columns, RecordRules rules, QWidget* parent)
+                       const std::vector<GridColumn>& columns, RecordRules rules, QWidget* parent,
+                       const std::vector<ToolKey>& keys)
     : QWidget(parent),
       Source([this](const EngineError& error) { ReportEngineError(session_, error); }),
       session_(session),
       rules_(std::move(rules)) {
-    Toolbar = new ToolBar(
-        toolbar,
-        {StandardKey(QStringLiteral("first")), StandardKey(QStringLiteral("previous")),
-         StandardKey(QStringLiteral("next")), StandardKey(QStringLiteral("last")), ToolSeparator(),
-         StandardKey(QStringLiteral("new")), StandardKey(QStringLiteral("delete")),
-         StandardKey(QStringLiteral("save")), StandardKey(QStringLiteral("discard"))},
-        this);
+    std::vector<ToolKey> all = {StandardKey(QStringLiteral("first")),
+                                StandardKey(QStringLiteral("previous")),
+                                StandardKey(QStringLiteral("next")),
+                                StandardKey(QStringLiteral("last")),
+                                ToolSeparator(),
+                                StandardKey(QStringLiteral("new")),
+                                StandardKey(QStringLiteral("delete")),
+                                StandardKey(QStringLiteral("save")),
+                                StandardKey(QStringLiteral("discard"))};
+    all.insert(all.end(), keys.begin(), keys.end());
+    Toolbar = new ToolBar(toolbar, all, this);
     List = new Grid(grid, columns, this);
     Form = new FieldForm(this);
     auto* layout = new QVBoxLayout(this);
@@ -43,7 +48,11 @@ RecordList::RecordList(Session& session, const QString& toolbar, const QString& 
         {QStringLiteral("save"), [this] { SaveKey(); }},
         {QStringLiteral("discard"), [this] { Source.Restore(); }},
     };
-    connect(Toolbar, &ToolBar::keyPressed, this, [this](const QString& key) { Handle(keys_.at(key)); });
+    connect(Toolbar, &ToolBar::keyPressed, this, [this](const QString& key) {
+        if (const auto step = keys_.find(key); step != keys_.end()) {
+            Handle(step->second);
+        }
+    });
     connect(List, &Grid::rowPicked, this, [this](int row) { Handle([this, row] { Pick(row); }); });
     connect(&Source, &BoundSource::repositioned, this,
             [this] { List->SetCurrentRow(Source.IsAdding() ? -1 : static_cast<int>(Source.Position())); });
@@ -111,6 +120,7 @@ bool RecordList::SaveKey() {
     }
     Source.ShowRow();
     FillList();
+    emit rowChosen();
     return true;
 }
 
@@ -122,20 +132,34 @@ void RecordList::DeleteKey() {
     if (rules_.remove(Source.Rows())) {
         Source.ShowRow();
         FillList();
+        emit rowDeleted();
     }
 }
 
 void RecordList::Move(ListMove move) {
     if (Leave() && rules_.move(Source.Rows(), move)) {
         Source.ShowRow();
+        emit rowChosen();
     }
 }
 
+Value RecordList::KeyAt(long row) const {
+    Recordset rows = Source.Rows().Clone();
+    if (row >= rows.RecordCount()) {
+        return {};
+    }
+    rows.SetAbsolutePosition(row);
+    return rows.Get(rules_.key);
+}
+
 void RecordList::Pick(int row) {
-    const long before = Source.Count();
-    // A save may have put a row among the others; the row picked is then no longer where it was seen.
-    if (Leave() && Source.Count() == before) {
-        Source.MoveTo(row);
+    const Value key = KeyAt(row);
+    if (!Leave()) {
+        return;
+    }
+    // Leaving may have saved, and moved the rows; where it did not, the place tells rows of one key apart.
+    if (KeyAt(row) == key ? Source.MoveTo(row) : Source.FindFirst(Sql("[" + rules_.key + "] = {}", key))) {
+        emit rowChosen();
     }
 }
 

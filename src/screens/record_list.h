@@ -7,16 +7,17 @@
 #include "clients/list_move.h"
 #include "screens/widgets/bound_source.h"
 #include "screens/widgets/grid.h"
+#include "screens/widgets/tool_bar.h"
 #include "session/session.h"
 
 namespace kv {
 
 class FieldForm;
-class ToolBar;
 
 /// What a list of records does by its rules. Each speaks to the operator and answers whether it did
 /// something; what is left out is always allowed.
 struct RecordRules {
+    std::string key;  ///< the field that tells a row from all others
     std::function<GridRow(const Recordset&)> row;
     std::function<bool()> mayAdd;
     std::function<bool(Recordset&)> save;
@@ -29,8 +30,10 @@ struct RecordRules {
 class RecordList : public QWidget {
     Q_OBJECT
   public:
+    /// `keys` stand at the end of the toolbar; what they do is the owner's (Toolbar's keyPressed).
     RecordList(Session& session, const QString& toolbar, const QString& grid,
-               const std::vector<GridColumn>& columns, RecordRules rules, QWidget* parent);
+               const std::vector<GridColumn>& columns, RecordRules rules, QWidget* parent,
+               const std::vector<ToolKey>& keys = {});
 
     /// Shows a list on its current row.
     void SetRecords(Recordset rows);
@@ -46,6 +49,9 @@ class RecordList : public QWidget {
   signals:
     /// A new row waits for its first entry.
     void rowAdded();
+    /// The operator chose the row that is shown: picked it, moved to it or saved it.
+    void rowChosen();
+    void rowDeleted();
 
   private:
     using Step = std::function<void()>;
@@ -56,6 +62,7 @@ class RecordList : public QWidget {
     void DeleteKey();
     void Move(ListMove move);
     void Pick(int row);
+    Value KeyAt(long row) const;
     void FillList();
 
     Session& session_;

@@ -20,12 +20,9 @@ std::string WithSeparator(std::string folder) {
     return folder;
 }
 
-void ReadAgency(Session& session) {
-    Recordset agency = session.dbMainCode->OpenRecordset("select * from Agency");
-    session.AgencyName = agency.Text("ag_name");
-    session.WKENDING = agency.Text("wkending");
+void GiveMileageRate(Session& session) {
     // An agency without a rate has none to give.
-    if (const Value rate = agency.Get("billmile_rate"); !rate.IsNull())
+    if (const Value rate = session.dbMainCode->Lookup("select billmile_rate from Agency"); !rate.IsNull())
         session.dbMainWork->Execute(
             Sql("update clientpr set billmile_rate = {} where billmile_rate = 0", rate));
 }
@@ -57,6 +54,12 @@ bool IsStarted(SettingsStore& settings) {
     return settings.Get("STARTED", "STARTED") == "Y";
 }
 
+void ReadAgency(Session& session) {
+    Recordset agency = session.dbMainCode->OpenRecordset("select * from Agency");
+    session.AgencyName = agency.Text("ag_name");
+    session.WKENDING = agency.Text("wkending");
+}
+
 void ReadLogin(Session& session) {
     struct LoginValue {
         const char* key;
@@ -81,7 +84,10 @@ void OpenSessionData(Session& session) {
     steps.Try([&] { session.dbMainWork = session.OpenData("kestrava.mdb"); });
     steps.Try([&] { session.dbMainCode = session.OpenData("main.mdb"); });
     if (session.dbMainWork && session.dbMainCode)
-        steps.Try([&] { ReadAgency(session); });
+        steps.Try([&] {
+            ReadAgency(session);
+            GiveMileageRate(session);
+        });
     if (session.dbMainWork) {
         steps.Try([&] { session.rsEmployee = session.dbMainWork->OpenRecordset("select * from Employee"); });
         steps.Try([&] {

@@ -17,6 +17,9 @@ void ReadLogin(Session& session);
 /// Reads the country from the INI file; "CANADA" in any case sets Session::Canada, a missing key reads as
 /// "US".
 void ReadCountry(Session& session);
+/// Reads AgencyName and WKENDING from the open main.mdb, where they win over the settings. Throws
+/// EngineError.
+void ReadAgency(Session& session);
 /// Opens kestrava.mdb and main.mdb; on main.mdb reads Agency (AgencyName, WKENDING wins over the setting);
 /// gives each client without a mileage billing rate the agency's one, as every start does; opens rsEmployee
 /// and rsChanges.

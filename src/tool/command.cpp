@@ -2,9 +2,11 @@
 
 #include <ostream>
 
+#include "base/numbers.h"
 #include "base/platform.h"
 #include "base/text.h"
 #include "session/data_folder.h"
+#include "session/start.h"
 
 namespace kv::tool {
 
@@ -20,6 +22,11 @@ const std::vector<Command>& Commands() {
         {"check", "Test the databases", PrepareCheck},
         {"sql", "Run one statement", PrepareSql},
         {"next-id", "The id that a new client would get", PrepareNextId},
+        {"schedule", "Make the visits of assignments up to the horizon", PrepareSchedule},
+        {"conflicts", "How many Non-Visit rows of a caregiver a visit runs into", PrepareConflicts},
+        {"will-work", "Whether a caregiver declared that she works over a visit", PrepareWillWork},
+        {"week-hours", "The hours of a caregiver in the week of a day", PrepareWeekHours},
+        {"cobilling", "The client's percentage of what is billed", PrepareCobilling},
     };
     return commands;
 }
@@ -39,8 +46,33 @@ DatabasePtr Context::OpenDatabase(const std::string& name) const {
     return session.workspace.OpenDatabase(NativePath(name));
 }
 
+void Context::OpenWork() const {
+    session.dbMainWork = OpenDatabase("kestrava");
+    session.dbMainCode = OpenDatabase("main");
+    ReadAgency(session);
+}
+
 void Context::Print(const Json& document) const {
     out << document.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+}
+
+namespace {
+
+Date DateArgument(const std::string& text, std::size_t length, const char* form) {
+    const std::optional<Date> date = text.size() == length ? ParseDate(text) : std::nullopt;
+    if (!date)
+        throw UnusableArgument("\"" + text + "\" is not of the form " + form);
+    return *date;
+}
+
+}  // namespace
+
+Date DayArgument(const std::string& text) {
+    return DateArgument(text, std::string_view("YYYY-MM-DD").size(), "YYYY-MM-DD");
+}
+
+Date TimeArgument(const std::string& text) {
+    return DateArgument(text, std::string_view("HH:MM").size(), "HH:MM");
 }
 
 void AddDatabaseOption(CLI::App& command, std::string& name) {

@@ -38,6 +38,8 @@ struct Context {
     std::filesystem::path DataFolder() const;
     /// A database of the data folder by its short name ("main"), or by a path.
     DatabasePtr OpenDatabase(const std::string& name) const;
+    /// Opens kestrava and main for the session and reads what the rules take from the agency's row.
+    void OpenWork() const;
     /// Writes the command's one document.
     void Print(const Json& document) const;
 };
@@ -65,6 +67,15 @@ Action PrepareCopy(CLI::App& command);
 Action PrepareCheck(CLI::App& command);
 Action PrepareSql(CLI::App& command);
 Action PrepareNextId(CLI::App& command);
+Action PrepareSchedule(CLI::App& command);
+Action PrepareConflicts(CLI::App& command);
+Action PrepareWillWork(CLI::App& command);
+Action PrepareWeekHours(CLI::App& command);
+Action PrepareCobilling(CLI::App& command);
+
+/// A day "YYYY-MM-DD" or a time "HH:MM" from the arguments. Throws UnusableArgument.
+Date DayArgument(const std::string& text);
+Date TimeArgument(const std::string& text);
 
 /// Adds --db with its default kestrava; the name lands in `name`.
 void AddDatabaseOption(CLI::App& command, std::string& name);

@@ -99,6 +99,25 @@ TEST(Tool, LoginLeavesWhatTheMenuProgramLeaves) {
     EXPECT_EQ(setting("User"), "BOB");
 }
 
+TEST(Tool, LoginTakesTheWeekEndingOfTheAgency) {
+    const ToolFolder folder;
+    folder.Do({"sql", "--db", "main", "update Agency set wkending = 'WED'"});
+    folder.Do({"login", "--user", "ANN"});
+    EXPECT_EQ(SettingsStore(folder.Path("settings.ini")).Get("Setting", "WKENDING"), "WED");
+}
+
+TEST(Tool, TheNextClientIdIsOnlyLookedUp) {
+    const ToolFolder folder;
+    folder.Do({"sql", "insert into clientpr (client) values ('00043')"});
+    EXPECT_EQ(folder.Do({"next-id"}).dump(), R"({"id":"00001"})");
+    IniFile(folder.Data("KESTRAVA.INI")).Set("KESTRAVA SYSTEM", "ClientID", "42");
+    EXPECT_EQ(folder.Do({"next-id"}).dump(), R"({"id":"00044"})");
+    EXPECT_EQ(folder.Do({"next-id"}).dump(), R"({"id":"00044"})") << "nothing was written";
+    EXPECT_EQ(folder.Do({"next-id", "--template"}).dump(), R"({"id":"99900"})");
+    IniFile(folder.Data("KESTRAVA.INI")).Set("KESTRAVA SYSTEM", "ClientID", "99899");
+    EXPECT_EQ(folder.Run({"next-id"}).status, 1);
+}
+
 TEST(Tool, StatementsAnswerAsJson) {
     const ToolFolder folder;
     EXPECT_EQ(

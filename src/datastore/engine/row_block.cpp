@@ -1,5 +1,6 @@
 #include "datastore/engine/row_block.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "base/numbers.h"
@@ -10,6 +11,9 @@ namespace {
 /// What a block of the usual batch needs; more is given back when the rows are let go.
 constexpr std::size_t kCellsKept = 65536;
 constexpr std::size_t kTextKept = 1048576;
+/// What a long walk asks for at once: the system hands such memory out page by page as it is used, so it
+/// costs less than moving the cells each time they outgrow their room.
+constexpr std::size_t kCellsOfAWalk = 1U << 20;
 
 }  // namespace
 
@@ -20,6 +24,11 @@ void RowBlock::Clear() {
         cells_.shrink_to_fit();
     if (texts_.capacity() > kTextKept)
         texts_.shrink_to_fit();
+}
+
+void RowBlock::Grow(std::size_t cells) {
+    const std::size_t doubled = std::max(cells, 2 * cells_.capacity());
+    cells_.reserve(doubled > kCellsKept ? std::max(doubled, kCellsOfAWalk) : doubled);
 }
 
 double RowBlock::NumberOf(const Cell& cell) const {

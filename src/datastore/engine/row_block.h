@@ -32,6 +32,8 @@ class RowBlock {
     /// Room for so many cells more; the first of them. What is not filled in is Null.
     Cell* Extend(std::size_t cells) {
         const std::size_t old = cells_.size();
+        if (old + cells > cells_.capacity())
+            Grow(old + cells);
         cells_.resize(old + cells);
         return cells_.data() + old;
     }
@@ -60,6 +62,7 @@ class RowBlock {
     }
 
   private:
+    void Grow(std::size_t cells);
     std::string_view TextOf(const Cell& cell) const { return {texts_.data() + cell.integer, cell.length}; }
     double NumberOf(const Cell& cell) const;
     /// What the engine keeps in another form than that of the field.

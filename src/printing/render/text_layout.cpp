@@ -32,6 +32,8 @@ QFont FontOf(const TextStyle& style, const TextStyle& base, int heading) {
     font.setStyleHint(family.rfind("Courier", 0) == 0 ? QFont::TypeWriter : QFont::SansSerif);
     font.setPixelSize(static_cast<int>(points * kHeadingScale[level] / kPointsPerInch * kUnitsPerInch));
     font.setHintingPreference(QFont::PreferNoHinting);
+    // No ligatures: who looks for "first" in a PDF must find it.
+    font.setStyleStrategy(QFont::PreferNoShaping);
     font.setBold(style.bold || base.bold || heading > 0);
     font.setItalic(style.italic || base.italic);
     font.setUnderline(style.underline);
