@@ -1,7 +1,10 @@
 #include "scheduling/schedule_creation.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <map>
 #include <optional>
+#include <utility>
 
 #include "base/format.h"
 #include "base/text.h"
@@ -29,6 +32,12 @@ void Try(const Step& step) {
     }
 }
 
+/// Her status is active, or she left on the day or later.
+bool WorksOn(const Recordset& caregiver, Date day) {
+    const Value left = caregiver.Get("t_date");
+    return EqualsNoCase(caregiver.Text("t_code"), "A") || (!left.IsNull() && left.ToDate().DayOnly() >= day);
+}
+
 Date AddWeeks(Date day, long weeks) {
     return day.AddDays(static_cast<double>(weeks * kDaysInAWeek));
 }
@@ -42,18 +51,35 @@ Date NextWeekEnd(Date last, long howoften, int endDay) {
 
 }  // namespace
 
-/// One assignment's way through its weeks.
+/// One assignment's way through its weeks. What it needs beside its row is read when the first visit is to be
+/// made, once for all of them.
 class ScheduleCreation::Run {
   public:
     Run(ScheduleCreation& creation, long assignment)
         : creation_(creation),
           session_(creation.session_),
           work_(*session_.dbMainWork),
+          visit_(creation.visits_),
           today_(session_.clock.Today()),
           assign_(work_.OpenRecordset(Sql("select * from assign where sequence = {}", assignment))) {}
 
-    bool HasAssignment() const { return !assign_.Eof(); }
+    void Go() {
+        if (assign_.Eof()) {
+            return;
+        }
+        long passes = creation_.weeks_;
+        Try([&] { passes = Passes(); });
+        bool moved = true;
+        // A pass that changed nothing would be the same the next time.
+        for (long pass = 0; pass < passes && moved; ++pass) {
+            moved = false;
+            Try([&] { moved = Pass(); });
+            Drop(assign_);
+            Drop(visit_);
+        }
+    }
 
+  private:
     /// How many weeks to go through: one that was neglected is brought level with the horizon in one run.
     long Passes() const {
         const Value last = assign_.Get("Last_date");
@@ -61,42 +87,41 @@ class ScheduleCreation::Run {
         return behind > kWeeksNeglected ? behind + creation_.weeks_ : creation_.weeks_;
     }
 
-    void Pass() {
-        Transaction week = work_.BeginTransaction();
-        Try([&] { RunWeek(); });
-        if (assign_.EditMode() != EditState::None) {
-            assign_.CancelUpdate();
+    /// Drops what a failed step left behind.
+    static void Drop(Recordset& rows) {
+        if (rows.EditMode() != EditState::None) {
+            rows.CancelUpdate();
         }
-        if (creation_.visits_.EditMode() != EditState::None) {
-            creation_.visits_.CancelUpdate();
-        }
-        week.Commit();
     }
 
-  private:
-    void RunWeek() {
+    /// One week. True where the assignment's row was changed.
+    bool Pass() {
         const Value last = assign_.Get("Last_date");
-        const long given = static_cast<long>(assign_.Get("howoften").NumberOr(0));
+        const long given = HowOften();
         // Without a Last_date the first week end from today on is where it begins.
         weekEnd_ = last.IsNull() ? WeekEndOf(today_.AddDays(1), creation_.endDay_)
                                  : NextWeekEnd(last.ToDate().DayOnly(), given, creation_.endDay_);
-        Try([&] { MendAssignment(given, last.IsNull()); });
+        bool changed = false;
+        if (given <= 0 || last.IsNull()) {
+            Try([&] {
+                MendAssignment(given, last.IsNull());
+                changed = true;
+            });
+        }
         if (!MayRun()) {
-            return;
+            return changed;
         }
         Try([&] { MoveLastDate(); });
         FindVisitDay();
         if (StandsOn(visitDay_) && !IsThere()) {
             AddVisit();
         }
+        return true;
     }
 
     long HowOften() const { return static_cast<long>(assign_.Get("howoften").NumberOr(0)); }
 
     void MendAssignment(long howoften, bool withoutLastDate) {
-        if (howoften > 0 && !withoutLastDate) {
-            return;
-        }
         assign_.Edit();
         const long every = std::max(howoften, 1L);
         assign_.Set("howoften", every);
@@ -142,18 +167,10 @@ class ScheduleCreation::Run {
             assign_.Get("st_date").ToDate().DayOnly() > day) {
             return false;
         }
-        const Value holiday = session_.dbMainCode->Lookup(
-            Sql("select [date] from Holidays where [date] = {}", day.DayNumber()));
-        if (holiday.IsNull()) {
+        if (!creation_.holidays_.contains(day.DayNumber())) {
             return true;
         }
-        std::string coverage;
-        Try([&] {
-            coverage =
-                work_.Lookup(Sql("select HOL_COV from clientPR where [client]={}", assign_.Text("CLIENT")))
-                    .ToText();
-        });
-        if (!EqualsNoCase(coverage, "NO")) {
+        if (!EqualsNoCase(Known().Client("HOL_COV").ToText(), "NO")) {
             return true;
         }
         Remove("No Schedule Created", "Holiday", assign_.Text("emp_name"));
@@ -162,30 +179,21 @@ class ScheduleCreation::Run {
 
     /// The assignment's own visit of that day, or one typed in by hand that stands for it.
     bool IsThere() {
-        const long sequence = assign_.Get("sequence").ToInteger();
+        const auto sequence = static_cast<double>(assign_.Get("sequence").ToInteger());
         const Date start = assign_.Get("St_time").IsNull() ? Date() : assign_.Get("St_time").ToDate();
-        Recordset rows = work_.OpenRecordset(
-            Sql("select assign_seq,St_time,visit_type from sch_DAY where client = {} and st_date = {}",
-                assign_.Text("CLIENT"), visitDay_.DayNumber()),
-            RecordsetType::Snapshot);
-        for (; !rows.Eof(); rows.MoveNext()) {
-            const Value from = rows.Get("assign_seq");
-            if (from.NumberOr(-1) == static_cast<double>(sequence)) {
-                return true;
-            }
-            const Value time = rows.Get("St_time");
-            if (from.NumberOr(-1) == 0 && !time.IsNull() &&
-                std::labs(MinutesBetween(time.ToDate().TimeOnly(), start.TimeOnly())) <= kSameVisitMinutes &&
-                EqualsNoCase(rows.Text("visit_type"), assign_.Text("visit_type"))) {
-                return true;
-            }
-        }
-        return false;
+        const auto [first, last] = Known().visits.equal_range(visitDay_.DayNumber());
+        return std::any_of(first, last, [&](const auto& entry) {
+            const Existing& visit = entry.second;
+            return visit.assignment == sequence ||
+                   (visit.assignment == 0 && visit.start &&
+                    std::labs(MinutesBetween(visit.start->TimeOnly(), start.TimeOnly())) <=
+                        kSameVisitMinutes &&
+                    EqualsNoCase(visit.type, assign_.Text("visit_type")));
+        });
     }
 
     void AddVisit() {
-        visit_ = &creation_.visits_;
-        visit_->AddNew();
+        visit_.AddNew();
         for (const char* column : {"CLIENT", "vendor", "emp_id"}) {
             Copy(column);
         }
@@ -193,12 +201,11 @@ class ScheduleCreation::Run {
         Put("emp_group", "");
         Put("assign_seq", assign_.Get("sequence"));
         Copy("author_seq");
-        Put("sch_type", ScheduleType());
+        Put("sch_type", Known().type);
         Put("Sch_code", "S");
         Put("WEEKEND", weekEnd_);
         Put("st_date", visitDay_);
-        Recordset client = Row("select * from clientPR where [client]={}", assign_.Text("CLIENT"));
-        Put("Manager", client.Eof() ? std::string() : client.Text("Manager"));
+        Put("Manager", Known().Client("Manager").ToText());
         for (const char* column : {"St_time", "END_TIME", "HRS"}) {
             Copy(column);
         }
@@ -206,39 +213,33 @@ class ScheduleCreation::Run {
         Copy("visit_type");
         Copy("billto");
         Put("cli_name", Trim(assign_.Text("cli_name")));
-        if (!client.Eof()) {
-            Put("disaster_code", client.Get("disaster_code"));
-            Put("cli_group", client.Get("Grouping"));
-        }
+        Put("disaster_code", Known().Client("disaster_code"));
+        Put("cli_group", Known().Client("Grouping"));
         if (creation_.paperwork_) {
             Put("paperwork", true);
         }
         AddCaregiver();
-        AddExtras(client);
-        const Value description = Find("select Description from visit_types where code = {}",
-                                       *session_.dbMainCode, assign_.Text("visit_type"));
-        if (!description.IsNull()) {
-            Put("visit_desc", description);
+        for (const auto& [column, value] : Known().extras) {
+            Put(column, value);
+        }
+        if (!Known().description.IsNull()) {
+            Put("visit_desc", Known().description);
         }
         Try([&] { KeepFreeOfNonVisits(); });
-        visit_->Update();
+        visit_.Update();
         ++creation_.created_;
+        // Where the assignment's row is held by another seat, the next pass comes to this day again.
+        facts_->visits.emplace(visitDay_.DayNumber(),
+                               Existing{static_cast<double>(assign_.Get("sequence").ToInteger()), {}, {}});
     }
 
     /// A caregiver who no longer works on that day is taken off this visit alone.
     void AddCaregiver() {
-        const std::string id = Trim(assign_.Text("emp_id"));
-        if (id.empty()) {
+        const Recordset& caregiver = Known().caregiver;
+        if (!caregiver.IsOpen() || caregiver.Eof()) {
             return;
         }
-        Recordset caregiver = Row("select * from employee where [EMP_ID] = {}", assign_.Text("emp_id"));
-        if (caregiver.Eof()) {
-            return;
-        }
-        const Value left = caregiver.Get("t_date");
-        const bool works = EqualsNoCase(caregiver.Text("t_code"), "A") ||
-                           (!left.IsNull() && left.ToDate().DayOnly() >= visitDay_);
-        if (!works) {
+        if (!WorksOn(caregiver, visitDay_)) {
             TakeOff("Not Active");
             return;
         }
@@ -249,39 +250,21 @@ class ScheduleCreation::Run {
         Put("emp_group", caregiver.Get("dept"));
     }
 
-    /// Mileage, errands and expenses are billed as the payer takes them: 1 is the client.
-    void AddExtras(const Recordset& client) {
-        constexpr double kClientPays = 1;
-        const double billto = assign_.Get("billto").NumberOr(0);
-        const auto copy = [&](const Recordset& payer) {
-            Put("BILL_TRAVEL", payer.Get("bill_mileage"));
-            Put("bill_errand", payer.Get("bill_errand"));
-            Put("BILL_EXPENSE", payer.Get("bill_expenses"));
-        };
-        if (billto == kClientPays && !client.Eof()) {
-            copy(client);
-            return;
-        }
-        const Recordset payer = Row("select * from Billcode_imaster where billcode = {}", billto);
-        if (!payer.Eof()) {
-            copy(payer);
-        }
-    }
-
     void KeepFreeOfNonVisits() {
-        const std::string id = Trim(visit_->Text("emp_id"));
+        const std::string id = Trim(visit_.Text("emp_id"));
         if (id.empty()) {
             return;
         }
         const ProposedVisit proposed = ProposeVisit(
             session_.clock, id, visitDay_, assign_.Get("St_time").ToDate(), assign_.Get("HRS").NumberOr(0));
-        if (FindScheduleConflict(session_, proposed) > 0) {
+        if (Known().nonVisits.Overlapping(proposed, today_) > 0 &&
+            !FindWillWorkConflict(session_, proposed)) {
             TakeOff("Non-Visit Schedule");
         }
     }
 
     void TakeOff(const char* reason) {
-        const std::string name = visit_->Text("emp_name");
+        const std::string name = visit_.Text("emp_name");
         Remove("Removed Caregiver", reason, name.empty() ? assign_.Text("emp_name") : name);
         for (const char* column : {"emp_id", "emp_name", "emp_group"}) {
             Put(column, "");
@@ -294,38 +277,119 @@ class ScheduleCreation::Run {
                                       start.IsNull() ? std::string() : FormatDate(start.ToDate(), "HH:NN")});
     }
 
-    std::string ScheduleType() {
-        const Value type =
-            Find("select sch_type from Authorizations where sequence = {}", work_, assign_.Get("author_seq"));
-        return type.ToText().empty() ? "R" : type.ToText();
+    struct Existing {
+        double assignment;
+        std::optional<Date> start;
+        std::string type;
+    };
+    /// What the visits of the run are made with beside the assignment's row.
+    struct Facts {
+        Recordset client;
+        Recordset caregiver;
+        std::string type = "R";
+        std::vector<std::pair<const char*, Value>> extras;
+        Value description;
+        std::multimap<long, Existing> visits;  ///< the client's, by day
+        NonVisits nonVisits;
+
+        Value Client(const char* field) const {
+            return client.IsOpen() && !client.Eof() ? client.Get(field) : Value();
+        }
+    };
+
+    const Facts& Known() {
+        if (!facts_) {
+            facts_.emplace();
+            Try([&] { ReadClient(); });
+            Try([&] { ReadCaregiver(); });
+            Try([&] { ReadType(); });
+            Try([&] { ReadExtras(); });
+            Try([&] {
+                facts_->description = session_.dbMainCode->Lookup(
+                    Sql("select Description from visit_types where code = {}", assign_.Text("visit_type")));
+            });
+            // A visit that stands twice is seen; one that is missing leaves somebody alone.
+            Try([&] { ReadVisits(); });
+        }
+        return *facts_;
     }
 
-    template <typename Key>
-    static Value Find(const char* statement, Database& database, const Key& key) {
-        Value found;
-        Try([&] { found = database.Lookup(Sql(statement, key)); });
-        return found;
+    Recordset Row(const std::string& statement) {
+        return work_.OpenRecordset(statement, RecordsetType::Snapshot);
     }
-    /// The row, or a closed-off one without any where it can't be looked for.
-    template <typename Key>
-    Recordset Row(const char* statement, const Key& key) {
-        try {
-            return work_.OpenRecordset(Sql(statement, key), RecordsetType::Snapshot);
-        } catch (const EngineError&) {
-            return work_.OpenRecordset("select * from clientPR where client = ''", RecordsetType::Snapshot);
+    void ReadClient() {
+        facts_->client =
+            Row(Sql("select Manager,HOL_COV,disaster_code,Grouping,bill_mileage,bill_errand,"
+                    "bill_expenses from clientPR where [client]={}",
+                    assign_.Text("CLIENT")));
+    }
+    void ReadCaregiver() {
+        const std::string id = assign_.Text("emp_id");
+        if (Trim(id).empty()) {
+            return;
+        }
+        facts_->caregiver =
+            Row(Sql("select t_code,t_date,LastName,FirstName,dept,PAY_MILEAGE,PAY_ERRAND,"
+                    "PAY_EXPENSES from employee where [EMP_ID] = {}",
+                    id));
+        facts_->nonVisits = NonVisits(session_, Trim(id), weekEnd_.AddDays(1 - kDaysInAWeek), Horizon());
+    }
+    void ReadType() {
+        const std::string type = work_
+                                     .Lookup(Sql("select sch_type from Authorizations where sequence = {}",
+                                                 assign_.Get("author_seq")))
+                                     .ToText();
+        if (!type.empty()) {
+            facts_->type = type;
         }
     }
+    /// Mileage, errands and expenses are billed as the payer takes them: 1 is the client.
+    void ReadExtras() {
+        constexpr double kClientPays = 1;
+        const double billto = assign_.Get("billto").NumberOr(0);
+        Recordset payer;
+        const bool clientPays = billto == kClientPays && facts_->client.IsOpen() && !facts_->client.Eof();
+        if (!clientPays) {
+            payer =
+                Row(Sql("select bill_mileage,bill_errand,bill_expenses from Billcode_imaster where "
+                        "billcode = {}",
+                        billto));
+        }
+        const Recordset& from = clientPays ? facts_->client : payer;
+        if (!from.Eof()) {
+            facts_->extras = {{"BILL_TRAVEL", from.Get("bill_mileage")},
+                              {"bill_errand", from.Get("bill_errand")},
+                              {"BILL_EXPENSE", from.Get("bill_expenses")}};
+        }
+    }
+    void ReadVisits() {
+        Recordset rows =
+            Row(Sql("select st_date,assign_seq,St_time,visit_type from sch_DAY where client = {} "
+                    "and st_date >= {} and st_date <= {}",
+                    assign_.Text("CLIENT"), weekEnd_.DayNumber() - kDaysInAWeek, Horizon().DayNumber()));
+        for (; !rows.Eof(); rows.MoveNext()) {
+            const Value start = rows.Get("St_time");
+            facts_->visits.emplace(rows.Get("st_date").ToDate().DayNumber(),
+                                   Existing{rows.Get("assign_seq").NumberOr(-1),
+                                            start.IsNull() ? std::nullopt : std::optional(start.ToDate()),
+                                            rows.Text("visit_type")});
+        }
+    }
+    /// No visit lies behind it.
+    Date Horizon() const { return AddWeeks(today_, creation_.weeks_); }
+
     void Put(const char* column, const Value& value) {
-        Try([&] { visit_->Set(column, value); });
+        Try([&] { visit_.Set(column, value); });
     }
     void Copy(const char* column) { Put(column, assign_.Get(column)); }
 
     ScheduleCreation& creation_;
     Session& session_;
     Database& work_;
+    Recordset& visit_;
     Date today_;
     Recordset assign_;
-    Recordset* visit_ = nullptr;
+    std::optional<Facts> facts_;
     Date weekEnd_;
     Date visitDay_;
 };
@@ -341,24 +405,31 @@ ScheduleCreation::ScheduleCreation(Session& session)
         paperwork_ = agency.Text("NotUsed1") == "Y";
         Try([&] { weeks_ = static_cast<long>(agency.Get("sch_weeks").NumberOr(0)); });
     }
+    Recordset holidays = session.dbMainCode->OpenRecordset("Holidays", RecordsetType::Snapshot);
+    for (; !holidays.Eof(); holidays.MoveNext()) {
+        Try([&] { holidays_.insert(holidays.Get("date").ToDate().DayNumber()); });
+    }
     visits_ = session.dbMainWork->OpenRecordset("select * from sch_day where sequence = 0");
 }
 
 void ScheduleCreation::RunFor(long assignment) {
-    Run run(*this, assignment);
-    if (!run.HasAssignment()) {
-        return;
-    }
-    long passes = weeks_;
-    Try([&] { passes = run.Passes(); });
-    for (long pass = 0; pass < passes; ++pass) {
-        run.Pass();
-    }
+    Transaction whole = session_.dbMainWork->BeginTransaction();
+    Run(*this, assignment).Go();
+    whole.Commit();
 }
 
 bool ScheduleCreation::RunAll(const std::vector<long>& assignments) {
-    for (const long assignment : assignments) {
-        RunFor(assignment);
+    // So many that writing them through to the disk costs little, and no other seat waits long.
+    constexpr std::size_t kInOneStroke = 50;
+    ProgressBar bar(session_.progress, "Creating schedules", static_cast<long>(assignments.size()));
+    for (std::size_t at = 0; at < assignments.size();) {
+        Transaction stroke = session_.dbMainWork->BeginTransaction();
+        const std::size_t end = std::min(at + kInOneStroke, assignments.size());
+        for (; at < end; ++at) {
+            Run(*this, assignments[at]).Go();
+            bar.Advance();
+        }
+        stroke.Commit();
         if (!session_.progress.Yield()) {
             return false;
         }

@@ -1,4 +1,5 @@
 #pragma once
+#include <set>
 #include <vector>
 
 #include "scheduling/removed_visits.h"
@@ -10,8 +11,9 @@ namespace kv {
 /// nothing that is there; an assignment's Last_date remembers how far it got.
 ///
 /// Where a single step fails, it is passed over and the next one runs; only opening the tables throws
-/// EngineError. Writes sch_day (rows added) and assign (howoften, Last_date), and nothing else. A week is
-/// written whole or not at all, so that a seat that dies leaves no week passed over without its visit.
+/// EngineError. Writes sch_day (rows added) and assign (howoften, Last_date), and nothing else. What is done
+/// for an assignment is written whole or not at all, so that a seat that dies leaves no week passed over
+/// without its visit; where the store can't take it at all (a full disk) EngineError is thrown.
 class ScheduleCreation {
   public:
     explicit ScheduleCreation(Session& session);
@@ -30,7 +32,8 @@ class ScheduleCreation {
     Session& session_;
     int endDay_;  ///< the weekday on which a week ends, 1 to 7
     bool paperwork_ = false;
-    long weeks_ = 0;    ///< the horizon
+    long weeks_ = 0;  ///< the horizon
+    std::set<long> holidays_;
     Recordset visits_;  ///< takes the rows that are added
     std::vector<RemovedVisit> removed_;
     long created_ = 0;

@@ -32,18 +32,12 @@ struct Span {
 };
 
 /// A row's time laid around `today` as its weekday lies around the visit's: the day before, the same or the
-/// next one. Nothing for a row whose Day names another, or that lacks its times.
-std::optional<Span> LaidOn(Date today, const Recordset& row, Date visitDay) {
-    const std::string day = row.Text("Day");
-    if (row.Get("St_time").IsNull() || row.Get("END_TIME").IsNull()) {
-        return std::nullopt;
-    }
+/// next one. Nothing for a row whose Day names another.
+std::optional<Span> LaidOn(Date today, Date visitDay, const std::string& day, Date from, Date to) {
     for (const int shift : {-1, 0, 1}) {
         if (!EqualsNoCase(day, WeekdayCode(visitDay.AddDays(shift)))) {
             continue;
         }
-        const Date from = row.Get("St_time").ToDate();
-        const Date to = row.Get("END_TIME").ToDate();
         const bool crosses = TimeText(to) <= TimeText(from);
         const Date base = today.AddDays(shift);
         return Span{base.At(from), base.AddDays(crosses ? 1 : 0).At(to)};
@@ -72,26 +66,50 @@ bool MomentsOverlap(std::string_view start, std::string_view end, std::string_vi
     return (start >= proposedStart && start < proposedEnd) || (proposedStart > start && proposedStart < end);
 }
 
-int FindScheduleConflict(Session& session, const ProposedVisit& visit) {
-    const Date today = session.clock.Today();
-    const long day = visit.st_date.DayNumber();
-    Recordset rows = session.dbMainWork->OpenRecordset(
-        Sql("select * from sch_day where  emp_id = {} and st_date between {} AND {}", visit.emp_id, day - 1,
-            CrossesMidnight(visit) ? day + 1 : day),
-        RecordsetType::Snapshot);
-    const std::string proposedStart = FormatDate(visit.start, kMoment);
-    const std::string proposedEnd = FormatDate(visit.end, kMoment);
-    int conflicts = 0;
+NonVisits::NonVisits(Session& session, std::string emp_id, Date first, Date last) {
+    Recordset rows =
+        session.dbMainWork->OpenRecordset(Sql("select CLIENT,Cancelled,st_date,[Day],St_time,END_TIME from "
+                                              "sch_day where  emp_id = {} and st_date "
+                                              "between {} AND {}",
+                                              emp_id, first.DayNumber() - 1, last.DayNumber() + 1),
+                                          RecordsetType::Snapshot);
     for (; !rows.Eof(); rows.MoveNext()) {
         if (!rows.Text("CLIENT").empty() || rows.Get("Cancelled").IsTrue()) {
             continue;
         }
-        const std::optional<Span> row = LaidOn(today, rows, visit.st_date);
-        if (row && MomentsOverlap(FormatDate(row->start, kMoment), FormatDate(row->end, kMoment),
-                                  proposedStart, proposedEnd)) {
-            ++conflicts;
+        // A row that lacks its times stands nowhere.
+        if (!rows.Get("St_time").IsNull() && !rows.Get("END_TIME").IsNull()) {
+            rows_.push_back({rows.Get("st_date").ToDate().DayNumber(), rows.Text("Day"),
+                             rows.Get("St_time").ToDate(), rows.Get("END_TIME").ToDate()});
         }
     }
+}
+
+int NonVisits::Overlapping(const ProposedVisit& visit, Date today) const {
+    if (rows_.empty()) {
+        return 0;
+    }
+    const long day = visit.st_date.DayNumber();
+    const long last = CrossesMidnight(visit) ? day + 1 : day;
+    const std::string proposedStart = FormatDate(visit.start, kMoment);
+    const std::string proposedEnd = FormatDate(visit.end, kMoment);
+    int count = 0;
+    for (const Row& row : rows_) {
+        if (row.day < day - 1 || row.day > last) {
+            continue;
+        }
+        const std::optional<Span> span = LaidOn(today, visit.st_date, row.name, row.from, row.to);
+        if (span && MomentsOverlap(FormatDate(span->start, kMoment), FormatDate(span->end, kMoment),
+                                   proposedStart, proposedEnd)) {
+            ++count;
+        }
+    }
+    return count;
+}
+
+int FindScheduleConflict(Session& session, const ProposedVisit& visit) {
+    const NonVisits nonVisits(session, visit.emp_id, visit.st_date, visit.st_date);
+    const int conflicts = nonVisits.Overlapping(visit, session.clock.Today());
     return conflicts > 0 && FindWillWorkConflict(session, visit) ? 0 : conflicts;
 }
 

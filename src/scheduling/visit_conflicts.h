@@ -1,6 +1,7 @@
 #pragma once
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "session/session.h"
 
@@ -19,6 +20,26 @@ struct ProposedVisit {
 /// The moments as schedule creation builds them. A start with a day is cut to its time.
 ProposedVisit ProposeVisit(const Clock& clock, const std::string& emp_id, Date st_date, Date st_time,
                            double hours);
+
+/// The Non-Visit rows (no client, not cancelled) of one caregiver over some days, for looking at many visits.
+class NonVisits {
+  public:
+    /// Of no caregiver: no visit runs into them.
+    NonVisits() = default;
+    /// Reads those that visits from one day to the other may run into. Throws EngineError.
+    NonVisits(Session& session, std::string emp_id, Date first, Date last);
+    /// How many of them the visit runs into, willingness not looked at.
+    int Overlapping(const ProposedVisit& visit, Date today) const;
+
+  private:
+    struct Row {
+        long day;          ///< st_date
+        std::string name;  ///< its Day, as it is stored
+        Date from;
+        Date to;
+    };
+    std::vector<Row> rows_;
+};
 
 /// How many times the visit runs into a Non-Visit row of the caregiver (no client, not cancelled) that no
 /// willingness row outweighs. 0 is none. Throws EngineError.

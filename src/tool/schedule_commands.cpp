@@ -38,13 +38,7 @@ int RunSchedule(Context& context, const WhichAssignments& which) {
     context.OpenWork();
     const std::vector<long> assignments = Chosen(session, which);
     ScheduleCreation creation(session);
-    {
-        ProgressBar bar(session.progress, "Creating schedules", static_cast<long>(assignments.size()));
-        for (const long assignment : assignments) {
-            creation.RunFor(assignment);
-            bar.Advance();
-        }
-    }
+    creation.RunAll(assignments);
     Json removed = Json::array();
     for (const RemovedVisit& visit : creation.Removed())
         removed.push_back(RowOf(visit));
