@@ -61,6 +61,7 @@ FRMweb::FRMweb(Session& session, WebVisit visit, const ViewMaker& makeView, QWid
     LBLnote->setWordWrap(true);
 
     auto* line = new QHBoxLayout;
+    line->setSpacing(theme::kUnit);
     line->setContentsMargins(theme::kUnit, theme::kHalfUnit, theme::kUnit, theme::kHalfUnit);
     line->addWidget(caption);
     line->addWidget(TXTcurrent, 1);

@@ -24,7 +24,11 @@ QFunctionPointer Resolve(const char* name) {
 
 QWidget* MakeWebView(QWidget* parent) {
     using Make = QWidget* (*)(QWidget*);
-    return reinterpret_cast<Make>(Resolve("kv_make_web_view"))(parent);
+    QWidget* view = reinterpret_cast<Make>(Resolve("kv_make_web_view"))(parent);
+    if (view == nullptr) {
+        throw std::runtime_error("The browser can not be opened: this display can not draw it (OpenGL).");
+    }
+    return view;
 }
 
 void PrintWebView(QWidget* view, const QString& file) {

@@ -198,6 +198,15 @@ TEST_F(NotesAndWays, TheMapIsFetchedForThePrint) {
     EXPECT_NE(printed.find("[picture]"), std::string::npos) << "the one of before";
 }
 
+TEST(Browser, WithoutItsModuleSaysSo) {
+    try {
+        MakeWebView(nullptr);
+        FAIL() << "there is no browser beside the tests";
+    } catch (const std::runtime_error& error) {
+        EXPECT_TRUE(std::string(error.what()).starts_with("The browser can not be opened: ")) << error.what();
+    }
+}
+
 TEST_F(NotesAndWays, TheBrowserKeepsWhatWasCopied) {
     Configure({"DirectionsServer=https://way.example.com", "MapServer=https://maps.example.com",
                "HomePage=www.example.com"});

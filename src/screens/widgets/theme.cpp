@@ -103,6 +103,11 @@ QPalette PaletteOf(const QColor& window, const QColor& base, const QColor& ink, 
 
 void Apply(QApplication& application) {
     application.setStyle(QStringLiteral("Fusion"));
+    // Kerning and ligatures are ornament on a screen full of boxes, and cost a third of the drawing.
+    QFont font = QApplication::font();
+    font.setStyleStrategy(QFont::PreferNoShaping);
+    font.setKerning(false);
+    QApplication::setFont(font);
 }
 
 bool IsDark(const QPalette& palette) {
