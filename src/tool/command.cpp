@@ -27,6 +27,7 @@ const std::vector<Command>& Commands() {
         {"will-work", "Whether a caregiver declared that she works over a visit", PrepareWillWork},
         {"week-hours", "The hours of a caregiver in the week of a day", PrepareWeekHours},
         {"cobilling", "The client's percentage of what is billed", PrepareCobilling},
+        {"authorization-use", "What is authorized, scheduled, worked and left", PrepareAuthorizationUse},
     };
     return commands;
 }

@@ -72,6 +72,7 @@ Action PrepareConflicts(CLI::App& command);
 Action PrepareWillWork(CLI::App& command);
 Action PrepareWeekHours(CLI::App& command);
 Action PrepareCobilling(CLI::App& command);
+Action PrepareAuthorizationUse(CLI::App& command);
 
 /// A day "YYYY-MM-DD" or a time "HH:MM" from the arguments. Throws UnusableArgument.
 Date DayArgument(const std::string& text);

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "clients/plain_form.h"
+#include "support/plain_form.h"
 #include "support/test_agency.h"
 
 namespace kv::test {

@@ -1,4 +1,4 @@
-#include "clients/plain_form.h"
+#include "support/plain_form.h"
 
 #include <algorithm>
 #include <map>
