@@ -18,6 +18,8 @@ class ClientForm {
     /// Every bound control, and the named boxes txtCliId, cmbGroup, CMBhol, TXTdirections, TXTedit and
     /// TXTbox, in the order of the screen, as they stand now.
     virtual ScreenControls Controls() const = 0;
+    /// CMBcliStatus: which clients the list is limited to.
+    virtual std::string Filter() const = 0;
     /// The notes as the row had them when it was loaded.
     virtual std::string LoadedNotes() const = 0;
     /// Changes what a box holds: TxtFirstnam and TxtLastname, which then count as changed as if typed but

@@ -4,7 +4,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "clients/call_types.h"
 #include "clients/pick_query.h"
 #include "screens/widgets/grid.h"
 #include "screens/widgets/theme.h"
@@ -12,7 +11,8 @@
 
 namespace kv {
 
-FRMIdFind::FRMIdFind(Session& session, QWidget* parent) : QDialog(parent) {
+FRMIdFind::FRMIdFind(Session& session, std::vector<LookupItem> types, QWidget* parent)
+    : QDialog(parent), types_(std::move(types)) {
     setObjectName(QStringLiteral("FRMIdFind"));
     setWindowTitle(QStringLiteral("Find Call Type"));
     FGfind = new Grid(QStringLiteral("FGfind"), {{tr("Code"), 10}, {tr("Description"), 40}}, this);
@@ -36,11 +36,6 @@ FRMIdFind::FRMIdFind(Session& session, QWidget* parent) : QDialog(parent) {
     connect(CMDselect, &QPushButton::clicked, this, &QDialog::accept);
     connect(Command1, &QPushButton::clicked, this, &QDialog::reject);
     ApplyGridColors(this, session.COLOR);
-    try {
-        types_ = LoadCallTypes(session);
-    } catch (const EngineError& error) {
-        ReportEngineError(session, error);
-    }
     std::vector<GridRow> rows;
     for (const LookupItem& type : types_) {
         GridRow row;

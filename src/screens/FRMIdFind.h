@@ -16,7 +16,8 @@ class Grid;
 class FRMIdFind : public QDialog {
     Q_OBJECT
   public:
-    explicit FRMIdFind(Session& session, QWidget* parent = nullptr);
+    /// Offers these types; without any, "There are no Call Types".
+    FRMIdFind(Session& session, std::vector<LookupItem> types, QWidget* parent = nullptr);
     /// The code of the call type taken, or kCancelled.
     std::string Pick();
 

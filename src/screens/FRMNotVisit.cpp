@@ -63,7 +63,7 @@ FRMNotVisit::FRMNotVisit(Session& session, QWidget* parent) : SectionScreen(pare
     connect(Command7, &QToolButton::clicked, this, &FRMNotVisit::PickKey);
 }
 
-void FRMNotVisit::SetHiddenID(const std::string& id, const ScreenControls& /*mainScreen*/) {
+void FRMNotVisit::SetHiddenID(const std::string& id, ClientForm& /*mainScreen*/) {
     clientId_ = id;
     DBnoemp->SetRecords(OpenBannedCaregivers(session_, id));
 }

@@ -16,7 +16,7 @@ class FRMNotVisit : public SectionScreen {
     Q_OBJECT
   public:
     FRMNotVisit(Session& session, QWidget* parent);
-    void SetHiddenID(const std::string& id, const ScreenControls& mainScreen) override;
+    void SetHiddenID(const std::string& id, ClientForm& mainScreen) override;
     bool MayLeave() override;
 
     RecordList* DBnoemp;

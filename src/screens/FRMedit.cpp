@@ -200,6 +200,20 @@ void FRMedit::Show(const std::string& statement) {
     View->SetRows(list_.rows);
 }
 
+void FRMedit::ShowRecord(const QString& caption, const std::string& area, const std::string& id,
+                         const std::string& statement) {
+    for (const QString& label : TXTarea->Items()) {
+        if (AreaCode(FromQt(label)) == area) {
+            TXTarea->SetText(label);
+        }
+    }
+    txtId->SetCaption(caption);
+    txtId->setText(ToQt(id));
+    TXTStartdate->SetDate({});
+    TXTEndDate->SetDate({});
+    Handle([&] { Show(statement); });
+}
+
 void FRMedit::LookKey() {
     txtId->SetCaption(QStringLiteral("Unique &ID"));
     Show(ChangeSearchStatement(Criteria()));

@@ -26,6 +26,9 @@ class FRMedit : public QDialog {
   public:
     explicit FRMedit(Session& session, QWidget* parent = nullptr);
     void reject() override;
+    /// Shows one record's history: what its id is called, the family ("AUT"), the id, and the statement.
+    void ShowRecord(const QString& caption, const std::string& area, const std::string& id,
+                    const std::string& statement);
 
     ToolBar* Toolbar1;
     QRadioButton* OPTtime[2];  ///< 0 the current file, 1 the archived one

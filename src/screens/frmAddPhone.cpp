@@ -45,8 +45,8 @@ frmAddPhone::frmAddPhone(Session& session, QWidget* parent) : SectionScreen(pare
     connect(dbPhone, &RecordList::rowAdded, mskPhone, [this] { mskPhone->setFocus(); });
 }
 
-void frmAddPhone::SetHiddenID(const std::string& id, const ScreenControls& mainScreen) {
-    client_ = PhoneClientOf(id, mainScreen);
+void frmAddPhone::SetHiddenID(const std::string& id, ClientForm& mainScreen) {
+    client_ = PhoneClientOf(id, mainScreen.Controls());
     txtId->SetValue(Value(id.empty() ? std::string() : id + ", " + client_.name));
     dbPhone->SetRecords(OpenClientPhones(session_, client_));
 }

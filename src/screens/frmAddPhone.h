@@ -13,7 +13,7 @@ class frmAddPhone : public SectionScreen {
     Q_OBJECT
   public:
     frmAddPhone(Session& session, QWidget* parent);
-    void SetHiddenID(const std::string& id, const ScreenControls& mainScreen) override;
+    void SetHiddenID(const std::string& id, ClientForm& mainScreen) override;
     bool MayLeave() override;
 
     RecordList* dbPhone;

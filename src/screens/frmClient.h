@@ -53,6 +53,7 @@ class frmClient : public QMainWindow, public ClientForm {
     // ClientForm
     Recordset& List() override { return DbClient.Rows(); }
     ScreenControls Controls() const override;
+    std::string Filter() const override;
     std::string LoadedNotes() const override { return loadedNotes_; }
     void SetText(std::string_view control, const std::string& text) override;
     void EditRow() override;

@@ -16,6 +16,7 @@
 #include "screens/frmClient_notes.h"
 #include "screens/frmClient_referral.h"
 #include "screens/frmClient_required.h"
+#include "screens/widgets/grid.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/notes_box.h"
 #include "screens/widgets/number_box.h"
@@ -111,7 +112,7 @@ void frmClient::ShowClientRecord() {
         return;
     }
     if (activeScreen_ != nullptr) {
-        activeScreen_->SetHiddenID(view.id, Controls());
+        activeScreen_->SetHiddenID(view.id, *this);
     }
     ListPane->FGtree->Highlight(view.id);
     ShowStatusBar(view.statusBar);
@@ -133,6 +134,12 @@ void frmClient::ShowReferralIfOpen() {
 }
 
 void frmClient::SetButtons(const ClientView& view, bool hasClient) {
+    if (activeScreen_ != nullptr) {
+        // Its keys hold while the focus is in it.
+        if (auto* list = activeScreen_->findChild<Grid*>()) {
+            list->setFocus();
+        }
+    }
     const ToolbarButtons buttons = ClientToolbar(session_, DbClient.Count() > 0);
     for (std::size_t i = 1; i < buttons.size(); ++i) {
         const int index = static_cast<int>(i);
@@ -224,6 +231,10 @@ void frmClient::ShowHistoryIfOpen() {
     });
 }
 
+std::string frmClient::Filter() const {
+    return FromQt(ListPane->CMBcliStatus->Text());
+}
+
 void frmClient::OpenSection(int index) {
     const auto at = static_cast<std::size_t>(index);
     const Hourglass hourglass(session_.progress);
@@ -231,7 +242,9 @@ void frmClient::OpenSection(int index) {
     std::unique_ptr<SectionScreen> next;
     if (index != 0) {
         next.reset(sections_[at].make(session_, area_));
-        next->SetHiddenID(FromQt(Header->txtCliId->Text()), Controls());
+        connect(next.get(), &SectionScreen::clientChanged, this,
+                [this] { Handle([this] { ShowClientRecord(); }); });
+        next->SetHiddenID(FromQt(Header->txtCliId->Text()), *this);
     }
     FRMmain_Frame->setEnabled(index == 0);
     // The client can't be changed under a section.
@@ -240,6 +253,12 @@ void frmClient::OpenSection(int index) {
     activeScreen_ = next.release();
     IMGCommand->SetOpen(index);
     area_->setCurrentIndex(activeScreen_ == nullptr ? 0 : area_->addWidget(activeScreen_));
+    if (activeScreen_ != nullptr) {
+        // Its keys hold while the focus is in it.
+        if (auto* list = activeScreen_->findChild<Grid*>()) {
+            list->setFocus();
+        }
+    }
     const ToolbarButtons buttons = ClientToolbar(session_, DbClient.Count() > 0);
     for (int i = 1; i <= kLastKeyOfClient; ++i) {
         Toolbar1->EnableButton(i, index == 0 && buttons[static_cast<std::size_t>(i)]);

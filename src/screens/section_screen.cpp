@@ -1,6 +1,8 @@
 #include "screens/section_screen.h"
 
 #include "screens/FRMNotVisit.h"
+#include "screens/FRMauthorization.h"
+#include "screens/FRMbillRates.h"
 #include "screens/frmAddPhone.h"
 
 namespace kv {
@@ -8,8 +10,8 @@ namespace kv {
 const Sections& ClientSectionScreens() {
     static const Sections sections = {{
         {"section_demographics", "Client"},
-        {"section_rates", "Rates"},
-        {"section_authorization", "Authorizations"},
+        {"section_rates", "Rates", MakeSection<FRMbillRates>},
+        {"section_authorization", "Authorizations", MakeSection<FRMauthorization>},
         {"section_events", "Events"},
         {"section_not_visit", "Not Visit", MakeSection<FRMNotVisit>},
         {"section_phone", "Phones", MakeSection<frmAddPhone>},

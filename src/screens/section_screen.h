@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 
+#include "clients/client_form.h"
 #include "clients/client_texts.h"
 #include "clients/screen_controls.h"
 #include "session/session.h"
@@ -15,12 +16,16 @@ class SectionScreen : public QWidget {
     Q_OBJECT
   public:
     using QWidget::QWidget;
-    /// The client on the main screen (TXThiddenID) and the main screen's controls as they stand: told when
-    /// the section opens and each time the record under it moves. Throws EngineError.
-    virtual void SetHiddenID(const std::string& id, const ScreenControls& mainScreen) = 0;
+    /// The client on the main screen (TXThiddenID), and the main screen, which outlives the section: told
+    /// when the section opens and each time the record under it moves or changes. Throws EngineError.
+    virtual void SetHiddenID(const std::string& id, ClientForm& mainScreen) = 0;
     /// Before the client or the section changes: false keeps the operator here, where something could not be
     /// saved.
     virtual bool MayLeave() { return true; }
+
+  signals:
+    /// The section wrote the client's row: the main screen shows it anew.
+    void clientChanged();
 };
 
 /// A section behind IMGCommand: its picture, its word, and how its screen is made. One that nothing makes is

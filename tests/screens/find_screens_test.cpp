@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "clients/call_types.h"
 #include "screens/FRMIdFind.h"
 #include "screens/FRMedit.h"
 #include "screens/client_screen.h"
@@ -168,7 +169,7 @@ TEST_F(FindScreens, APickIsLeftForTheScreenThatAsked) {
 
 TEST_F(FindScreens, CallTypesAreThoseThatArePaidAndBilled) {
     {
-        FRMIdFind empty(session);
+        FRMIdFind empty(session, LoadCallTypes(session));
         EXPECT_FALSE(empty.CMDselect->isEnabled());
     }
     agency.Insert("Visit_types",
@@ -177,7 +178,7 @@ TEST_F(FindScreens, CallTypesAreThoseThatArePaidAndBilled) {
                   {{"Code", "HHA"}, {"Description", "Home Health"}, {"payroll_or_billing", "Both"}});
     agency.Insert("Visit_types",
                   {{"Code", "OFF"}, {"Description", "Office"}, {"payroll_or_billing", "Payroll"}});
-    FRMIdFind screen(session);
+    FRMIdFind screen(session, LoadCallTypes(session));
     EXPECT_EQ(Column(screen.FGfind, 0), (Lines{"HHA", "PCA"}));
     const auto pick = [&](const std::function<void()>& act) {
         const qt_driver::ModalDriver driver([&](QWidget& /*modal*/) { act(); });

@@ -18,6 +18,7 @@ class PlainForm : public ClientForm {
 
     Recordset& List() override { return list_; }
     ScreenControls Controls() const override { return ScreenControls(controls_); }
+    std::string Filter() const override { return limits_.status; }
     std::string LoadedNotes() const override { return loadedNotes; }
     void SetText(std::string_view control, const std::string& text) override;
     void EditRow() override;

@@ -124,6 +124,14 @@ QPalette DarkPalette() {
                      QColor(0x9a, 0x9a, 0x9a), QColor(0x2f, 0x6f, 0xad));
 }
 
+void KeepReadable(QWidget& widget) {
+    QPalette palette = widget.palette();
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, palette.color(QPalette::Active, role));
+    }
+    widget.setPalette(palette);
+}
+
 QIcon Icon(const QString& name) {
     auto* engine = new InkIconEngine(name);
     if (engine->isNull()) {

@@ -1,0 +1,679 @@
+#include "screens/FRMauthorization.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "base/text.h"
+#include "billing/authorizations.h"
+#include "billing/client_status.h"
+#include "clients/record_history.h"
+#include "screens/FRMcalc_percent.h"
+#include "screens/FRMedit.h"
+#include "screens/FRMimportant.h"
+#include "screens/frmClient_controls.h"
+#include "screens/frmPrint.h"
+#include "screens/use_strip.h"
+#include "screens/widgets/combos.h"
+#include "screens/widgets/date_box.h"
+#include "screens/widgets/field_form.h"
+#include "screens/widgets/grid.h"
+#include "screens/widgets/number_box.h"
+#include "screens/widgets/qt_text.h"
+#include "screens/widgets/text_box.h"
+#include "screens/widgets/theme.h"
+#include "screens/widgets/tool_bar.h"
+#include "screens/widgets/window_tools.h"
+#include "session/rights.h"
+
+namespace kv {
+
+namespace {
+
+constexpr const char* kPrompt = "Some information has changed, and is not saved.  Do you wish to save?";
+constexpr double kMigrationDays = 7;
+
+template <std::size_t N>
+QStringList ListOf(const std::array<std::string_view, N>& items) {
+    QStringList list;
+    for (const std::string_view item : items) {
+        list << ToQt(item);
+    }
+    return list;
+}
+
+template <std::size_t N>
+PlainCombo* MakeChoice(const char* name, const QString& caption, const std::array<std::string_view, N>& items,
+                       int characters, FieldForm* form) {
+    auto* combo =
+        new PlainCombo(QString::fromLatin1(name), caption, PlainCombo::Style::List, characters, form);
+    combo->SetItems(ListOf(items));
+    return combo;
+}
+
+}  // namespace
+
+FRMauthorization::FRMauthorization(Session& session, QWidget* parent)
+    : SectionScreen(parent),
+      Dbauthor([this](const EngineError& error) { ReportEngineError(session_, error); }),
+      session_(session) {
+    setObjectName(QStringLiteral("FRMauthorization"));
+    setWindowTitle(QStringLiteral("Authorizations"));
+    Ask = [this](long authorization) { return FRMimportant(authorization, this).Answer(); };
+    Preview = [this](const Document& document) { ShowPreview(session_, document, this); };
+    MakeToolbar();
+    auto* boxes = new QWidget(this);
+    auto* left = new FieldForm(boxes);
+    auto* right = new FieldForm(boxes);
+    MakePayer(left->AddGroup(QStringLiteral("FRAMEpayer"), tr("Payer and Call Type")));
+    MakeDates(left->AddGroup(QStringLiteral("FRAMEdates"), tr("Dates and State")));
+    left->AddStretch();
+    MakeHours(right->AddGroup(QStringLiteral("FRAMEhours"), tr("Hours")));
+    MakeCobilling(right->AddGroup(QStringLiteral("Frame2"), tr("Co-Billing")));
+    right->AddStretch();
+    TXTauthmemo =
+        new MemoBox(QStringLiteral("TXTauthmemo"), QStringLiteral("Authorization Notes"), 60, 3, boxes);
+    auto* below = new FieldForm(boxes);
+    below->AddField(*TXTauthmemo);
+    auto* columns = new QGridLayout(boxes);
+    columns->setContentsMargins(0, 0, 0, 0);
+    columns->addWidget(left, 0, 0);
+    columns->addWidget(right, 0, 1);
+    columns->addWidget(below, 1, 0, 1, 2);
+    columns->setColumnStretch(0, 1);
+    columns->setColumnStretch(1, 1);
+
+    auto* lower = new QVBoxLayout;
+    lower->setContentsMargins(theme::kUnit, 0, theme::kUnit, theme::kHalfUnit);
+    lower->setSpacing(theme::kHalfUnit);
+    lower->addWidget(MakeMigration());
+    lower->addWidget(MakeList(), 1);
+    lower->addWidget(boxes);
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(0);
+    all->addWidget(Toolbar3);
+    all->addLayout(lower, 1);
+
+    theme::KeepReadable(*boxes);
+    Dbauthor.Bind(*txtCODE, "Payer_Auth_ID");
+    Dbauthor.Bind(*TDBDate2, "from_date");
+    Dbauthor.Bind(*TDBDate3, "to_DATE");
+    Dbauthor.Bind(*NUMhrs, "HRS");
+    Dbauthor.Bind(*TXTweek, "WEEKORMONTH");
+    Dbauthor.Bind(*CMBtype, "EMP_Type");
+    Dbauthor.Bind(*CMByes, "Live_in");
+    Dbauthor.Bind(*NUMmin_hours, "Min_Sch_Hours");
+    Dbauthor.Bind(*NUMmax_hours, "Max_Sch_Hours");
+    Dbauthor.Bind(*TXTauthmemo, "NOTES");
+    Connect();
+    ApplyGridColors(this, session.COLOR);
+    Handle([this] {
+        payers_ = LoadPayers(session_);
+        QStringList names;
+        for (const PayerItem& payer : payers_) {
+            names << ToQt(payer.name);
+        }
+        cmbPayor->SetItems(names);
+    });
+}
+
+void FRMauthorization::MakeToolbar() {
+    Toolbar3 = new ToolBar(QStringLiteral("Toolbar3"),
+                           {StandardKey(QStringLiteral("edit"), tr("Change this authorization")),
+                            StandardKey(QStringLiteral("first")), StandardKey(QStringLiteral("previous")),
+                            StandardKey(QStringLiteral("next")), StandardKey(QStringLiteral("last")),
+                            ToolSeparator(), StandardKey(QStringLiteral("new"), tr("Add an authorization")),
+                            StandardKey(QStringLiteral("delete")), StandardKey(QStringLiteral("save")),
+                            StandardKey(QStringLiteral("discard")), ToolSeparator(),
+                            ToolKey{QStringLiteral("history"),
+                                    tr("History"),
+                                    QStringLiteral("Show the history of changes made to this authorization."),
+                                    QStringLiteral("history"),
+                                    {}}},
+                           this);
+    keys_ = {
+        {QStringLiteral("edit"), [this] { EditKey(); }},
+        {QStringLiteral("first"), [this] { Move(ListMove::First); }},
+        {QStringLiteral("previous"), [this] { Move(ListMove::Previous); }},
+        {QStringLiteral("next"), [this] { Move(ListMove::Next); }},
+        {QStringLiteral("last"), [this] { Move(ListMove::Last); }},
+        {QStringLiteral("new"), [this] { NewKey(); }},
+        {QStringLiteral("delete"), [this] { DeleteKey(); }},
+        {QStringLiteral("save"), [this] { SaveKey(); }},
+        {QStringLiteral("discard"), [this] { DiscardKey(); }},
+        {QStringLiteral("history"), [this] { HistoryKey(); }},
+    };
+}
+
+QWidget* FRMauthorization::MakeList() {
+    auto* area = new QWidget(this);
+    GridColumn to;
+    to.heading = QStringLiteral("To Date");
+    to.format = "MMM/DD/YY";
+    GridColumn from = to;
+    from.heading = QStringLiteral("From Date");
+    FGauth = new Grid(QStringLiteral("FGauth"),
+                      {to, from, {QStringLiteral("Status"), 10}, {QStringLiteral("Call Description")}}, area);
+    FGauth->setAccessibleName(tr("Authorizations"));
+    FGauth->SetEmptyText(tr("This client has no authorization"));
+    FGauth->setMinimumHeight(11 * theme::kUnit);
+    CHKActive_auth = new QCheckBox(QStringLiteral("&Only Active"), area);
+    CHKActive_auth->setObjectName(QStringLiteral("CHKActive_auth"));
+    Use = new UseStrip(area);
+    auto* strip = new QHBoxLayout;
+    strip->addWidget(Use, 1);
+    strip->addWidget(CHKActive_auth, 0, Qt::AlignTop);
+    auto* layout = new QVBoxLayout(area);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(theme::kHalfUnit);
+    layout->addWidget(FGauth, 1);
+    layout->addLayout(strip);
+    return area;
+}
+
+QWidget* FRMauthorization::MakeMigration() {
+    Migration = new QWidget(this);
+    auto* form = new FieldForm(Migration);
+    TDBAbove = new DateBox(QStringLiteral("TDBAbove"), tr("Ending behind:"), form);
+    TDBMigration = new DateBox(QStringLiteral("TDBMigration"), tr("New 'To Date':"), form);
+    CMDmigration = new QPushButton(QStringLiteral("Update All  'To Date'  To:"), form);
+    CMDmigration->setObjectName(QStringLiteral("CMDmigration"));
+    form->AddLine({TDBAbove, TDBMigration});
+    form->AddBehind(CMDmigration);
+    auto* layout = new QHBoxLayout(Migration);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(form);
+    layout->addStretch(1);
+    return Migration;
+}
+
+void FRMauthorization::MakePayer(FieldForm* form) {
+    cmbPayor = new PlainCombo(QStringLiteral("cmbPayor"), tr("&Payer:"), PlainCombo::Style::List, 30, form);
+    txtCODE = new TextBox(QStringLiteral("txtCODE"), tr("Authorization #:"), 20, form);
+    cmbVisType = new PlainCombo(QStringLiteral("cmbVisType"), tr("Call T&ype:"), PlainCombo::Style::Editable,
+                                30, form);
+    txtVisName = new TextBox(QStringLiteral("txtVisName"), tr("Code:"), 8, form);
+    txtVisName->setReadOnly(true);
+    txtVisName->setFocusPolicy(Qt::NoFocus);
+    cmbHourCode = MakeChoice("cmbHourCode", tr("Hour Code:"), kHourCodes, 10, form);
+    for (BoundControl* control : std::initializer_list<BoundControl*>{cmbPayor, cmbVisType}) {
+        control->SetRequired(true);
+    }
+    form->AddField(*cmbPayor);
+    form->AddField(*txtCODE);
+    form->AddField(*cmbVisType);
+    form->AddLine({txtVisName, cmbHourCode});
+}
+
+void FRMauthorization::MakeDates(FieldForm* form) {
+    TDBDate2 = new DateBox(QStringLiteral("TDBDate2"), tr("&From:"), form);
+    TDBDate3 = new DateBox(QStringLiteral("TDBDate3"), tr("T&o:"), form);
+    IMGtoday = MakeSmallButton(QStringLiteral("IMGtoday"), QStringLiteral("paste"),
+                               QStringLiteral("Paste todays date into the 'To Date' field"), form);
+    CMBAuthStatus = MakeChoice("CMBAuthStatus", tr("Stat&us:"), kAuthorizationStates, 12, form);
+    CMBAuthStatus->SetText(ToQt(kAuthorizationStates.front()));
+    TDBDate2->SetRequired(true);
+    TDBDate3->SetRequired(true);
+    form->AddField(*TDBDate2);
+    form->AddField(*TDBDate3);
+    form->AddBehind(IMGtoday);
+    form->AddField(*CMBAuthStatus);
+}
+
+void FRMauthorization::MakeHours(FieldForm* form) {
+    NUMhrs = new NumberBox(QStringLiteral("NUMhrs"), tr("&Hours:"), "##,##0.00", 8, form);
+    TXTweek = new TextBox(QStringLiteral("TXTweek"), tr("per Week or Month:"), 2, form);
+    TXTweek->SetUpperCase(true);
+    TXTweek->setMaxLength(1);
+    TXTweek->setToolTip(tr("W for hours in a week, M for hours in a month"));
+    NUMmin_hours = new NumberBox(QStringLiteral("NUMmin_hours"), tr("Schedule, least:"), "##0.00", 8, form);
+    NUMmin_hours->setToolTip(QStringLiteral(
+        "What is the minimal and maximum number of hours that a schedule can be for this authorization."));
+    NUMmax_hours = new NumberBox(QStringLiteral("NUMmax_hours"), tr("most:"), "##0.00", 8, form);
+    NUMmax_hours->setToolTip(QStringLiteral("Maximum hours schedules should be. Zero Hours = Disabled"));
+    for (NumberBox* box : {NUMhrs, NUMmin_hours, NUMmax_hours}) {
+        box->SetLimits(0, std::nullopt);
+    }
+    CMBtype = MakeChoice("CMBtype", tr("Caregivers:"), kCaregiverTypes, 10, form);
+    constexpr std::array<std::string_view, 2> kYesNo = {"Y", "N"};
+    CMByes = MakeChoice("CMByes", tr("Live in:"), kYesNo, 3, form);
+    CMByes->setToolTip(QStringLiteral("If Y, we will use the live-in pay and bill rates"));
+    std::vector<QWidget*> shifts;
+    for (int i = 0; i < 3; ++i) {
+        Optshift[i] = new QRadioButton(QString::number(i + 1), form);
+        Optshift[i]->setObjectName(IndexedName(QStringLiteral("Optshift"), i));
+        Optshift[i]->setAccessibleName(tr("Shift %1").arg(i + 1));
+        shifts.push_back(Optshift[i]);
+    }
+    form->AddLine({NUMhrs, TXTweek});
+    form->AddLine({NUMmin_hours, NUMmax_hours});
+    form->AddLine({CMBtype, CMByes});
+    form->AddWidgets(tr("Shift:"), shifts);
+}
+
+void FRMauthorization::MakeCobilling(FieldForm* form) {
+    Frame2 = form->GroupBox();
+    CMBcoBilling =
+        new PlainCombo(QStringLiteral("CMBcoBilling"), QString(), PlainCombo::Style::List, 42, form);
+    QStringList texts;
+    QStringList keys;
+    for (const CobillingType& type : CobillingTypes()) {
+        keys << QString::number(texts.size());
+        texts << ToQt(type.text);
+    }
+    CMBcoBilling->SetItems(texts, keys);
+    CMBcoBilling->setAccessibleName(tr("How client and payer share the bill"));
+    NUMcoBilling = new NumberBox(QStringLiteral("NUMcoBilling"), tr("Amount:"), "##,##0.00", 10, form);
+    CMBwhen_Cobilling = MakeChoice("CMBwhen_Cobilling", QString(), kCobillingPeriods, 10, form);
+    CMBwhen_Cobilling->setAccessibleName(tr("In which time"));
+    CMDcalc_Percentage = new QPushButton(tr("Calc&ulate"), form);
+    CMDcalc_Percentage->setObjectName(QStringLiteral("CMDcalc_Percentage"));
+    CMDcalc_Percentage->setToolTip(
+        QStringLiteral("Calculate the percentage, based on maximum bill amount, and payers portion."));
+    form->AddWide(CMBcoBilling);
+    form->AddLine({NUMcoBilling, CMBwhen_Cobilling});
+    form->AddBehind(CMDcalc_Percentage);
+}
+
+void FRMauthorization::Connect() {
+    connect(Toolbar3, &ToolBar::keyPressed, this, [this](const QString& key) { Handle(keys_.at(key)); });
+    connect(FGauth, &Grid::rowPicked, this, [this](int row) {
+        Handle([this, row] {
+            Dbauthor.MoveTo(row);
+            ShowAuthorizationRow();
+        });
+    });
+    connect(CHKActive_auth, &QCheckBox::clicked, this, [this] {
+        Handle([this] {
+            RequeryAuthorizations();
+            LoadAuthorizationScreen();
+        });
+    });
+    connect(cmbPayor, &QComboBox::activated, this,
+            [this] { Handle([this] { ShowPayer(FromQt(cmbPayor->Text())); }); });
+    connect(cmbVisType, &QComboBox::activated, this, [this] { Handle([this] { PickCallType(); }); });
+    connect(cmbVisType->lineEdit(), &QLineEdit::editingFinished, this,
+            [this] { Handle([this] { LeaveCallType(); }); });
+    connect(CMBcoBilling, &QComboBox::activated, this, [this](int type) { SetCoBillingInput(type); });
+    connect(CMBAuthStatus, &QComboBox::activated, this, [this] {
+        if (IsWriting()) {
+            RemindOfEndDate(session_, FromQt(CMBAuthStatus->Text()), TDBDate3->Value());
+        }
+    });
+    connect(IMGtoday, &QToolButton::clicked, this, [this] { TDBDate3->SetDate(session_.clock.Today()); });
+    connect(CMDcalc_Percentage, &QPushButton::clicked, this, [this] { CalcKey(); });
+    connect(CMDmigration, &QPushButton::clicked, this, [this] { Handle([this] { MigrationKey(); }); });
+    connect(TDBAbove->Notifier(), &ControlNotifier::changed, this, [this] {
+        Handle([this] {
+            RequeryAuthorizations();
+            LoadAuthorizationScreen();
+        });
+    });
+}
+
+void FRMauthorization::Handle(const Step& step) {
+    try {
+        step();
+    } catch (const EngineError& error) {
+        ReportEngineError(session_, error);
+    }
+}
+
+void FRMauthorization::CheckRights() {
+    mayAdd_ = CheckScreenAccess(session_, "AUTA");
+    mayEdit_ = CheckScreenAccess(session_, "AUTE");
+    mayDelete_ = CheckScreenAccess(session_, "AUTD");
+}
+
+void FRMauthorization::SetHiddenID(const std::string& id, ClientForm& mainScreen) {
+    form_ = &mainScreen;
+    if (id == client_ && IsWriting()) {
+        return;
+    }
+    if (id != client_) {
+        sequence_ = 0;
+        CheckRights();
+        const bool check = mainScreen.Filter() == "Authorization Check";
+        Migration->setVisible(check);
+        if (check) {
+            const QSignalBlocker quiet(TDBAbove->Notifier());
+            TDBAbove->SetDate(session_.clock.Today().AddDays(kMigrationDays));
+        }
+    }
+    client_ = id;
+    RequeryAuthorizations();
+    LoadAuthorizationScreen();
+}
+
+void FRMauthorization::RequeryAuthorizations() {
+    AuthorizationLimit limit = {client_, CHKActive_auth->isChecked(), form_->Filter(), {}};
+    limit.above = TDBAbove->DateValue().value_or(session_.clock.Today());
+    Dbauthor.SetRecordset(OpenAuthorizations(session_, limit));
+}
+
+void FRMauthorization::LoadAuthorizationScreen() {
+    if (IsWriting()) {
+        return;
+    }
+    if (sequence_ != 0) {
+        MoveToAuthorization(Dbauthor.Rows(), sequence_);
+    } else {
+        MoveToAuthorizationInForce(session_, Dbauthor.Rows());
+    }
+    Dbauthor.ShowRow();
+    FillList();
+    ShowAuthorizationRow();
+    SetWriting(false);
+}
+
+void FRMauthorization::FillList() {
+    std::vector<GridRow> rows;
+    Recordset all = Dbauthor.Rows().Clone();
+    if (all.RecordCount() > 0) {
+        all.MoveFirst();
+    }
+    for (; !all.Eof(); all.MoveNext()) {
+        GridRow row;
+        const std::string_view state = ItemOfLetter(kAuthorizationStates, all.Text("status_code"));
+        row.cells = {all.Get("to_DATE"), all.Get("from_date"), Value(std::string(state)),
+                     all.Get("vis_desc")};
+        rows.push_back(std::move(row));
+    }
+    FGauth->SetRows(std::move(rows));
+}
+
+void FRMauthorization::ShowAuthorizationRow() {
+    if (!HasRows()) {
+        sequence_ = 0;
+        for (PlainCombo* combo : {cmbPayor, cmbHourCode, CMBAuthStatus}) {
+            combo->SetText({});
+        }
+        cmbVisType->SetItems(QStringList());
+        cmbVisType->SetText({});
+        txtVisName->setText({});
+        Frame2->hide();
+        Use->ShowUse(std::nullopt);
+        return;
+    }
+    const Recordset& row = Dbauthor.Rows();
+    sequence_ = static_cast<long>(row.Get("sequence").ToInteger());
+    FGauth->SetCurrentRow(static_cast<int>(Dbauthor.Position()));
+    cmbPayor->SetText(ToQt(row.Text("bill_name")));
+    ShowPayer(row.Text("bill_name"));
+    const std::string code = row.Text("visit_type");
+    txtVisName->setText(ToQt(code));
+    cmbVisType->SetText(ToQt(code + " - " + row.Text("vis_desc")));
+    cmbHourCode->SetText(ToQt(ItemOfLetter(kHourCodes, row.Text("sch_type"))));
+    CMBAuthStatus->SetText(ToQt(ItemOfLetter(kAuthorizationStates, row.Text("status_code"))));
+    const std::string shift = row.Text("SHIFT_CODE");
+    for (int i = 0; i < 3; ++i) {
+        Optshift[i]->setAutoExclusive(false);
+        Optshift[i]->setChecked(shift == std::to_string(i + 1));
+        Optshift[i]->setAutoExclusive(true);
+    }
+    const auto type = static_cast<int>(row.Get("cobilling_type").NumberOr(0));
+    CMBcoBilling->PickKey(QString::number(type));
+    SetCoBillingInput(type);
+    NUMcoBilling->SetNumber(row.Get("cobilling_amount").NumberOr(0));
+    const std::string often = row.Text("COBilling_HowOften");
+    for (const std::string_view period : kCobillingPeriods) {
+        if (PeriodLetter(period) == often) {
+            CMBwhen_Cobilling->SetText(ToQt(period));
+        }
+    }
+    Use->ShowUse(UseOfAuthorization(session_, sequence_));
+}
+
+void FRMauthorization::SetCoBillingInput(int type) {
+    const CobillingType& kind = CobillingTypes().at(static_cast<std::size_t>(std::clamp(type, 0, 6)));
+    const bool hasAmount = !kind.caption.empty();
+    NUMcoBilling->SetShown(hasAmount);
+    CMBwhen_Cobilling->SetShown(kind.perPeriod);
+    CMDcalc_Percentage->setVisible(kind.percentage);
+    if (hasAmount) {
+        NUMcoBilling->SetCaption(ToQt(kind.caption));
+        NUMcoBilling->SetDisplayFormat(std::string(kind.format));
+        NUMcoBilling->SetLimits(0, kind.largest);
+    }
+}
+
+void FRMauthorization::ShowPayer(const std::string& payer) {
+    if (Trim(payer).empty()) {
+        return;
+    }
+    const bool client = payer == kClientPays;
+    txtCODE->SetShown(!client);
+    Frame2->setVisible(!client);
+    FillCallTypes(payer);
+}
+
+void FRMauthorization::FillCallTypes(const std::string& payer) {
+    QStringList texts;
+    QStringList keys;
+    for (const LookupItem& type : CallTypesOfPayer(session_, payer, client_)) {
+        texts << ToQt(type.description);
+        keys << ToQt(type.code);
+    }
+    const QString shown = cmbVisType->Text();
+    cmbVisType->SetItems(texts, keys);
+    cmbVisType->SetText(shown);
+}
+
+void FRMauthorization::PickCallType() {
+    const CallType type = CallTypeOfCode(session_, FromQt(cmbVisType->Key()));
+    txtVisName->setText(ToQt(type.code));
+    if (!type.code.empty()) {
+        cmbHourCode->SetText(ToQt(type.hourCode));
+    }
+    validCallType_ = !type.code.empty();
+    SetWriting(IsWriting());
+}
+
+void FRMauthorization::LeaveCallType() {
+    const std::string text = FromQt(cmbVisType->Text());
+    if (!IsWriting() || Trim(text).empty()) {
+        return;
+    }
+    // Two call types may bear one description: the one that was picked stays.
+    const CallType picked = CallTypeOfCode(session_, FromQt(txtVisName->Text()));
+    if (picked.code.empty() || !EqualsNoCase(picked.description, text)) {
+        const CallType type = CallTypeOfDescription(session_, text);
+        txtVisName->setText(ToQt(type.code));
+        validCallType_ = !type.code.empty();
+        if (!validCallType_) {
+            session_.ShowMessageWindow("Invalid Call Description.  Please try again");
+        }
+    } else {
+        validCallType_ = true;
+    }
+    SetWriting(true);
+}
+
+void FRMauthorization::SetWriting(bool writing) {
+    for (BoundControl* control : BoundControlsOf(this)) {
+        if (control->Widget() != TDBAbove && control->Widget() != TDBMigration) {
+            control->SetEnabled(writing);
+        }
+    }
+    for (QWidget* widget : std::initializer_list<QWidget*>{Optshift[0], Optshift[1], Optshift[2], IMGtoday,
+                                                           CMDcalc_Percentage}) {
+        widget->setEnabled(writing);
+    }
+    FGauth->setEnabled(!writing);
+    CHKActive_auth->setEnabled(!writing);
+    CMDmigration->setEnabled(!writing && mayEdit_ && HasRows());
+    const bool rows = HasRows();
+    const auto enable = [this](const char* key, bool on) {
+        Toolbar3->EnableKey(QString::fromLatin1(key), on);
+    };
+    for (const char* key : {"first", "previous", "next", "last", "history"}) {
+        enable(key, !writing && rows);
+    }
+    enable("edit", !writing && rows && mayEdit_);
+    enable("new", !writing && mayAdd_);
+    enable("delete", !writing && rows && mayDelete_);
+    enable("save", writing && validCallType_);
+    enable("discard", writing);
+}
+
+AuthorizationEntry FRMauthorization::Entry() const {
+    AuthorizationEntry entry;
+    entry.payer = FromQt(cmbPayor->Text());
+    for (const PayerItem& payer : payers_) {
+        if (payer.name == entry.payer) {
+            entry.billCode = payer.billCode;
+        }
+    }
+    entry.visitType = FromQt(txtVisName->Text());
+    entry.visitDescription = FromQt(cmbVisType->Text());
+    entry.state = FromQt(CMBAuthStatus->Text());
+    entry.hourCode = FromQt(cmbHourCode->Text());
+    for (int i = 0; i < 3; ++i) {
+        if (Optshift[i]->isChecked()) {
+            entry.shift = std::to_string(i + 1);
+        }
+    }
+    entry.cobillingType = CMBcoBilling->Key().toInt();
+    entry.cobillingAmount = NUMcoBilling->Number();
+    entry.cobillingPeriod = FromQt(CMBwhen_Cobilling->Text());
+    return entry;
+}
+
+void FRMauthorization::NewKey() {
+    Dbauthor.AddRow();
+    FillNewAuthorization(session_, Dbauthor.Rows());
+    // The defaults are loaded: what is changed in them counts.
+    Dbauthor.ShowRow();
+    cmbPayor->SetText({});
+    cmbVisType->SetItems(QStringList());
+    cmbVisType->SetText({});
+    txtVisName->setText({});
+    cmbHourCode->SetText(ToQt(kHourCodes.front()));
+    CMBAuthStatus->SetText(ToQt(kAuthorizationStates.front()));
+    CMBcoBilling->PickKey(QStringLiteral("0"));
+    SetCoBillingInput(0);
+    NUMcoBilling->SetNumber(0);
+    CMBwhen_Cobilling->SetText(ToQt(kCobillingPeriods[1]));
+    Frame2->hide();
+    validCallType_ = true;
+    Use->ShowUse(std::nullopt);
+    FGauth->SetCurrentRow(-1);
+    SetWriting(true);
+    TDBDate2->setFocus();
+}
+
+void FRMauthorization::EditKey() {
+    Dbauthor.BeginEdit();
+    // While it is written the box holds the description alone, by which the type is found.
+    cmbVisType->SetText(ToQt(Dbauthor.Rows().Text("vis_desc")));
+    validCallType_ = true;
+    SetWriting(true);
+    TDBDate2->setFocus();
+}
+
+bool FRMauthorization::SaveKey() {
+    const Hourglass hourglass(session_.progress);
+    Dbauthor.WriteRow();
+    const AuthorizationSaved saved =
+        SaveAuthorization(session_, Dbauthor.Rows(), Entry(), client_, *form_, Ask);
+    if (!saved.saved) {
+        return false;
+    }
+    sequence_ = saved.sequence;
+    RequeryAuthorizations();
+    LoadAuthorizationScreen();
+    emit clientChanged();
+    if (!saved.removed.empty()) {
+        Preview(RemovedVisitsReport(saved.removed, session_.clock.Today()));
+    }
+    return true;
+}
+
+void FRMauthorization::DiscardKey() {
+    Dbauthor.Restore();
+    LoadAuthorizationScreen();
+}
+
+void FRMauthorization::DeleteKey() {
+    if (DeleteAuthorization(session_, Dbauthor.Rows())) {
+        sequence_ = HasRows() ? static_cast<long>(Dbauthor.Rows().Get("sequence").ToInteger()) : 0;
+        LoadAuthorizationScreen();
+    }
+}
+
+void FRMauthorization::Move(ListMove move) {
+    const bool inside = move == ListMove::First      ? Dbauthor.MoveFirst()
+                        : move == ListMove::Last     ? Dbauthor.MoveLast()
+                        : move == ListMove::Previous ? Dbauthor.MovePrevious()
+                                                     : Dbauthor.MoveNext();
+    if (!HasRows()) {
+        session_.ShowMessageWindow("There are no records to move to.");
+        return;
+    }
+    if (!inside) {
+        session_.ShowMessageWindow(move == ListMove::Next
+                                       ? "This is the Last Authorization for this Client"
+                                       : "This is the first Authorization for this Client");
+    }
+    ShowAuthorizationRow();
+}
+
+void FRMauthorization::HistoryKey() {
+    if (!HasRows()) {
+        session_.ShowMessageWindow("You must add an authorization first");
+        return;
+    }
+    FRMedit history(session_, this);
+    history.ShowRecord(QStringLiteral("Authorization ID:"), "AUT", std::to_string(sequence_),
+                       RecordHistoryStatement("AUT", sequence_));
+    history.exec();
+}
+
+void FRMauthorization::CalcKey() {
+    FRMcalc_percent calculator(session_, this);
+    if (calculator.exec() == QDialog::Accepted) {
+        NUMcoBilling->SetNumber(calculator.Percentage());
+    }
+}
+
+void FRMauthorization::MigrationKey() {
+    if (!HasRows()) {
+        return;
+    }
+    if (!TDBMigration->Check() || !TDBMigration->IsFilled()) {
+        session_.ShowMessageWindow("Please fill in the new 'To Date'.");
+        TDBMigration->setFocus();
+        return;
+    }
+    const Hourglass hourglass(session_.progress);
+    MoveAllEnds(session_, Dbauthor.Rows(), *TDBMigration->DateValue());
+    UpdateClientStatus(session_, *form_, client_);
+    RequeryAuthorizations();
+    LoadAuthorizationScreen();
+    emit clientChanged();
+}
+
+bool FRMauthorization::MayLeave() {
+    if (!IsWriting()) {
+        return true;
+    }
+    bool saved = true;
+    Handle([this, &saved] {
+        if (session_.dialogs.AskQuestion(kPrompt)) {
+            saved = false;
+            saved = SaveKey();
+        } else {
+            DiscardKey();
+        }
+    });
+    return saved;
+}
+
+}  // namespace kv

@@ -1,0 +1,127 @@
+#pragma once
+#include <functional>
+#include <map>
+#include <vector>
+
+#include "billing/authorization_save.h"
+#include "clients/list_move.h"
+#include "clients/new_client.h"
+#include "printing/document/document.h"
+#include "screens/section_screen.h"
+#include "screens/widgets/bound_source.h"
+
+class QCheckBox;
+class QGroupBox;
+class QPushButton;
+class QRadioButton;
+class QToolButton;
+
+namespace kv {
+
+class DateBox;
+class FieldForm;
+class Grid;
+class MemoBox;
+class NumberBox;
+class PlainCombo;
+class TextBox;
+class ToolBar;
+class UseStrip;
+
+/// "Authorizations": what the payers allow for a client, and what a change of it means for the visits.
+class FRMauthorization : public SectionScreen {
+    Q_OBJECT
+  public:
+    FRMauthorization(Session& session, QWidget* parent);
+    void SetHiddenID(const std::string& id, ClientForm& mainScreen) override;
+    bool MayLeave() override;
+
+    ToolBar* Toolbar3;
+    Grid* FGauth;
+    QCheckBox* CHKActive_auth;
+    UseStrip* Use;
+    BoundSource Dbauthor;
+    PlainCombo* cmbPayor;
+    TextBox* txtCODE;
+    PlainCombo* cmbVisType;
+    TextBox* txtVisName;
+    PlainCombo* CMBAuthStatus;
+    PlainCombo* cmbHourCode;
+    DateBox* TDBDate2;
+    DateBox* TDBDate3;
+    QToolButton* IMGtoday;
+    NumberBox* NUMhrs;
+    TextBox* TXTweek;
+    PlainCombo* CMBtype;
+    PlainCombo* CMByes;
+    QRadioButton* Optshift[3];
+    NumberBox* NUMmin_hours;
+    NumberBox* NUMmax_hours;
+    QGroupBox* Frame2;  ///< co-billing
+    PlainCombo* CMBcoBilling;
+    NumberBox* NUMcoBilling;
+    PlainCombo* CMBwhen_Cobilling;
+    QPushButton* CMDcalc_Percentage;
+    MemoBox* TXTauthmemo;
+    QWidget* Migration;  ///< the bulk tool's line
+    DateBox* TDBAbove;
+    DateBox* TDBMigration;
+    QPushButton* CMDmigration;
+
+    /// What is asked about the visits when payer or call type change.
+    AskImportant Ask;
+    /// Shows a printout.
+    std::function<void(const Document&)> Preview;
+
+  private:
+    using Step = std::function<void()>;
+
+    void MakeToolbar();
+    QWidget* MakeList();
+    QWidget* MakeMigration();
+    void MakePayer(FieldForm* form);
+    void MakeDates(FieldForm* form);
+    void MakeHours(FieldForm* form);
+    void MakeCobilling(FieldForm* form);
+    void Connect();
+    void Handle(const Step& step);
+    void CheckRights();
+
+    void RequeryAuthorizations();
+    void LoadAuthorizationScreen();
+    void FillList();
+    void ShowAuthorizationRow();
+    void SetCoBillingInput(int type);
+    void ShowPayer(const std::string& payer);
+    void FillCallTypes(const std::string& payer);
+    void PickCallType();
+    void LeaveCallType();
+    /// Boxes and keys for looking, or for writing.
+    void SetWriting(bool writing);
+    bool IsWriting() const { return Dbauthor.IsEditing() || Dbauthor.IsAdding(); }
+    AuthorizationEntry Entry() const;
+    bool HasRows() const { return Dbauthor.Count() > 0; }
+
+    void NewKey();
+    void EditKey();
+    bool SaveKey();
+    void DiscardKey();
+    void DeleteKey();
+    void Move(ListMove move);
+    void HistoryKey();
+    void CalcKey();
+    void MigrationKey();
+
+    Session& session_;
+    ClientForm* form_ = nullptr;
+    std::string client_;
+    long sequence_ = 0;  ///< the row to come back to
+    std::vector<PayerItem> payers_;
+    bool mayAdd_ = true;
+    bool mayEdit_ = true;
+    bool mayDelete_ = true;
+    bool validCallType_ = true;
+    std::map<QString, Step> keys_;
+};
+
+}  // namespace kv

@@ -1,0 +1,71 @@
+#pragma once
+#include <array>
+#include <functional>
+
+#include "billing/client_rates.h"
+#include "screens/section_screen.h"
+
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QToolButton;
+
+namespace kv {
+
+class FieldForm;
+class NumberBox;
+class RecordList;
+class TextBox;
+class TimeBox;
+
+/// "Billing Rates": the client's own rates, and those of any payer to look at.
+class FRMbillRates : public SectionScreen {
+    Q_OBJECT
+  public:
+    FRMbillRates(Session& session, QWidget* parent);
+    void SetHiddenID(const std::string& id, ClientForm& mainScreen) override;
+    bool MayLeave() override;
+
+    QComboBox* cmbPayor;
+    QLabel* LBLrates;  ///< whose rates are shown
+    RecordList* DBcliRate;
+    TextBox* txtVISitTYPE;
+    QToolButton* CMDvistype;
+    TextBox* TXTvisdesc;
+    TextBox* TXTmethod;
+    /// NUMrate1, Numrate2 to Numrate6, and Numrate7 for a live-in shift.
+    std::array<NumberBox*, 7> Rates;
+    std::array<QLabel*, 6> Windows;  ///< the clock window of each shift
+    QLineEdit* TXTCli_Rates;
+    QToolButton* CMDcli_Find_Rates;
+    QPushButton* CMDsave_Rates;
+    QGroupBox* FRApaste;
+
+    /// Picks a client or a call type; the id or code, or kCancelled.
+    std::function<std::string()> PickOther;
+    std::function<std::string()> PickType;
+
+  private:
+    using Step = std::function<void()>;
+
+    QWidget* MakePayer();
+    void MakeBoxes(FieldForm* form);
+    QWidget* MakePaste();
+    void Handle(const Step& step);
+    void ShowRates();
+    void ShowWindows();
+    void CheckType();
+    void PickTypeKey();
+    void PasteKey();
+    void CopyKey();
+    void HistoryKey();
+    bool IsOwn() const;
+
+    Session& session_;
+    std::string client_;
+    bool checking_ = false;
+};
+
+}  // namespace kv
