@@ -220,9 +220,7 @@ AuthorizationSaved SaveAuthorization(Session& session, Recordset& authorizations
     answer.removed = CarryToAssignments(session, written, change.Shortened(), change.oldEnd);
 
     AddOwnRate(session, entry, client);
-    if (session.OffLine) {
-        WriteTransRecord(session, isNew ? "A" : "E", "A", std::to_string(change.sequence));
-    }
+    NoteOnTheRoad(session, isNew ? "A" : "E", "A", std::to_string(change.sequence));
     return answer;
 }
 

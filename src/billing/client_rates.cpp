@@ -47,12 +47,6 @@ void WriteRateHistory(Session& session, const Recordset& rate, const std::string
     changes.Update();
 }
 
-void NoteOnTheRoad(Session& session, const std::string& client) {
-    if (session.OffLine) {
-        WriteTransRecord(session, "E", "C", client);
-    }
-}
-
 std::string OwnRates(const std::string& client) {
     return Sql("select * from clirate where client = {} order by visittype", client);
 }
@@ -177,7 +171,7 @@ bool SaveRate(Session& session, Recordset& rates, const std::string& client) {
         session.ShowMessageWindow(
             "You have added a Call Type that already existed.  Please delete one of them.");
     }
-    NoteOnTheRoad(session, client);
+    NoteOnTheRoad(session, "E", "C", client);
     rates.Requery();
     rates.FindFirst(criteria);
     return true;
@@ -187,7 +181,7 @@ bool DeleteRate(Session& session, Recordset& rates, const std::string& client) {
     if (!DeleteRecord(session, rates, kTexts)) {
         return false;
     }
-    NoteOnTheRoad(session, client);
+    NoteOnTheRoad(session, "E", "C", client);
     return true;
 }
 

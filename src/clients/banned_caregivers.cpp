@@ -12,12 +12,6 @@ constexpr RecordTexts kTexts = {"There are no records to move to.", "This is the
                                 "This is the Last Record", "There are no records to delete.",
                                 "Are you sure you wish to delete this Caregiver"};
 
-void NoteOnTheRoad(Session& session, const std::string& clientId) {
-    if (session.OffLine) {
-        WriteTransRecord(session, "E", "C", clientId);
-    }
-}
-
 }  // namespace
 
 Recordset OpenBannedCaregivers(Session& session, const std::string& clientId) {
@@ -49,7 +43,7 @@ bool SaveBannedCaregiver(Session& session, Recordset& banned, const std::string&
     banned.Update();
     banned.Requery();
     banned.FindFirst(criteria);
-    NoteOnTheRoad(session, clientId);
+    NoteOnTheRoad(session, "E", "C", clientId);
     return true;
 }
 
@@ -57,7 +51,7 @@ bool DeleteBannedCaregiver(Session& session, Recordset& banned, const std::strin
     if (!DeleteRecord(session, banned, kTexts)) {
         return false;
     }
-    NoteOnTheRoad(session, clientId);
+    NoteOnTheRoad(session, "E", "C", clientId);
     return true;
 }
 

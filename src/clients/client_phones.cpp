@@ -81,9 +81,7 @@ bool SavePhone(Session& session, Recordset& phones, const PhoneClient& client) {
     phones.Set("Zip", client.zip);
     phones.Set("Status", StatusOf(session, client.id));
     phones.Update();
-    if (session.OffLine) {
-        WriteTransRecord(session, "E", "C", client.id);
-    }
+    NoteOnTheRoad(session, "E", "C", client.id);
     phones.Requery();
     MoveToNumber(phones, number);
     return true;

@@ -122,12 +122,6 @@ void IndexPhone(Session& session, const ScreenControls& controls, const Recordse
     index.Update();
 }
 
-void JournalEdit(Session& session, const std::string& id) {
-    if (session.OffLine) {
-        WriteTransRecord(session, "E", "C", id);
-    }
-}
-
 /// The notes as shown become the reference, and so count as unchanged.
 void KeepNotes(ClientForm& form, const ScreenControls& controls) {
     form.SetText("TXTedit", controls.Stored("TXTbox"));
@@ -151,7 +145,7 @@ void RunSave(Session& session, ClientForm& form) {
         form.RefreshClientList();  // the client's place in the order of names may have moved
     }
     FindInList(form.List(), id);
-    JournalEdit(session, id);
+    NoteOnTheRoad(session, "E", "C", id);
 }
 
 /// Lighter than the key's save on purpose: the phone index, the schedule's manager and the list wait for the
@@ -171,7 +165,7 @@ void RunPromptedSave(Session& session, ClientForm& form, const ScreenControls& c
     }
     StampClientRow(session, form);
     KeepNotes(form, controls);
-    JournalEdit(session, id);
+    NoteOnTheRoad(session, "E", "C", id);
 }
 
 std::string SaveErrorText(const EngineError& error) {

@@ -197,9 +197,7 @@ NewClientAnswer SaveNewClient(Session& session, const NewClient& client) {
         AddRate(session, client);
         AddAuthorization(session, client);
     }
-    if (session.OffLine) {
-        WriteTransRecord(session, "A", "C", client.id);
-    }
+    NoteOnTheRoad(session, "A", "C", client.id);
     session.PickedEmployee = client.id;
     return {};
 }

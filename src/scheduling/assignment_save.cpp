@@ -143,10 +143,11 @@ void SaveEdited(Session& session, Recordset& row, const AssignmentEntry& entry,
     answer.saved = true;
     answer.sequences.push_back(sequence);
     if (session.dialogs.AskQuestion("Change all exisiting schedules from today forward?")) {
-        asks.updateSchedules(sequence, difference);
-    }
-    if (!Trim(entry.emp_id).empty()) {
-        answer.conflicts = ConflictReport(session, entry.emp_id, name);
+        asks.updateSchedules({sequence, DayCodes()[static_cast<std::size_t>(day)], difference, entry.emp_id,
+                              entry.start, EndOfVisit(entry.start, entry.hours), entry.hours});
+        if (!Trim(entry.emp_id).empty()) {
+            answer.conflicts = ConflictReport(session, entry.emp_id, name);
+        }
     }
 }
 
@@ -235,6 +236,20 @@ bool DeleteAssignment(Session& session, Recordset& assignments, const Assignment
         assignments.SetAbsolutePosition(std::clamp(position, 0L, assignments.RecordCount() - 1));
     }
     return true;
+}
+
+std::vector<CopySource> CopySources(Session& session, const AssignmentParent& parent) {
+    std::vector<CopySource> sources;
+    Recordset rows = session.dbMainWork->OpenRecordset(
+        Sql("select * from Authorizations where client = {} and sequence <> {} order by from_date",
+            parent.client, parent.authorization),
+        RecordsetType::Snapshot);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        sources.push_back({static_cast<long>(rows.Get("sequence").ToInteger()), rows.Get("to_DATE"),
+                           rows.Get("from_date"), rows.Text("status_code"), rows.Text("vis_desc"),
+                           rows.Text("bill_name")});
+    }
+    return sources;
 }
 
 bool CopyAssignments(Session& session, long from, const AssignmentParent& parent,

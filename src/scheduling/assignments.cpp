@@ -13,6 +13,7 @@ namespace {
 constexpr int kMinutesInAnHour = 60;
 constexpr double kMinutesInADay = 1440;
 constexpr double kWeek = 7;
+constexpr std::size_t kNameInTree = 25;
 
 std::string TimeText(const Recordset& row, const char* field) {
     const Value time = row.Get(field);
@@ -38,6 +39,8 @@ std::optional<AssignmentParent> ParentOf(Session& session, long authorization) {
     const Date today = session.clock.Today();
     parent.from = row.Get("from_date").IsNull() ? today : row.Get("from_date").ToDate().DayOnly();
     parent.to = row.Get("to_DATE").IsNull() ? today : row.Get("to_DATE").ToDate().DayOnly();
+    parent.hours = row.Get("HRS").NumberOr(0);
+    parent.per = row.Text("WEEKORMONTH");
     const Recordset client = session.dbMainWork->OpenRecordset(
         Sql("select LASTNAME,FIRSTNAM,CASESTATCD from ClientPR where CLIENT = {}", parent.client),
         RecordsetType::Snapshot);
@@ -76,7 +79,8 @@ std::vector<AssignmentLine> AssignmentTree(const Recordset& assignments) {
         line.sequence = static_cast<long>(rows.Get("sequence").ToInteger());
         line.day = DayIndex(rows.Text("Day"));
         line.text = TimeText(rows, "St_time") + "-" + TimeText(rows, "END_TIME") + "   " +
-                    FormatNumber(rows.Get("HRS").NumberOr(0), "00.00") + " hrs  " + rows.Text("emp_name");
+                    FormatNumber(rows.Get("HRS").NumberOr(0), "00.00") + " hrs  " +
+                    Left(rows.Text("emp_name"), kNameInTree);
         lines.push_back(std::move(line));
     }
     std::stable_sort(lines.begin(), lines.end(),

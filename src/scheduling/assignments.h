@@ -7,6 +7,7 @@
 
 #include "printing/document/document.h"
 #include "scheduling/removed_visits.h"
+#include "scheduling/schedule_update.h"
 #include "session/session.h"
 
 namespace kv {
@@ -24,6 +25,8 @@ struct AssignmentParent {
     long billCode = 0;
     Date from;
     Date to;
+    double hours = 0;  ///< authorized
+    std::string per;   ///< "W" or "M": what they are per
 };
 /// Nothing where there is no such authorization. Throws EngineError, as everything below does.
 std::optional<AssignmentParent> ParentOf(Session& session, long authorization);
@@ -67,16 +70,22 @@ struct AssignmentEntry {
     std::string emp_id;
 };
 
-/// What the checks of a caregiver found.
+/// The headings of a line of information, and what stands below each.
+using DetailLine = std::vector<std::pair<std::string, std::string>>;
+
+/// A caregiver as FRmassign shows her, and what the checks of her found.
 struct CaregiverCheck {
-    bool accepted = false;   ///< false: TXTempid is to be emptied; why was told
+    bool accepted = false;   ///< false: she is not found, or TXTempid is to be emptied
     std::string name;        ///< "Last, First"
     std::string discipline;  ///< Label2
     std::string hours;       ///< LblHours
-    /// The columns of fgEMP with what the caregiver has in them; empty where there is none.
-    std::vector<std::pair<std::string, std::string>> details;
+    DetailLine details;      ///< of fgEMP; empty where there is none
 };
-/// Runs when TXTempid changes. Speaks to the operator.
+/// For a row that is shown: no check, no word to the operator.
+CaregiverCheck DescribeCaregiver(Session& session, const std::string& emp_id, const AssignmentParent& parent);
+/// The columns of FGcli with what the client has in them.
+DetailLine ClientDetails(Session& session, const std::string& client);
+/// Runs when TXTempid changes. Tells the operator why a caregiver is not accepted.
 CaregiverCheck CheckCaregiver(Session& session, const std::string& emp_id, const AssignmentParent& parent,
                               Date creation);
 
@@ -99,8 +108,8 @@ struct AssignmentAsks {
     std::function<void(const std::vector<AssignmentConflict>&)> showConflicts;
     /// FRMmoveAssign: by how many days, forward or back (below 0), the visits move; nothing when cancelled.
     std::function<std::optional<int>(int forward, int back)> askMove;
-    /// FRMupdatesch for the saved assignment, its visits moved by so many days.
-    std::function<void(long sequence, int dayDifference)> updateSchedules;
+    /// FRMupdatesch for the saved assignment.
+    std::function<void(const ScheduleUpdate&)> updateSchedules;
 };
 
 struct AssignmentSaved {
@@ -117,6 +126,13 @@ AssignmentSaved SaveAssignment(Session& session, Recordset& assignments, const A
 /// The delete key. Visits that were worked or changed by hand stay, and belong to no assignment any more.
 bool DeleteAssignment(Session& session, Recordset& assignments, const AssignmentParent& parent);
 
+/// An authorization of the client whose assignments may be copied: a line of FRMcopyAssign.
+struct CopySource {
+    long authorization = 0;
+    Value to, from;
+    std::string status, description, payer;
+};
+std::vector<CopySource> CopySources(Session& session, const AssignmentParent& parent);
 /// Copies another authorization's assignments into this one and creates their visits. False where the other
 /// has none, which is told.
 bool CopyAssignments(Session& session, long from, const AssignmentParent& parent,

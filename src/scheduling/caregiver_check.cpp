@@ -9,11 +9,17 @@ namespace kv {
 
 namespace {
 
-std::vector<std::pair<std::string, std::string>> DetailsOf(const Recordset& caregiver, const std::string& id,
-                                                           const std::string& name) {
+constexpr const char* kLevelTooLow = "Discipline Level too low.";
+
+Recordset OpenCaregiver(Session& session, const std::string& id) {
+    return session.dbMainWork->OpenRecordset(Sql("select * from Employee where Emp_id = {}", id),
+                                             RecordsetType::Snapshot);
+}
+
+DetailLine DetailsOf(const Recordset& caregiver, const std::string& id, const std::string& name) {
     return {{"ID", id},
             {"Name", name},
-            {"Address", Join({Trim(caregiver.Text("Street")), Trim(caregiver.Text("Address2"))}, " ")},
+            {"Address", Trim(caregiver.Text("Street") + " " + caregiver.Text("Address2"))},
             {"City", caregiver.Text("City")},
             {"State", caregiver.Text("State")},
             {"Zip", caregiver.Text("Zip")},
@@ -36,8 +42,7 @@ std::string DisciplineFault(Session& session, const Recordset& caregiver, const 
     if (level.IsNull()) {
         return "Could not verify Discipline Level.";
     }
-    return caregiver.Get("disp_level").NumberOr(0) < level.ToDouble() ? "Discipline Level too low."
-                                                                      : std::string();
+    return caregiver.Get("disp_level").NumberOr(0) < level.ToDouble() ? kLevelTooLow : std::string();
 }
 
 bool IsBanned(Session& session, const std::string& id, const std::string& client) {
@@ -97,44 +102,67 @@ std::string HoursText(Session& session, const Recordset& caregiver, const std::s
 
 }  // namespace
 
+DetailLine ClientDetails(Session& session, const std::string& client) {
+    const Recordset row = session.dbMainWork->OpenRecordset(
+        Sql("select * from ClientPR where CLIENT = {}", client), RecordsetType::Snapshot);
+    const auto text = [&row](const char* field) { return row.Eof() ? std::string() : Trim(row.Text(field)); };
+    return {{"ID", client},
+            {"Name", text("LASTNAME") + ", " + text("FIRSTNAM")},
+            {"Address", Trim(text("STREET") + " " + text("ADDRESS2"))},
+            {"City", text("CITY")},
+            {"State", text("STATE")},
+            {"Zip", text("ZIP")},
+            {"Phone", FormatPhone(text("PHONE"))},
+            {"Group", text("GROUPING")},
+            {"Pager", ""},
+            {"Cell", ""},
+            {"Fax", ""}};
+}
+
+CaregiverCheck DescribeCaregiver(Session& session, const std::string& emp_id,
+                                 const AssignmentParent& parent) {
+    CaregiverCheck check;
+    const Recordset caregiver = OpenCaregiver(session, emp_id);
+    if (caregiver.Eof()) {
+        return check;
+    }
+    check.accepted = true;
+    check.name = Trim(caregiver.Text("LastName")) + ", " + Trim(caregiver.Text("FirstName"));
+    check.details = DetailsOf(caregiver, emp_id, check.name);
+    check.discipline = DisciplineFault(session, caregiver, parent.visitType);
+    // Whoever is over her hours is told of, not refused.
+    check.hours = HoursText(session, caregiver, emp_id);
+    return check;
+}
+
 CaregiverCheck CheckCaregiver(Session& session, const std::string& emp_id, const AssignmentParent& parent,
                               Date creation) {
-    CaregiverCheck check;
-    const Recordset caregiver = session.dbMainWork->OpenRecordset(
-        Sql("select * from Employee where Emp_id = {}", emp_id), RecordsetType::Snapshot);
-    if (caregiver.Eof()) {
+    CaregiverCheck check = DescribeCaregiver(session, emp_id, parent);
+    if (!check.accepted) {
         session.ShowMessageWindow("Caregiver was not found");
         return check;
     }
-    check.name = Trim(caregiver.Text("LastName")) + ", " + Trim(caregiver.Text("FirstName"));
-    check.details = DetailsOf(caregiver, emp_id, check.name);
-    check.accepted = true;
-
-    check.discipline = DisciplineFault(session, caregiver, parent.visitType);
-    if (check.discipline == "Discipline Level too low." && !CheckScreenAccess(session, "DISO")) {
-        check.accepted = false;
+    check.accepted = false;
+    if (check.discipline == kLevelTooLow && !CheckScreenAccess(session, "DISO")) {
         return check;
     }
     if (IsBanned(session, emp_id, parent.client)) {
         session.ShowMessageWindow("This caregiver should not visit this client.");
-        check.accepted = false;
         return check;
     }
     if (const auto missing = MissingSkills(session, emp_id, parent.client); !missing.empty()) {
         TellMissingSkills(session, missing, check.name, emp_id);
-        check.accepted = false;
         return check;
     }
+    const Recordset caregiver = OpenCaregiver(session, emp_id);
     const Value left = caregiver.Get("t_date");
     if (!EqualsNoCase(caregiver.Text("t_code"), "A") && !left.IsNull() &&
         left.ToDate().DayOnly() <= creation.DayOnly()) {
         session.ShowMessageWindow("This Caregiver is not Active as of: " +
                                   FormatDate(left.ToDate(), "MMM/DD/YYYY") + ".  Please select another one.");
-        check.accepted = false;
         return check;
     }
-    // Whoever is over her hours is told of, not refused.
-    check.hours = HoursText(session, caregiver, emp_id);
+    check.accepted = true;
     return check;
 }
 

@@ -14,9 +14,11 @@
 #include "billing/authorizations.h"
 #include "billing/client_status.h"
 #include "clients/record_history.h"
+#include "screens/FRMTask.h"
 #include "screens/FRMcalc_percent.h"
 #include "screens/FRMedit.h"
 #include "screens/FRMimportant.h"
+#include "screens/FRmassign.h"
 #include "screens/frmClient_controls.h"
 #include "screens/frmPrint.h"
 #include "screens/use_strip.h"
@@ -38,6 +40,26 @@ namespace {
 
 constexpr const char* kPrompt = "Some information has changed, and is not saved.  Do you wish to save?";
 constexpr double kMigrationDays = 7;
+
+/// The keys of what hangs from an authorization; without one their tips say so.
+struct KeyTip {
+    const char* key;
+    const char* word;
+    const char* tip;
+    const char* icon;
+};
+constexpr std::array<KeyTip, 3> kAuthorizationKeys = {
+    {{"assign", "Assign", "Create an assignment for this authorization.", "assign"},
+     {"tasks", "Tasks", "Add task that need to be performed for this authorization.", "check"},
+     {"history", "History", "Show the history of changes made to this authorization.", "history"}}};
+
+ToolKey Extra(const KeyTip& key) {
+    return {QString::fromLatin1(key.key),
+            QString::fromLatin1(key.word),
+            QString::fromLatin1(key.tip),
+            QString::fromLatin1(key.icon),
+            {}};
+}
 
 template <std::size_t N>
 QStringList ListOf(const std::array<std::string_view, N>& items) {
@@ -125,19 +147,16 @@ FRMauthorization::FRMauthorization(Session& session, QWidget* parent)
 }
 
 void FRMauthorization::MakeToolbar() {
-    Toolbar3 = new ToolBar(QStringLiteral("Toolbar3"),
-                           {StandardKey(QStringLiteral("edit"), tr("Change this authorization")),
-                            StandardKey(QStringLiteral("first")), StandardKey(QStringLiteral("previous")),
-                            StandardKey(QStringLiteral("next")), StandardKey(QStringLiteral("last")),
-                            ToolSeparator(), StandardKey(QStringLiteral("new"), tr("Add an authorization")),
-                            StandardKey(QStringLiteral("delete")), StandardKey(QStringLiteral("save")),
-                            StandardKey(QStringLiteral("discard")), ToolSeparator(),
-                            ToolKey{QStringLiteral("history"),
-                                    tr("History"),
-                                    QStringLiteral("Show the history of changes made to this authorization."),
-                                    QStringLiteral("history"),
-                                    {}}},
-                           this);
+    Toolbar3 =
+        new ToolBar(QStringLiteral("Toolbar3"),
+                    {StandardKey(QStringLiteral("edit"), tr("Change this authorization")),
+                     StandardKey(QStringLiteral("first")), StandardKey(QStringLiteral("previous")),
+                     StandardKey(QStringLiteral("next")), StandardKey(QStringLiteral("last")),
+                     ToolSeparator(), StandardKey(QStringLiteral("new"), tr("Add an authorization")),
+                     StandardKey(QStringLiteral("delete")), StandardKey(QStringLiteral("save")),
+                     StandardKey(QStringLiteral("discard")), ToolSeparator(), Extra(kAuthorizationKeys[0]),
+                     Extra(kAuthorizationKeys[1]), Extra(kAuthorizationKeys[2])},
+                    this);
     keys_ = {
         {QStringLiteral("edit"), [this] { EditKey(); }},
         {QStringLiteral("first"), [this] { Move(ListMove::First); }},
@@ -148,6 +167,8 @@ void FRMauthorization::MakeToolbar() {
         {QStringLiteral("delete"), [this] { DeleteKey(); }},
         {QStringLiteral("save"), [this] { SaveKey(); }},
         {QStringLiteral("discard"), [this] { DiscardKey(); }},
+        {QStringLiteral("assign"), [this] { AssignKey(); }},
+        {QStringLiteral("tasks"), [this] { TasksKey(); }},
         {QStringLiteral("history"), [this] { HistoryKey(); }},
     };
 }
@@ -330,6 +351,7 @@ void FRMauthorization::CheckRights() {
     mayAdd_ = CheckScreenAccess(session_, "AUTA");
     mayEdit_ = CheckScreenAccess(session_, "AUTE");
     mayDelete_ = CheckScreenAccess(session_, "AUTD");
+    mayAssign_ = CheckScreenAccess(session_, "ASSV");
 }
 
 void FRMauthorization::SetHiddenID(const std::string& id, ClientForm& mainScreen) {
@@ -513,8 +535,13 @@ void FRMauthorization::SetWriting(bool writing) {
     const auto enable = [this](const char* key, bool on) {
         Toolbar3->EnableKey(QString::fromLatin1(key), on);
     };
-    for (const char* key : {"first", "previous", "next", "last", "history"}) {
+    for (const char* key : {"first", "previous", "next", "last", "tasks", "history"}) {
         enable(key, !writing && rows);
+    }
+    enable("assign", !writing && rows && mayAssign_);
+    for (const KeyTip& key : kAuthorizationKeys) {
+        Toolbar3->SetTip(QString::fromLatin1(key.key),
+                         QString::fromLatin1(rows ? key.tip : "You must add an authorization first"));
     }
     enable("edit", !writing && rows && mayEdit_);
     enable("new", !writing && mayAdd_);
@@ -589,6 +616,7 @@ bool FRMauthorization::SaveKey() {
     sequence_ = saved.sequence;
     RequeryAuthorizations();
     LoadAuthorizationScreen();
+    FGauth->setFocus();
     emit clientChanged();
     if (!saved.removed.empty()) {
         Preview(RemovedVisitsReport(saved.removed, session_.clock.Today()));
@@ -599,6 +627,8 @@ bool FRMauthorization::SaveKey() {
 void FRMauthorization::DiscardKey() {
     Dbauthor.Restore();
     LoadAuthorizationScreen();
+    // The box that had the focus is out of use, and keys would reach nobody.
+    FGauth->setFocus();
 }
 
 void FRMauthorization::DeleteKey() {
@@ -634,6 +664,21 @@ void FRMauthorization::HistoryKey() {
     history.ShowRecord(QStringLiteral("Authorization ID:"), "AUT", std::to_string(sequence_),
                        RecordHistoryStatement("AUT", sequence_));
     history.exec();
+}
+
+void FRMauthorization::AssignKey() {
+    if (session_.OffLine) {
+        session_.ShowMessageWindow("You may not do any work on Assignments, while 'On the Road'");
+        return;
+    }
+    if (const auto parentRow = ParentOf(session_, sequence_)) {
+        FRmassign(session_, *parentRow, this).exec();
+        Use->ShowUse(UseOfAuthorization(session_, sequence_));
+    }
+}
+
+void FRMauthorization::TasksKey() {
+    FRMTask(session_, sequence_, this).exec();
 }
 
 void FRMauthorization::CalcKey() {

@@ -109,6 +109,8 @@ class FRMauthorization : public SectionScreen {
     void DeleteKey();
     void Move(ListMove move);
     void HistoryKey();
+    void AssignKey();
+    void TasksKey();
     void CalcKey();
     void MigrationKey();
 
@@ -120,6 +122,7 @@ class FRMauthorization : public SectionScreen {
     bool mayAdd_ = true;
     bool mayEdit_ = true;
     bool mayDelete_ = true;
+    bool mayAssign_ = true;
     bool validCallType_ = true;
     std::map<QString, Step> keys_;
 };

@@ -247,6 +247,7 @@ void frmClient::ConnectControls() {
             [this] { Handle([this] { ViewPeople(PeopleTable::doctors); }); });
     connect(General->CMDviewCase, &QToolButton::clicked, this,
             [this] { Handle([this] { ViewPeople(PeopleTable::casemgr); }); });
+    connect(General->CMDicd9, &QToolButton::clicked, this, [this] { Handle([this] { DiagnosesKey(); }); });
     Directions->Client = [this] { return ClientForPrint(); };
     Notes->Print = [this] { Handle([this] { PrintNotes(); }); };
     // As for a bound box, the first change takes the row's lock.

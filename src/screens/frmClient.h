@@ -133,6 +133,7 @@ class frmClient : public QMainWindow, public ClientForm {
     void LimitsPicked(bool managerToo);
     void ChangeStatusKey();
     void ViewPeople(PeopleTable table);
+    void DiagnosesKey();
     void CheckNameOf(BoundControl& control);
     void RecountDays();
     PrintedClient ClientForPrint() const;

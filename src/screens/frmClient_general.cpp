@@ -2,7 +2,9 @@
 
 #include <QHBoxLayout>
 #include <QToolButton>
+#include <algorithm>
 
+#include "base/text.h"
 #include "screens/frmClient_controls.h"
 #include "screens/widgets/check_box.h"
 #include "screens/widgets/combos.h"
@@ -68,10 +70,39 @@ void FRMgeneral::MakeDiagnoses(FieldForm* form) {
     for (LookupCombo* combo : {TDBCombo9, TDBCombo19, TDBCombo26, TDBCombo27, TDBCombo28}) {
         combo->SetListOnly(true);
     }
-    for (LookupCombo* combo : {TDBCombo26, TDBCombo27, TDBCombo28}) {
-        form->AddField(*combo);
-    }
+    CMDicd9 = MakeSmallButton(QStringLiteral("CMDicd9"), QStringLiteral("add"),
+                              tr("Attach ICD9 codes to this client"), form);
+    form->AddField(*TDBCombo26);
+    form->AddBehind(CMDicd9);
+    form->AddField(*TDBCombo27);
+    form->AddField(*TDBCombo28);
     form->AddField(*Combo1);
+}
+
+void FRMgeneral::TakeDiagnosis(const std::string& code, const std::string& description) {
+    const std::vector<LookupCombo*> combos = {TDBCombo26, TDBCombo27, TDBCombo28};
+    const std::vector<LookupItem>& items = TDBCombo26->Items();
+    const bool isListed = std::any_of(items.begin(), items.end(), [&](const LookupItem& item) {
+        return EqualsNoCase(item.code, code);
+    });
+    const std::string words = Trim(code + " " + description);
+    if (!isListed) {
+        if (Combo1->Text().trimmed().isEmpty()) {
+            Combo1->EnterValue(Value(words));
+        }
+        return;
+    }
+    for (LookupCombo* combo : combos) {
+        if (EqualsNoCase(combo->BoundText(), code)) {
+            return;
+        }
+    }
+    for (LookupCombo* combo : combos) {
+        if (combo->BoundText().empty()) {
+            combo->SetBoundText(code);
+            return;
+        }
+    }
 }
 
 void FRMgeneral::MakeAccounts(FieldForm* form) {

@@ -25,6 +25,9 @@ class FRMgeneral : public ClientPart {
     /// Fills CMBdoctor or CMBcase; a pick in it copies the person's note to the client.
     void SetPeople(PeopleTable table, std::vector<NamedNote> people);
     PlainCombo* PeopleCombo(PeopleTable table) const;
+    /// Puts a diagnosis into the first of its fields that is empty: a look-up that lists it, else the free
+    /// words. One that stands there already, or finds no room, changes nothing.
+    void TakeDiagnosis(const std::string& code, const std::string& description);
 
     LookupCombo* TDBCombo9;   ///< nurse
     LookupCombo* TDBCombo19;  ///< nurse visit code
@@ -33,6 +36,7 @@ class FRMgeneral : public ClientPart {
     LookupCombo* TDBCombo27;
     LookupCombo* TDBCombo28;
     TextBox* Combo1;  ///< a diagnosis in free words
+    QToolButton* CMDicd9;
     TextBox* TXText;  ///< accounting ids
     TextBox* TXTexternal2;
     TextBox* TXTexternal3;

@@ -11,6 +11,7 @@
 #include "clients/client_sort.h"
 #include "clients/potential_status.h"
 #include "clients/quick_find.h"
+#include "screens/FRMICD9.h"
 #include "screens/FRMQuickFind.h"
 #include "screens/FRMmisc.h"
 #include "screens/FRMpotientalStatus.h"
@@ -26,6 +27,7 @@
 #include "screens/pick_screen.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
+#include "screens/widgets/masked_box.h"
 #include "screens/widgets/notes_box.h"
 #include "screens/widgets/number_box.h"
 #include "screens/widgets/qt_text.h"
@@ -235,6 +237,25 @@ void frmClient::ViewPeople(PeopleTable table) {
     General->SetPeople(table, LoadPeople(session_, table));
     if (const std::optional<std::string> name = screen.PickedName()) {
         combo->SetText(ToQt(*name));
+    }
+}
+
+void frmClient::DiagnosesKey() {
+    if (!DbClient.HasRow()) {
+        return;
+    }
+    const ScreenControls shown = Controls();
+    FRMICD9 screen(session_,
+                   {shown.Stored("txtCliId"),
+                    Trim(Trim(shown.Stored("TxtFirstnam")) + " " + Trim(shown.Stored("TxtLastname"))),
+                    FromQt(RequiredInfo->TxtPhone->Text())},
+                   this);
+    screen.exec();
+    if (ended_) {
+        return;
+    }
+    for (const AttributeItem& diagnosis : screen.Added()) {
+        General->TakeDiagnosis(diagnosis.code, diagnosis.description);
     }
 }
 

@@ -45,4 +45,11 @@ bool WriteTransRecord(Session& session, const std::string& type, const std::stri
     return true;
 }
 
+void NoteOnTheRoad(Session& session, const std::string& type, const std::string& module,
+                   const std::string& id) {
+    if (session.OffLine) {
+        WriteTransRecord(session, type, module, id);
+    }
+}
+
 }  // namespace kv

@@ -12,4 +12,8 @@ namespace kv {
 bool WriteTransRecord(Session& session, const std::string& type, const std::string& module,
                       const std::string& id);
 
+/// WriteTransRecord where the session is On the Road; otherwise nothing.
+void NoteOnTheRoad(Session& session, const std::string& type, const std::string& module,
+                   const std::string& id);
+
 }  // namespace kv

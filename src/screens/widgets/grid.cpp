@@ -70,8 +70,14 @@ Grid::Grid(const QString& name, const std::vector<GridColumn>& columns, QWidget*
             emit currentRowChanged(CurrentRow());
         }
     });
-    connect(this, &QTableView::clicked, this,
-            [this](const QModelIndex& index) { emit rowPicked(model_->GivenAt(index.row())); });
+    connect(this, &QTableView::clicked, this, [this](const QModelIndex& index) {
+        const int row = model_->GivenAt(index.row());
+        // The tick itself is turned by the delegate.
+        if (const int tick = TickColumn(); tickByRow_ && tick >= 0 && index.column() != tick) {
+            model_->ToggleTick(row, tick);
+        }
+        emit rowPicked(row);
+    });
     connect(this, &QTableView::doubleClicked, this,
             [this](const QModelIndex& index) { emit rowActivated(model_->GivenAt(index.row())); });
     connect(model_, &GridModel::tickToggled, this, &Grid::tickToggled);
@@ -220,16 +226,18 @@ void Grid::keyPressEvent(QKeyEvent* event) {
         emit rowActivated(row);
         return;
     }
-    if (event->key() == Qt::Key_Space && row >= 0) {
-        const auto& columns = model_->Columns();
-        const auto tick = std::find_if(columns.begin(), columns.end(),
-                                       [](const GridColumn& each) { return each.tick && !each.hidden; });
-        if (tick != columns.end()) {
-            model_->ToggleTick(row, static_cast<int>(tick - columns.begin()));
-            return;
-        }
+    if (const int tick = TickColumn(); event->key() == Qt::Key_Space && row >= 0 && tick >= 0) {
+        model_->ToggleTick(row, tick);
+        return;
     }
     QTableView::keyPressEvent(event);
+}
+
+int Grid::TickColumn() const {
+    const auto& columns = model_->Columns();
+    const auto tick = std::find_if(columns.begin(), columns.end(),
+                                   [](const GridColumn& each) { return each.tick && !each.hidden; });
+    return tick == columns.end() ? -1 : static_cast<int>(tick - columns.begin());
 }
 
 void Grid::changeEvent(QEvent* event) {

@@ -73,6 +73,8 @@ class Grid : public QTableView {
 
     /// A click on a heading sorts by it; off by default, for the rules fix most orders.
     void SetSortable(bool sortable);
+    /// A click anywhere on a row turns its tick; off by default.
+    void SetTickByRow(bool byRow) { tickByRow_ = byRow; }
     /// Grey words that stand in the list while it is empty.
     void SetEmptyText(const QString& text);
     /// Grounds of single cells, asked while they are painted.
@@ -103,7 +105,11 @@ class Grid : public QTableView {
     GridModel* model_;
     QString emptyText_;
     std::optional<QColor> ground_;
+    /// The shown column of ticks, or -1.
+    int TickColumn() const;
+
     bool quiet_ = false;
+    bool tickByRow_ = false;
 };
 
 }  // namespace kv

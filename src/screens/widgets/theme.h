@@ -23,11 +23,12 @@ bool IsDark(const QPalette& palette);
 QPalette LightPalette();
 QPalette DarkPalette();
 
-/// An icon of the program by its name without folder and ending ("first"). It is drawn in the ink of the
-/// palette that holds while it is painted, greyed where disabled. An unknown name gives an empty icon.
-/// What stands in the boxes below a widget keeps the ink of text while they are disabled: they are only looked at.
+/// What stands in the boxes below a widget keeps the ink of text while they are disabled: they are only looked
+/// at.
 void KeepReadable(QWidget& widget);
 
+/// An icon of the program by its name without folder and ending ("first"). It is drawn in the ink of the
+/// palette that holds while it is painted, greyed where disabled. An unknown name gives an empty icon.
 QIcon Icon(const QString& name);
 /// The same as a picture of `size` device-independent pixels for a label.
 QPixmap Picture(const QString& name, int size, const QWidget* on);

@@ -1,0 +1,41 @@
+#pragma once
+#include <QDialog>
+#include <vector>
+
+#include "scheduling/schedule_update.h"
+
+class QListWidget;
+class QPushButton;
+
+namespace kv {
+
+class DateBox;
+class Grid;
+
+/// Carries a changed assignment to the visits that it made.
+class FRMupdatesch : public QDialog {
+    Q_OBJECT
+  public:
+    FRMupdatesch(Session& session, ScheduleUpdate update, QWidget* parent = nullptr);
+
+    DateBox* DTEstart;
+    Grid* FGchg_Sch;
+    QListWidget* List1;
+    QPushButton* CMDprocess;
+    QPushButton* CMDexit;
+
+  private:
+    void Load();
+    void Process();
+    void OpenMenu(const QPoint& at);
+    void Hide(int row);
+    void ShowResults(const std::vector<std::string>& results);
+    template <typename Step>
+    void Handle(const Step& step);
+
+    Session& session_;
+    ScheduleUpdate update_;
+    std::vector<ScheduleLine> lines_;
+};
+
+}  // namespace kv

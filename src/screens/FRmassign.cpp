@@ -1,0 +1,701 @@
+#include "screens/FRmassign.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScopedValueRollback>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "base/text.h"
+#include "clients/pick_query.h"
+#include "clients/record_history.h"
+#include "clients/record_keys.h"
+#include "screens/FRMcopyAssign.h"
+#include "screens/FRMedit.h"
+#include "screens/FRMmoveAssign.h"
+#include "screens/FRMupdatesch.h"
+#include "screens/frmClient_controls.h"
+#include "screens/frmDiscrep.h"
+#include "screens/frmPrint.h"
+#include "screens/pick_screen.h"
+#include "screens/widgets/date_box.h"
+#include "screens/widgets/field_form.h"
+#include "screens/widgets/grid.h"
+#include "screens/widgets/number_box.h"
+#include "screens/widgets/outline_tree.h"
+#include "screens/widgets/qt_text.h"
+#include "screens/widgets/text_box.h"
+#include "screens/widgets/theme.h"
+#include "screens/widgets/time_box.h"
+#include "screens/widgets/tool_bar.h"
+#include "screens/widgets/window_tools.h"
+#include "session/rights.h"
+
+namespace kv {
+
+namespace {
+
+constexpr const char* kPrompt = "Some information has changed, and is not saved.  Do you wish to save?";
+constexpr RecordTexts kMoves = {"There are no records to move to.", "This is the first Assignment",
+                                "This is the Last Assignment", "There are no records to delete.", ""};
+constexpr std::array kDayNames = {"Sunday",   "Monday", "Tuesday", "Wednesday",
+                                  "Thursday", "Friday", "Saturday"};
+
+/// A grid of one line: headings over what is known of somebody.
+Grid* MakeLine(const char* name, const QString& words, const std::vector<GridColumn>& columns,
+               QWidget* parent) {
+    auto* grid = new Grid(QString::fromLatin1(name), columns, parent);
+    grid->setAccessibleName(words);
+    grid->setSelectionMode(QAbstractItemView::NoSelection);
+    grid->setFocusPolicy(Qt::NoFocus);
+    grid->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    grid->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    grid->setFixedHeight(grid->horizontalHeader()->sizeHint().height() +
+                         grid->verticalHeader()->defaultSectionSize() + 2 * grid->frameWidth());
+    return grid;
+}
+
+GridColumn Column(const char* heading, int characters, const char* format = "") {
+    GridColumn column;
+    column.heading = QString::fromLatin1(heading);
+    column.characters = characters;
+    column.format = format;
+    return column;
+}
+
+std::vector<GridColumn> AuthorizationColumns() {
+    return {Column("From Date", 12, "MMM/DD/YYYY"),
+            Column("To Date", 12, "MMM/DD/YYYY"),
+            Column("Payer", 26),
+            Column("Call Type", 10),
+            Column("Description", 30),
+            Column("Auth Hours", 11, "##,##0.00"),
+            Column("Per", 0)};
+}
+
+std::vector<GridColumn> PersonColumns() {
+    return {Column("ID", 7),     Column("Name", 19), Column("Address", 22), Column("City", 11),
+            Column("State", 5),  Column("Zip", 6),   Column("Phone", 13),   Column("Group", 11),
+            Column("Pager", 10), Column("Cell", 13), Column("Fax", 0)};
+}
+
+void ShowLine(Grid& grid, const DetailLine& details) {
+    if (details.empty()) {
+        grid.Clear();
+        return;
+    }
+    GridRow row;
+    for (const auto& [heading, text] : details) {
+        row.cells.emplace_back(text);
+    }
+    grid.SetRows({row});
+}
+
+}  // namespace
+
+FRmassign::FRmassign(Session& session, AssignmentParent parentRow, QWidget* parent)
+    : QDialog(parent),
+      DBassign([this](const EngineError& error) { ReportEngineError(session_, error); }),
+      session_(session),
+      parentRow_(std::move(parentRow)) {
+    setObjectName(QStringLiteral("FRmassign"));
+    setWindowTitle(QStringLiteral("Add/Change Client Assignments"));
+    Pick = [this] { return PickEmployee(session_, this); };
+    PickSource = [this] { return FRMcopyAssign(session_, parentRow_, this).Pick(); };
+    Preview = [this](const Document& document) { ShowPreview(session_, document, this); };
+    Asks.showConflicts = [this](const std::vector<AssignmentConflict>& conflicts) {
+        frmDiscrep(conflicts, this).exec();
+    };
+    Asks.askMove = [this](int forward, int back) { return FRMmoveAssign(forward, back, this).Ask(); };
+    Asks.updateSchedules = [this](const ScheduleUpdate& update) {
+        FRMupdatesch(session_, update, this).exec();
+    };
+
+    MakeToolbar();
+    auto* lower = new QGridLayout;
+    lower->setContentsMargins(theme::kUnit, theme::kHalfUnit, theme::kUnit, theme::kUnit);
+    lower->setSpacing(theme::kUnit);
+    lower->addWidget(MakeInformation(), 0, 0, 1, 2);
+    lower->addWidget(MakeTree(), 1, 0);
+    lower->addWidget(MakeBoxes(), 1, 1);
+    lower->setColumnStretch(0, 3);
+    lower->setColumnStretch(1, 4);
+    lower->setRowStretch(1, 1);
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(0);
+    all->addWidget(Toolbar2);
+    all->addLayout(lower, 1);
+    resize(146 * theme::kUnit, 84 * theme::kUnit);
+
+    DBassign.Bind(*TXTsttime, "St_time");
+    DBassign.Bind(*ENDtime, "END_TIME");
+    DBassign.Bind(*NUMhrs, "HRS");
+    DBassign.Bind(*NUMhowoften, "howoften");
+    DBassign.Bind(*TXTempid, "emp_id");
+    Connect();
+    ApplyGridColors(this, session.COLOR);
+    Handle([this] {
+        mayAdd_ = CheckScreenAccess(session_, "ASSA");
+        mayEdit_ = CheckScreenAccess(session_, "ASSE");
+        mayDelete_ = CheckScreenAccess(session_, "ASSD");
+        ShowInformation();
+        Load(0);
+    });
+    FGtree->setFocus();
+}
+
+void FRmassign::MakeToolbar() {
+    const auto extra = [](const char* key, const QString& word, const char* tip, const char* icon) {
+        return ToolKey{
+            QString::fromLatin1(key), word, QString::fromLatin1(tip), QString::fromLatin1(icon), {}};
+    };
+    Toolbar2 = new ToolBar(
+        QStringLiteral("Toolbar2"),
+        {StandardKey(QStringLiteral("exit")), ToolSeparator(), StandardKey(QStringLiteral("first")),
+         StandardKey(QStringLiteral("previous")), StandardKey(QStringLiteral("next")),
+         StandardKey(QStringLiteral("last")), ToolSeparator(),
+         StandardKey(QStringLiteral("new"), tr("Add an assignment")), StandardKey(QStringLiteral("delete")),
+         StandardKey(QStringLiteral("save")), StandardKey(QStringLiteral("discard")), ToolSeparator(),
+         extra("copy", tr("Copy"), "Copy assignments from a previous authorization to this one", "paste"),
+         extra("history", tr("History"), "View all changes made to this assignment.", "history")},
+        this);
+    keys_ = {
+        {QStringLiteral("exit"), [this] { reject(); }},
+        {QStringLiteral("first"), [this] { Move(ListMove::First); }},
+        {QStringLiteral("previous"), [this] { Move(ListMove::Previous); }},
+        {QStringLiteral("next"), [this] { Move(ListMove::Next); }},
+        {QStringLiteral("last"), [this] { Move(ListMove::Last); }},
+        {QStringLiteral("new"), [this] { NewKey(); }},
+        {QStringLiteral("delete"), [this] { DeleteKey(); }},
+        {QStringLiteral("save"), [this] { SaveKey(); }},
+        {QStringLiteral("discard"), [this] { DiscardKey(); }},
+        {QStringLiteral("copy"), [this] { CopyKey(); }},
+        {QStringLiteral("history"), [this] { HistoryKey(); }},
+    };
+}
+
+QWidget* FRmassign::MakeInformation() {
+    auto* area = new QWidget(this);
+    FGauth = MakeLine("FGauth", tr("Authorization"), AuthorizationColumns(), area);
+    FGcli = MakeLine("FGcli", tr("Client"), PersonColumns(), area);
+    fgEMP = MakeLine("fgEMP", tr("Caregiver"), PersonColumns(), area);
+    auto* layout = new QGridLayout(area);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setHorizontalSpacing(theme::kUnit);
+    layout->setVerticalSpacing(theme::kHalfUnit);
+    int line = 0;
+    for (Grid* grid : {FGauth, FGcli, fgEMP}) {
+        layout->addWidget(new QLabel(grid->accessibleName() + QLatin1Char(':'), area), line, 0);
+        layout->addWidget(grid, line++, 1);
+    }
+    layout->setColumnStretch(1, 1);
+    return area;
+}
+
+QWidget* FRmassign::MakeTree() {
+    auto* area = new QWidget(this);
+    FGtree = new OutlineTree(QStringLiteral("FGtree"), area);
+    FGtree->SetEmptyText(tr("This authorization has no assignment"));
+    auto* caption = new QLabel(QStringLiteral("All Assignments for this Authorization"), area);
+    caption->setBuddy(FGtree);
+    FGtree->setAccessibleName(caption->text());
+    auto* layout = new QVBoxLayout(area);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(theme::kHalfUnit);
+    layout->addWidget(caption);
+    layout->addWidget(FGtree, 1);
+    return area;
+}
+
+QWidget* FRmassign::MakeBoxes() {
+    auto* form = new FieldForm(this);
+    MakeDays(form->AddGroup(QStringLiteral("FRAMEdays"), tr("Days")));
+    MakeTimes(form->AddGroup(QStringLiteral("FRAMEtimes"), tr("Visits")));
+    MakeCaregiver(form->AddGroup(QStringLiteral("FRAMEcaregiver"), tr("Caregiver")));
+    form->AddStretch();
+    theme::KeepReadable(*form);
+    return form;
+}
+
+void FRmassign::MakeDays(FieldForm* form) {
+    auto* line = new QWidget(form);
+    auto* layout = new QHBoxLayout(line);
+    layout->setContentsMargins(0, 0, 0, 0);
+    for (int i = 0; i < kDaysOfWeek; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        OPTday[at] = new QCheckBox(QString::fromLatin1(kDayNames[at]), line);
+        OPTday[at]->setObjectName(IndexedName(QStringLiteral("OPTday"), i));
+        OPTday[at]->setToolTip(
+            QStringLiteral("On a new assignment you can choose multiple days for quick entry."));
+        layout->addWidget(OPTday[at]);
+    }
+    layout->addStretch(1);
+    form->AddWide(line);
+}
+
+void FRmassign::MakeTimes(FieldForm* form) {
+    TXTsttime = new TimeBox(QStringLiteral("TXTsttime"), tr("&Start Time:"), form);
+    CHKmil = new QCheckBox(QStringLiteral("Use &Military Time"), form);
+    CHKmil->setObjectName(QStringLiteral("CHKmil"));
+    NUMhrs = new NumberBox(QStringLiteral("NUMhrs"), tr("&Hours:"), "#0.00", 8, form);
+    NUMhrs->setToolTip(QStringLiteral("Number of hours to assign to the client per visit."));
+    NUMhrs->SetLimits(0, 24);
+    ENDtime = new TimeBox(QStringLiteral("ENDtime"), tr("E&nd Time:"), form);
+    CHKend = new QCheckBox(QStringLiteral("&Use End Time"), form);
+    CHKend->setObjectName(QStringLiteral("CHKend"));
+    NUMhowoften =
+        new NumberBox(QStringLiteral("NUMhowoften"), QStringLiteral("How &Often?  Every:"), "#0", 4, form);
+    NUMhowoften->setToolTip(QStringLiteral("1 means schedule each week.  2 means every second week etc."));
+    NUMhowoften->SetLimits(0, 99);
+    TDBlastdate = new DateBox(QStringLiteral("TDBlastdate"), tr("Next Schedule Creation Date"), form);
+    TDBlastdate->setToolTip(QStringLiteral("Last week that the schedules were created"));
+    TXTsttime->SetRequired(true);
+    NUMhrs->SetRequired(true);
+    form->AddField(*TXTsttime);
+    form->AddBehind(CHKmil);
+    form->AddField(*NUMhrs);
+    form->AddField(*ENDtime);
+    form->AddBehind(CHKend);
+    form->AddField(*NUMhowoften);
+    form->AddBehind(new QLabel(tr("week(s)"), form));
+    form->AddField(*TDBlastdate);
+    TDBlastdate->Label()->setObjectName(QStringLiteral("LBLsch_create"));
+}
+
+void FRmassign::MakeCaregiver(FieldForm* form) {
+    TXTempid = new TextBox(QStringLiteral("TXTempid"), QStringLiteral("Caregiver &ID:"), 10, form);
+    TXTempid->setToolTip(QStringLiteral("Which Caregiver will see this client (optional)"));
+    CMDempfind = MakeSmallButton(QStringLiteral("CMDempfind"), QStringLiteral("find_person"),
+                                 tr("Show the Caregiver search screen."), form);
+    Text1 = new QLineEdit(form);
+    Text1->setObjectName(QStringLiteral("Text1"));
+    Text1->setAccessibleName(tr("Caregiver's name"));
+    Text1->setReadOnly(true);
+    Text1->setFocusPolicy(Qt::ClickFocus);
+    Text1->setFixedWidth(theme::CharactersWide(*Text1, 32));
+    Label2 = new QLabel(form);
+    Label2->setObjectName(QStringLiteral("Label2"));
+    QPalette ink = Label2->palette();
+    ink.setColor(QPalette::WindowText, theme::ColorOf(theme::Ink::Fault, ink));
+    Label2->setPalette(ink);
+    LblHours = new QLabel(form);
+    LblHours->setObjectName(QStringLiteral("LblHours"));
+    form->AddField(*TXTempid);
+    form->AddBehind(CMDempfind);
+    form->AddBehind(Text1);
+    form->AddWidgets(QString(), {Label2});
+    form->AddWidgets(QString(), {LblHours});
+}
+
+void FRmassign::Connect() {
+    connect(Toolbar2, &ToolBar::keyPressed, this, [this](const QString& key) { Handle(keys_.at(key)); });
+    connect(FGtree, &OutlineTree::rowPicked, this, [this](const std::string& id) {
+        Handle([this, &id] {
+            if (!IsWriting() && DBassign.FindFirst(Sql("sequence = {}", std::stol(id)))) {
+                ShowRow();
+            }
+        });
+    });
+    for (int day = 0; day < kDaysOfWeek; ++day) {
+        connect(OPTday[static_cast<std::size_t>(day)], &QCheckBox::clicked, this,
+                [this, day] { DayClicked(day); });
+    }
+    for (BoundControl* box : std::initializer_list<BoundControl*>{TXTsttime, NUMhrs, ENDtime}) {
+        connect(box->Notifier(), &ControlNotifier::changed, this, &FRmassign::DeriveTimes);
+    }
+    connect(TXTsttime, &QLineEdit::editingFinished, this, &FRmassign::CheckStart);
+    connect(NUMhowoften, &QLineEdit::editingFinished, this, &FRmassign::CheckHowOften);
+    connect(TDBlastdate->Notifier(), &ControlNotifier::changed, this, &FRmassign::BeginEdit);
+    connect(TDBlastdate, &QLineEdit::editingFinished, this, &FRmassign::LimitCreation);
+    connect(CHKend, &QCheckBox::toggled, this, [this] {
+        SetButtons();
+        DeriveTimes();
+    });
+    connect(CHKmil, &QCheckBox::toggled, this, [this](bool military) {
+        TXTsttime->SetMilitary(military);
+        ENDtime->SetMilitary(military);
+    });
+    connect(TXTempid, &QLineEdit::editingFinished, this, [this] { Handle([this] { CheckCaregiverBox(); }); });
+    connect(CMDempfind, &QToolButton::clicked, this, [this] { Handle([this] { PickKey(); }); });
+    connect(&DBassign, &BoundSource::modeChanged, this, &FRmassign::SetButtons);
+}
+
+void FRmassign::Handle(const Step& step) {
+    try {
+        step();
+    } catch (const EngineError& error) {
+        ReportEngineError(session_, error);
+    }
+}
+
+void FRmassign::ShowInformation() {
+    GridRow row;
+    row.cells = {Value(parentRow_.from),
+                 Value(parentRow_.to),
+                 Value(parentRow_.payer),
+                 Value(parentRow_.visitType),
+                 Value(parentRow_.visitDescription),
+                 Value(parentRow_.hours),
+                 Value(parentRow_.per)};
+    FGauth->SetRows({row});
+    ShowLine(*FGcli, ClientDetails(session_, parentRow_.client));
+}
+
+void FRmassign::Load(long sequence) {
+    DBassign.SetRecordset(OpenAssignments(session_, parentRow_.authorization));
+    if (sequence == 0 || !DBassign.FindFirst(Sql("sequence = {}", sequence))) {
+        DBassign.MoveFirst();
+    }
+    Dis_Tree();
+    ShowRow();
+}
+
+void FRmassign::Dis_Tree() {
+    std::vector<OutlineNode> nodes;
+    for (const AssignmentLine& line : AssignmentTree(DBassign.Rows())) {
+        const QString day =
+            line.day < 0 ? tr("Other") : QString::fromLatin1(kDayNames[static_cast<std::size_t>(line.day)]);
+        if (nodes.empty() || nodes.back().text != day) {
+            OutlineNode node;
+            node.text = day;
+            node.bold = true;
+            nodes.push_back(std::move(node));
+        }
+        OutlineNode assignment;
+        assignment.text = ToQt(line.text);
+        assignment.id = std::to_string(line.sequence);
+        nodes.back().children.push_back(std::move(assignment));
+    }
+    FGtree->SetNodes(std::move(nodes), true);
+}
+
+void FRmassign::ShowRow() {
+    const QScopedValueRollback<bool> showing(showing_, true);
+    const bool hasRow = DBassign.HasRow();
+    const bool adding = DBassign.IsAdding();
+    const int day = hasRow && !adding ? DayIndex(DBassign.Rows().Text("Day")) : -1;
+    for (int i = 0; i < kDaysOfWeek; ++i) {
+        OPTday[static_cast<std::size_t>(i)]->setChecked(i == day);
+    }
+    TDBlastdate->SetCaption(adding ? QStringLiteral("First Schedule Creation Date")
+                                   : QStringLiteral("Next Schedule Creation Date"));
+    if (adding) {
+        TDBlastdate->SetValue(Value(FirstCreationDate(parentRow_.from, session_.clock.Today())));
+    } else if (hasRow && !DBassign.Rows().Get("Last_date").IsNull()) {
+        TDBlastdate->SetValue(Value(
+            LimitCreationDate(NextCreationDate(DBassign.Rows()), session_.clock.Today(), parentRow_.to)));
+    } else {
+        TDBlastdate->SetValue(Value());
+    }
+    warnedOften_ = NUMhowoften->Number();
+    checkedId_ = FromQt(TXTempid->Text());
+    ShowCaregiver(checkedId_.empty() ? CaregiverCheck()
+                                     : DescribeCaregiver(session_, checkedId_, parentRow_));
+    if (hasRow && !adding) {
+        if (Text1->text().isEmpty()) {
+            Text1->setText(ToQt(DBassign.Rows().Text("emp_name")));
+        }
+        FGtree->Highlight(std::to_string(DBassign.Rows().Get("sequence").ToInteger()));
+    } else {
+        FGtree->Highlight({});
+    }
+    SetButtons();
+}
+
+void FRmassign::ShowCaregiver(const CaregiverCheck& caregiver) {
+    Text1->setText(ToQt(caregiver.name));
+    Label2->setText(ToQt(caregiver.discipline));
+    Label2->setVisible(!caregiver.discipline.empty());
+    LblHours->setText(ToQt(caregiver.hours));
+    ShowLine(*fgEMP, caregiver.details);
+}
+
+void FRmassign::SetButtons() {
+    const bool writing = IsWriting();
+    const bool rows = DBassign.Count() > 0;
+    const bool boxes = DBassign.IsAdding() || (DBassign.HasRow() && mayEdit_);
+    for (BoundControl* box : BoundControlsOf(this)) {
+        box->SetEnabled(boxes);
+    }
+    NUMhrs->SetEnabled(boxes && !CHKend->isChecked());
+    ENDtime->SetEnabled(boxes && CHKend->isChecked());
+    for (QCheckBox* day : OPTday) {
+        day->setEnabled(boxes);
+    }
+    CMDempfind->setEnabled(boxes);
+    FGtree->setEnabled(!writing);
+    const auto enable = [this](const char* key, bool on) {
+        Toolbar2->EnableKey(QString::fromLatin1(key), on);
+    };
+    for (const char* key : {"first", "previous", "next", "last", "history"}) {
+        enable(key, !writing && rows);
+    }
+    enable("new", !writing && mayAdd_);
+    enable("copy", !writing && mayAdd_);
+    enable("delete", !writing && rows && mayDelete_);
+    enable("save", writing);
+    enable("discard", writing);
+}
+
+void FRmassign::BeginEdit() {
+    if (!showing_ && DBassign.HasRow()) {
+        Handle([this] { DBassign.BeginEdit(); });
+    }
+}
+
+AssignmentEntry FRmassign::Entry() const {
+    AssignmentEntry entry;
+    for (std::size_t i = 0; i < OPTday.size(); ++i) {
+        entry.days[i] = OPTday[i]->isChecked();
+    }
+    entry.start = TXTsttime->TimeValue().value_or(Date());
+    entry.hours = NUMhrs->Number();
+    entry.howoften = static_cast<long>(NUMhowoften->Number());
+    entry.creation =
+        TDBlastdate->DateValue().value_or(FirstCreationDate(parentRow_.from, session_.clock.Today()));
+    entry.emp_id = Trim(FromQt(TXTempid->Text()));
+    return entry;
+}
+
+void FRmassign::DayClicked(int day) {
+    // A saved row has one day; on a new one several stay checked.
+    if (!DBassign.IsAdding() && OPTday[static_cast<std::size_t>(day)]->isChecked()) {
+        for (int other = 0; other < kDaysOfWeek; ++other) {
+            OPTday[static_cast<std::size_t>(other)]->setChecked(other == day);
+        }
+    }
+    BeginEdit();
+}
+
+void FRmassign::DeriveTimes() {
+    if (showing_ || !TXTsttime->IsFilled()) {
+        return;
+    }
+    // What is set here sends its own change.
+    const QScopedValueRollback<bool> deriving(showing_, true);
+    const Date start = *TXTsttime->TimeValue();
+    if (CHKend->isChecked()) {
+        if (ENDtime->IsFilled()) {
+            NUMhrs->SetNumber(HoursOfVisit(start, *ENDtime->TimeValue()));
+        }
+    } else if (NUMhrs->Number() > 0) {
+        ENDtime->SetTime(EndOfVisit(start, NUMhrs->Number()));
+    }
+}
+
+void FRmassign::CheckStart() {
+    if (busy_ || !IsWriting() || !TXTsttime->IsDataChanged() || !TXTsttime->IsFilled() ||
+        IsQuarterHour(*TXTsttime->TimeValue())) {
+        return;
+    }
+    const QScopedValueRollback<bool> busy(busy_, true);
+    session_.ShowMessageWindow("Assignments may only start every 15 minutes");
+    TXTsttime->setFocus();
+}
+
+void FRmassign::CheckHowOften() {
+    const double often = NUMhowoften->Number();
+    if (busy_ || often == warnedOften_) {
+        return;
+    }
+    const QScopedValueRollback<bool> busy(busy_, true);
+    warnedOften_ = often;
+    if (often > 1) {
+        session_.ShowMessageWindow(
+            "This assignment will only create a schedule once every " + FromQt(NUMhowoften->Text()) +
+            " weeks!!!   It is not used to tell the system how many weeks to schedule!");
+    }
+}
+
+void FRmassign::LimitCreation() {
+    if (TDBlastdate->IsFilled()) {
+        const Date date = *TDBlastdate->DateValue();
+        const Date limited = LimitCreationDate(date, session_.clock.Today(), parentRow_.to);
+        if (limited != date) {
+            TDBlastdate->SetDate(limited);
+        }
+    }
+}
+
+void FRmassign::CheckCaregiverBox() {
+    const std::string id = Trim(FromQt(TXTempid->Text()));
+    if (busy_ || id == checkedId_) {
+        return;
+    }
+    const QScopedValueRollback<bool> busy(busy_, true);
+    checkedId_ = id;
+    if (id.empty()) {
+        ShowCaregiver({});
+        return;
+    }
+    CaregiverCheck caregiver = CheckCaregiver(session_, id, parentRow_, Entry().creation);
+    if (!caregiver.accepted) {
+        checkedId_.clear();
+        TXTempid->EnterValue(Value(""));
+        TXTempid->setFocus();
+        // Why she was not taken stays to be read.
+        const std::string discipline = caregiver.discipline;
+        caregiver = CaregiverCheck();
+        caregiver.discipline = discipline;
+    }
+    ShowCaregiver(caregiver);
+}
+
+bool FRmassign::CheckBoxes() {
+    CheckCaregiverBox();
+    CheckHowOften();
+    LimitCreation();
+    for (BoundControl* box : BoundControlsOf(this)) {
+        if (box->IsDataChanged() && !box->Check()) {
+            session_.ShowMessageWindow(FromQt(box->Caption() + QLatin1Char(' ') + box->Fault()));
+            box->Widget()->setFocus();
+            return false;
+        }
+    }
+    if (TXTsttime->IsDataChanged() && TXTsttime->IsFilled() && !IsQuarterHour(*TXTsttime->TimeValue())) {
+        CheckStart();
+        return false;
+    }
+    if (!TXTsttime->IsFilled()) {
+        session_.ShowMessageWindow("Please fill in the start time.");
+        TXTsttime->setFocus();
+        return false;
+    }
+    return true;
+}
+
+void FRmassign::FocusFirstFault() {
+    const AssignmentEntry entry = Entry();
+    if (std::none_of(entry.days.begin(), entry.days.end(), [](bool day) { return day; })) {
+        OPTday.front()->setFocus();
+    } else if (entry.hours <= 0) {
+        (CHKend->isChecked() ? static_cast<QWidget*>(ENDtime) : NUMhrs)->setFocus();
+    } else {
+        NUMhowoften->setFocus();
+    }
+}
+
+void FRmassign::NewKey() {
+    constexpr double kEightOClock = 8.0 / 24;
+    DBassign.Rows().AddNew();
+    DBassign.Rows().Set("St_time", Date(kEightOClock));
+    DBassign.Rows().Set("howoften", 1);
+    CHKend->setChecked(false);
+    DBassign.ShowRow();
+    ShowRow();
+    OPTday.front()->setFocus();
+}
+
+bool FRmassign::SaveKey() {
+    if (!CheckBoxes()) {
+        return false;
+    }
+    const bool adding = DBassign.IsAdding();
+    AssignmentSaved saved;
+    try {
+        const Hourglass hourglass(session_.progress);
+        saved = SaveAssignment(session_, DBassign.Rows(), Entry(), parentRow_, Asks);
+    } catch (const EngineError&) {
+        if (adding) {
+            // Rows of the first days may be there already: the list tells which.
+            Load(0);
+        }
+        throw;
+    }
+    if (!saved.saved) {
+        FocusFirstFault();
+        return false;
+    }
+    Load(saved.sequences.front());
+    FGtree->setFocus();
+    if (!saved.removed.empty()) {
+        Preview(RemovedVisitsReport(saved.removed, session_.clock.Today()));
+    }
+    if (saved.conflicts) {
+        Preview(*saved.conflicts);
+    }
+    return true;
+}
+
+void FRmassign::DiscardKey() {
+    DBassign.Restore();
+    if (!DBassign.HasRow()) {
+        DBassign.MoveFirst();
+    }
+    ShowRow();
+    FGtree->setFocus();
+}
+
+void FRmassign::DeleteKey() {
+    if (DeleteAssignment(session_, DBassign.Rows(), parentRow_)) {
+        DBassign.ShowRow();
+        Dis_Tree();
+        ShowRow();
+        Label2->hide();
+    }
+}
+
+void FRmassign::Move(ListMove move) {
+    if (MoveInRecords(session_, DBassign.Rows(), move, kMoves)) {
+        DBassign.ShowRow();
+        ShowRow();
+    }
+}
+
+void FRmassign::CopyKey() {
+    const long source = PickSource();
+    if (source <= 0) {
+        return;
+    }
+    std::vector<RemovedVisit> removed;
+    {
+        const Hourglass hourglass(session_.progress);
+        CopyAssignments(session_, source, parentRow_, removed);
+    }
+    Load(0);
+    if (!removed.empty()) {
+        Preview(RemovedVisitsReport(removed, session_.clock.Today()));
+    }
+}
+
+void FRmassign::HistoryKey() {
+    const long sequence = static_cast<long>(DBassign.Rows().Get("sequence").ToInteger());
+    FRMedit history(session_, this);
+    history.ShowRecord(QStringLiteral("Assignment ID:"), "ASN", std::to_string(sequence),
+                       RecordHistoryStatement("ASN", sequence));
+    history.exec();
+}
+
+void FRmassign::PickKey() {
+    const std::string id = Pick();
+    if (id != kCancelled && DBassign.HasRow()) {
+        TXTempid->EnterValue(Value(id));
+        CheckCaregiverBox();
+    }
+}
+
+void FRmassign::reject() {
+    if (IsWriting()) {
+        bool leaves = true;
+        Handle([this, &leaves] {
+            if (session_.dialogs.AskQuestion(kPrompt)) {
+                leaves = false;
+                leaves = SaveKey();
+            } else {
+                DBassign.Restore();
+            }
+        });
+        if (!leaves) {
+            return;
+        }
+    }
+    QDialog::reject();
+}
+
+}  // namespace kv

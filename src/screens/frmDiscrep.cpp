@@ -1,0 +1,61 @@
+#include "screens/frmDiscrep.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "screens/widgets/grid.h"
+#include "screens/widgets/theme.h"
+
+namespace kv {
+
+frmDiscrep::frmDiscrep(const std::vector<AssignmentConflict>& conflicts, QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("frmDiscrep"));
+    setWindowTitle(QStringLiteral("Assignment Conflicts"));
+    GridColumn from;
+    from.heading = QStringLiteral("Start Date");
+    from.format = "MM/DD/YYYY";
+    GridColumn to = from;
+    to.heading = QStringLiteral("End Date");
+    GridColumn start;
+    start.heading = QStringLiteral("Start Time");
+    start.format = "HH:NN AM/PM";
+    GridColumn hours;
+    hours.heading = QStringLiteral("Hours");
+    hours.format = "###.00";
+    FGdiscrep = new Grid(QStringLiteral("FGdiscrep"),
+                         {from,
+                          to,
+                          start,
+                          hours,
+                          {QStringLiteral("Conflicting Assignments"), 30},
+                          {QStringLiteral("Day"), 8},
+                          {QStringLiteral("Frequency")}},
+                         this);
+    std::vector<GridRow> rows;
+    for (const AssignmentConflict& conflict : conflicts) {
+        GridRow row;
+        row.cells = {Value(conflict.from),
+                     Value(conflict.to),
+                     Value(conflict.start),
+                     Value(conflict.hours),
+                     Value(conflict.with),
+                     Value(conflict.day),
+                     Value(static_cast<std::int64_t>(conflict.howoften))};
+        rows.push_back(std::move(row));
+    }
+    FGdiscrep->SetRows(std::move(rows));
+    auto* caption = new QLabel(QStringLiteral("Possible Conflicting Assignments"), this);
+    caption->setBuddy(FGdiscrep);
+    FGdiscrep->setAccessibleName(caption->text());
+    Command1 = new QPushButton(QStringLiteral("E&xit"), this);
+    Command1->setObjectName(QStringLiteral("Command1"));
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(caption);
+    layout->addWidget(FGdiscrep, 1);
+    layout->addWidget(Command1, 0, Qt::AlignRight);
+    resize(100 * theme::kUnit, 44 * theme::kUnit);
+    connect(Command1, &QPushButton::clicked, this, &QDialog::accept);
+}
+
+}  // namespace kv
