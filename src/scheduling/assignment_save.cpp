@@ -7,6 +7,7 @@
 #include "scheduling/assignments.h"
 #include "scheduling/schedule_creation.h"
 #include "scheduling/visit_conflicts.h"
+#include "scheduling/work_week.h"
 
 namespace kv {
 
@@ -263,6 +264,8 @@ bool CopyAssignments(Session& session, long from, const AssignmentParent& parent
         return false;
     }
     const Date today = session.clock.Today();
+    const int endDay = WeekdayNumber(session.WKENDING);
+    long waiting = 0;
     Recordset rows = OpenAssignments(session, parent.authorization);
     for (; !source.Eof(); source.MoveNext()) {
         rows.AddNew();
@@ -284,6 +287,18 @@ bool CopyAssignments(Session& session, long from, const AssignmentParent& parent
         const long sequence = static_cast<long>(rows.Get("sequence").ToInteger());
         rows.Update();
         Create_schedule_now(session, sequence, removed);
+        rows.FindFirst(Sql("sequence = {}", sequence));
+        if (!rows.NoMatch() && WeekEndOf(NextCreationDate(rows), endDay) < parent.from) {
+            ++waiting;
+        }
+    }
+    // Schedule creation passes a week by that ends before the first day, and stays on it.
+    if (waiting > 0) {
+        session.ShowMessageWindow(
+            std::to_string(waiting) +
+            " of the copied assignments have no schedules: the week of their Next Schedule "
+            "Creation Date ends before this authorization begins.  Please set that date to "
+            "the From date.");
     }
     return true;
 }
