@@ -8,6 +8,7 @@
 #include "clients/client_list.h"
 #include "clients/lookups.h"
 #include "clients/notes_text.h"
+#include "clients/record_keys.h"
 #include "session/trans.h"
 
 namespace kv {
@@ -255,8 +256,7 @@ PromptResult PromptToSaveClient(Session& session, ClientForm& form) {
     if (CountClientDifferences(controls, form.List()) == 0 || !session.CanSave) {
         return PromptResult::NothingToSave;
     }
-    if (!session.dialogs.AskQuestion(
-            "Some information has changed, and is not saved.  Do you wish to save?")) {
+    if (!session.dialogs.AskQuestion(kUnsavedPrompt)) {
         form.RestoreRow();
         return PromptResult::Discarded;
     }

@@ -4,6 +4,10 @@
 
 namespace kv {
 
+/// Before a changed record goes out of sight.
+inline constexpr const char* kUnsavedPrompt =
+    "Some information has changed, and is not saved.  Do you wish to save?";
+
 /// What the moving and deleting keys of a list of records say.
 struct RecordTexts {
     const char* noneToMove;

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "screens/screen_steps.h"
 #include "screens/widgets/bound_control.h"
 #include "screens/widgets/grid.h"
 #include "screens/widgets/qt_text.h"
@@ -48,15 +49,6 @@ QLineEdit* ReadOnly(const char* name, const QString& words, const std::string& t
 }
 
 }  // namespace
-
-template <typename Step>
-void FRMICD9::Handle(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError& error) {
-        ReportEngineError(session_, error);
-    }
-}
 
 FRMICD9::FRMICD9(Session& session, const DiagnosisClient& client, QWidget* parent)
     : QDialog(parent), session_(session), client_(client.id) {
@@ -115,10 +107,10 @@ FRMICD9::FRMICD9(Session& session, const DiagnosisClient& client, QWidget* paren
 
     connect(Toolbar1, &ToolBar::keyPressed, this, &QDialog::accept);
     connect(txtLOCATE, &QLineEdit::returnPressed, this, &FRMICD9::Locate);
-    connect(CMDadd, &QPushButton::clicked, this, [this] { Handle([this] { AddKey(); }); });
-    connect(CMDdel, &QPushButton::clicked, this, [this] { Handle([this] { RemoveKey(); }); });
+    connect(CMDadd, &QPushButton::clicked, this, [this] { Reported(session_, [this] { AddKey(); }); });
+    connect(CMDdel, &QPushButton::clicked, this, [this] { Reported(session_, [this] { RemoveKey(); }); });
     ApplyGridColors(this, session.COLOR);
-    Handle([this] {
+    Reported(session_, [this] {
         FillList();
         ShowEntries();
     });

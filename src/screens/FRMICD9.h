@@ -46,8 +46,6 @@ class FRMICD9 : public QDialog {
     void AddKey();
     void RemoveKey();
     void Locate();
-    template <typename Step>
-    void Handle(const Step& step);
 
     Session& session_;
     std::string client_;

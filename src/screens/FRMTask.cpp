@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "screens/screen_steps.h"
 #include "screens/widgets/bound_control.h"
 #include "screens/widgets/grid.h"
 #include "screens/widgets/qt_text.h"
@@ -29,15 +30,6 @@ QPushButton* Key(int index, const QString& words, const QString& tip, QWidget* p
 
 }  // namespace
 
-template <typename Step>
-void FRMTask::Handle(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError& error) {
-        ReportEngineError(session_, error);
-    }
-}
-
 FRMTask::FRMTask(Session& session, long authorization, QWidget* parent)
     : QDialog(parent), session_(session), authorization_(authorization) {
     setObjectName(QStringLiteral("FRMTask"));
@@ -56,12 +48,12 @@ FRMTask::FRMTask(Session& session, long authorization, QWidget* parent)
 
     connect(Toolbar1, &ToolBar::keyPressed, this, &QDialog::accept);
     connect(CHKtask, &QListWidget::itemChanged, this, &FRMTask::LimitTicks);
-    connect(CMDdoctor[0], &QPushButton::clicked, this, [this] { Handle([this] { AddKey(); }); });
+    connect(CMDdoctor[0], &QPushButton::clicked, this, [this] { Reported(session_, [this] { AddKey(); }); });
     connect(CMDdoctor[1], &QPushButton::clicked, this, [this] { ChangeCurrent(RemoveTask); });
     connect(CMDdoctor[2], &QPushButton::clicked, this, [this] { ChangeCurrent(EditTask); });
     connect(FGTasks, &Grid::rowActivated, this, [this] { ChangeCurrent(EditTask); });
     ApplyGridColors(this, session.COLOR);
-    Handle([this] {
+    Reported(session_, [this] {
         codes_ = LoadTaskCodes(session_);
         for (const LookupItem& code : codes_) {
             auto* line = new QListWidgetItem(ToQt(code.code + " - " + code.description), CHKtask);
@@ -186,7 +178,7 @@ void FRMTask::ChangeCurrent(const Change& change) {
     if (row < 0) {
         return;
     }
-    Handle([&] {
+    Reported(session_, [&] {
         change(session_, authorization_, tasks_[static_cast<std::size_t>(row)]);
         ShowTasks();
     });

@@ -36,8 +36,6 @@ class FRMTask : public QDialog {
     void AddKey();
     template <typename Change>
     void ChangeCurrent(const Change& change);
-    template <typename Step>
-    void Handle(const Step& step);
 
     Session& session_;
     long authorization_;

@@ -14,6 +14,7 @@
 #include "billing/authorizations.h"
 #include "billing/client_status.h"
 #include "clients/record_history.h"
+#include "clients/record_keys.h"
 #include "screens/FRMTask.h"
 #include "screens/FRMcalc_percent.h"
 #include "screens/FRMedit.h"
@@ -21,6 +22,7 @@
 #include "screens/FRmassign.h"
 #include "screens/frmClient_controls.h"
 #include "screens/frmPrint.h"
+#include "screens/screen_steps.h"
 #include "screens/use_strip.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
@@ -38,7 +40,6 @@ namespace kv {
 
 namespace {
 
-constexpr const char* kPrompt = "Some information has changed, and is not saved.  Do you wish to save?";
 constexpr double kMigrationDays = 7;
 
 /// The keys of what hangs from an authorization; without one their tips say so.
@@ -136,7 +137,7 @@ FRMauthorization::FRMauthorization(Session& session, QWidget* parent)
     Dbauthor.Bind(*TXTauthmemo, "NOTES");
     Connect();
     ApplyGridColors(this, session.COLOR);
-    Handle([this] {
+    Reported(session_, [this] {
         payers_ = LoadPayers(session_);
         QStringList names;
         for (const PayerItem& payer : payers_) {
@@ -157,20 +158,14 @@ void FRMauthorization::MakeToolbar() {
                      StandardKey(QStringLiteral("discard")), ToolSeparator(), Extra(kAuthorizationKeys[0]),
                      Extra(kAuthorizationKeys[1]), Extra(kAuthorizationKeys[2])},
                     this);
-    keys_ = {
+    keys_ = StepsOf({[this](ListMove move) { Move(move); }, [this] { NewKey(); }, [this] { DeleteKey(); },
+                     [this] { SaveKey(); }, [this] { DiscardKey(); }});
+    keys_.insert({
         {QStringLiteral("edit"), [this] { EditKey(); }},
-        {QStringLiteral("first"), [this] { Move(ListMove::First); }},
-        {QStringLiteral("previous"), [this] { Move(ListMove::Previous); }},
-        {QStringLiteral("next"), [this] { Move(ListMove::Next); }},
-        {QStringLiteral("last"), [this] { Move(ListMove::Last); }},
-        {QStringLiteral("new"), [this] { NewKey(); }},
-        {QStringLiteral("delete"), [this] { DeleteKey(); }},
-        {QStringLiteral("save"), [this] { SaveKey(); }},
-        {QStringLiteral("discard"), [this] { DiscardKey(); }},
         {QStringLiteral("assign"), [this] { AssignKey(); }},
         {QStringLiteral("tasks"), [this] { TasksKey(); }},
         {QStringLiteral("history"), [this] { HistoryKey(); }},
-    };
+    });
 }
 
 QWidget* FRMauthorization::MakeList() {
@@ -304,24 +299,26 @@ void FRMauthorization::MakeCobilling(FieldForm* form) {
 }
 
 void FRMauthorization::Connect() {
-    connect(Toolbar3, &ToolBar::keyPressed, this, [this](const QString& key) { Handle(keys_.at(key)); });
+    connect(Toolbar3, &ToolBar::keyPressed, this,
+            [this](const QString& key) { Reported(session_, keys_.at(key)); });
     connect(FGauth, &Grid::rowPicked, this, [this](int row) {
-        Handle([this, row] {
+        Reported(session_, [this, row] {
             Dbauthor.MoveTo(row);
             ShowAuthorizationRow();
         });
     });
     connect(CHKActive_auth, &QCheckBox::clicked, this, [this] {
-        Handle([this] {
+        Reported(session_, [this] {
             RequeryAuthorizations();
             LoadAuthorizationScreen();
         });
     });
     connect(cmbPayor, &QComboBox::activated, this,
-            [this] { Handle([this] { ShowPayer(FromQt(cmbPayor->Text())); }); });
-    connect(cmbVisType, &QComboBox::activated, this, [this] { Handle([this] { PickCallType(); }); });
+            [this] { Reported(session_, [this] { ShowPayer(FromQt(cmbPayor->Text())); }); });
+    connect(cmbVisType, &QComboBox::activated, this,
+            [this] { Reported(session_, [this] { PickCallType(); }); });
     connect(cmbVisType->lineEdit(), &QLineEdit::editingFinished, this,
-            [this] { Handle([this] { LeaveCallType(); }); });
+            [this] { Reported(session_, [this] { LeaveCallType(); }); });
     connect(CMBcoBilling, &QComboBox::activated, this, [this](int type) { SetCoBillingInput(type); });
     connect(CMBAuthStatus, &QComboBox::activated, this, [this] {
         if (IsWriting()) {
@@ -330,21 +327,14 @@ void FRMauthorization::Connect() {
     });
     connect(IMGtoday, &QToolButton::clicked, this, [this] { TDBDate3->SetDate(session_.clock.Today()); });
     connect(CMDcalc_Percentage, &QPushButton::clicked, this, [this] { CalcKey(); });
-    connect(CMDmigration, &QPushButton::clicked, this, [this] { Handle([this] { MigrationKey(); }); });
+    connect(CMDmigration, &QPushButton::clicked, this,
+            [this] { Reported(session_, [this] { MigrationKey(); }); });
     connect(TDBAbove->Notifier(), &ControlNotifier::changed, this, [this] {
-        Handle([this] {
+        Reported(session_, [this] {
             RequeryAuthorizations();
             LoadAuthorizationScreen();
         });
     });
-}
-
-void FRMauthorization::Handle(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError& error) {
-        ReportEngineError(session_, error);
-    }
 }
 
 void FRMauthorization::CheckRights() {
@@ -710,8 +700,8 @@ bool FRMauthorization::MayLeave() {
         return true;
     }
     bool saved = true;
-    Handle([this, &saved] {
-        if (session_.dialogs.AskQuestion(kPrompt)) {
+    Reported(session_, [this, &saved] {
+        if (session_.dialogs.AskQuestion(kUnsavedPrompt)) {
             saved = false;
             saved = SaveKey();
         } else {

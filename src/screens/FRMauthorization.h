@@ -1,12 +1,12 @@
 #pragma once
 #include <functional>
-#include <map>
 #include <vector>
 
 #include "billing/authorization_save.h"
 #include "clients/list_move.h"
 #include "clients/new_client.h"
 #include "printing/document/document.h"
+#include "screens/screen_steps.h"
 #include "screens/section_screen.h"
 #include "screens/widgets/bound_source.h"
 
@@ -74,8 +74,6 @@ class FRMauthorization : public SectionScreen {
     std::function<void(const Document&)> Preview;
 
   private:
-    using Step = std::function<void()>;
-
     void MakeToolbar();
     QWidget* MakeList();
     QWidget* MakeMigration();
@@ -84,7 +82,6 @@ class FRMauthorization : public SectionScreen {
     void MakeHours(FieldForm* form);
     void MakeCobilling(FieldForm* form);
     void Connect();
-    void Handle(const Step& step);
     void CheckRights();
 
     void RequeryAuthorizations();
@@ -124,7 +121,7 @@ class FRMauthorization : public SectionScreen {
     bool mayDelete_ = true;
     bool mayAssign_ = true;
     bool validCallType_ = true;
-    std::map<QString, Step> keys_;
+    KeySteps keys_;
 };
 
 }  // namespace kv

@@ -19,6 +19,7 @@
 #include "screens/frmClient_controls.h"
 #include "screens/pick_screen.h"
 #include "screens/record_list.h"
+#include "screens/screen_steps.h"
 #include "screens/widgets/field_form.h"
 #include "screens/widgets/number_box.h"
 #include "screens/widgets/qt_text.h"
@@ -94,20 +95,23 @@ FRMbillRates::FRMbillRates(Session& session, QWidget* parent) : SectionScreen(pa
 
     connect(DBcliRate->Toolbar, &ToolBar::keyPressed, this, [this](const QString& key) {
         if (key == QLatin1String("copy")) {
-            Handle([this] { CopyKey(); });
+            Reported(session_, [this] { CopyKey(); });
         } else if (key == QLatin1String("history")) {
-            Handle([this] { HistoryKey(); });
+            Reported(session_, [this] { HistoryKey(); });
         }
     });
     connect(DBcliRate, &RecordList::rowAdded, this, [this] {
         TXTmethod->EnterValue(Value("H"));
-        Handle([this] { PickTypeKey(); });
+        Reported(session_, [this] { PickTypeKey(); });
         txtVISitTYPE->setFocus();
     });
-    connect(cmbPayor, &QComboBox::activated, this, [this] { Handle([this] { ShowRates(); }); });
-    connect(txtVISitTYPE, &QLineEdit::editingFinished, this, [this] { Handle([this] { CheckType(); }); });
-    connect(CMDvistype, &QToolButton::clicked, this, [this] { Handle([this] { PickTypeKey(); }); });
-    connect(CMDsave_Rates, &QPushButton::clicked, this, [this] { Handle([this] { PasteKey(); }); });
+    connect(cmbPayor, &QComboBox::activated, this, [this] { Reported(session_, [this] { ShowRates(); }); });
+    connect(txtVISitTYPE, &QLineEdit::editingFinished, this,
+            [this] { Reported(session_, [this] { CheckType(); }); });
+    connect(CMDvistype, &QToolButton::clicked, this,
+            [this] { Reported(session_, [this] { PickTypeKey(); }); });
+    connect(CMDsave_Rates, &QPushButton::clicked, this,
+            [this] { Reported(session_, [this] { PasteKey(); }); });
     connect(CMDcli_Find_Rates, &QToolButton::clicked, this, [this] {
         if (const std::string id = PickOther(); id != kCancelled) {
             TXTCli_Rates->setText(ToQt(id));
@@ -210,14 +214,6 @@ QWidget* FRMbillRates::MakePaste() {
     outer->setContentsMargins(theme::kUnit, 0, theme::kUnit, 0);
     outer->addWidget(FRApaste);
     return area;
-}
-
-void FRMbillRates::Handle(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError& error) {
-        ReportEngineError(session_, error);
-    }
 }
 
 bool FRMbillRates::IsOwn() const {

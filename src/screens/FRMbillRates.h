@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "billing/client_rates.h"
+#include "screens/screen_steps.h"
 #include "screens/section_screen.h"
 
 class QComboBox;
@@ -48,12 +49,9 @@ class FRMbillRates : public SectionScreen {
     std::function<std::string()> PickType;
 
   private:
-    using Step = std::function<void()>;
-
     QWidget* MakePayer();
     void MakeBoxes(FieldForm* form);
     QWidget* MakePaste();
-    void Handle(const Step& step);
     void ShowRates();
     void ShowWindows();
     void CheckType();

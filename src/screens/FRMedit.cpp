@@ -9,6 +9,7 @@
 
 #include "screens/frmPrint.h"
 #include "screens/history_view.h"
+#include "screens/screen_steps.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
 #include "screens/widgets/field_form.h"
@@ -58,8 +59,8 @@ FRMedit::FRMedit(Session& session, QWidget* parent) : QDialog(parent), session_(
             list_.at = static_cast<std::size_t>(row);
         }
     });
-    connect(CMDlook, &QPushButton::clicked, this, [this] { Handle([this] { LookKey(); }); });
-    connect(CMDfind, &QPushButton::clicked, this, [this] { Handle([this] { FindKey(); }); });
+    connect(CMDlook, &QPushButton::clicked, this, [this] { Reported(session_, [this] { LookKey(); }); });
+    connect(CMDfind, &QPushButton::clicked, this, [this] { Reported(session_, [this] { FindKey(); }); });
     connect(TXTfind, &QLineEdit::textEdited, this, [this] { CMDfind->setText(QStringLiteral("Find")); });
 
     ApplyGridColors(this, session.COLOR);
@@ -67,7 +68,7 @@ FRMedit::FRMedit(Session& session, QWidget* parent) : QDialog(parent), session_(
     TXTStartdate->SetDate(session.clock.Today());
     TXTEndDate->SetDate(session.clock.Today());
     OPTtime[1]->setEnabled(!session.settings.GetBoolean("Setting", "OFF_LINE"));
-    Handle([this] { OpenFile(false); });
+    Reported(session_, [this] { OpenFile(false); });
     TXTuser->setFocus();
 }
 
@@ -95,7 +96,8 @@ void FRMedit::MakeToolbar() {
         {QStringLiteral("delete"), [this] { DeleteKey(); }},
         {QStringLiteral("print"), [this] { Preview(HistoryPrint(list_.rows, session_.clock.Now())); }},
     };
-    connect(Toolbar1, &ToolBar::keyPressed, this, [this](const QString& key) { Handle(keys_.at(key)); });
+    connect(Toolbar1, &ToolBar::keyPressed, this,
+            [this](const QString& key) { Reported(session_, keys_.at(key)); });
 }
 
 QWidget* FRMedit::MakeCriteria() {
@@ -117,7 +119,7 @@ QWidget* FRMedit::MakeCriteria() {
     for (int i = 0; i < 2; ++i) {
         OPTtime[i]->setObjectName(IndexedName(QStringLiteral("OPTtime"), i));
         connect(OPTtime[i], &QRadioButton::clicked, this,
-                [this, i] { Handle([this, i] { OpenFile(i == 1); }); });
+                [this, i] { Reported(session_, [this, i] { OpenFile(i == 1); }); });
     }
     OPTtime[0]->setChecked(true);
     CMDlook = MakeButton(QStringLiteral("CMDlook"), tr("&Search"), QStringLiteral("search"), form);
@@ -156,14 +158,6 @@ QWidget* FRMedit::MakeFind() {
     layout->addWidget(CMDfind);
     layout->addWidget(LBLmessage, 1);
     return area;
-}
-
-void FRMedit::Handle(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError& error) {
-        ReportEngineError(session_, error);
-    }
 }
 
 void FRMedit::OpenFile(bool archived) {
@@ -211,7 +205,7 @@ void FRMedit::ShowRecord(const QString& caption, const std::string& area, const 
     txtId->setText(ToQt(id));
     TXTStartdate->SetDate({});
     TXTEndDate->SetDate({});
-    Handle([&] { Show(statement); });
+    Reported(session_, [&] { Show(statement); });
 }
 
 void FRMedit::LookKey() {

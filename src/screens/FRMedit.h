@@ -1,9 +1,9 @@
 #pragma once
 #include <QDialog>
 #include <functional>
-#include <map>
 
 #include "clients/change_history.h"
+#include "screens/screen_steps.h"
 #include "session/session.h"
 
 class QLabel;
@@ -48,12 +48,9 @@ class FRMedit : public QDialog {
     std::function<void(const Document&)> Preview;
 
   private:
-    using Step = std::function<void()>;
-
     void MakeToolbar();
     QWidget* MakeCriteria();
     QWidget* MakeFind();
-    void Handle(const Step& step);
     void OpenFile(bool archived);
     ChangeCriteria Criteria() const;
     void Show(const std::string& statement);
@@ -68,7 +65,7 @@ class FRMedit : public QDialog {
     DatabasePtr dbEdits_;
     HistoryList list_;
     bool searching_ = false;
-    std::map<QString, Step> keys_;
+    KeySteps keys_;
 };
 
 }  // namespace kv

@@ -2,6 +2,7 @@
 
 #include <QVBoxLayout>
 
+#include "clients/record_keys.h"
 #include "screens/notes_keys.h"
 #include "screens/widgets/notes_box.h"
 #include "screens/widgets/tool_bar.h"
@@ -36,9 +37,7 @@ FRMfullscr::FRMfullscr(Session& session, const std::string& notes, QWidget* pare
 }
 
 void FRMfullscr::reject() {
-    if (TXTbox->Source() != notes_ &&
-        session_.dialogs.AskQuestion(
-            "Some information has changed, and is not saved.  Do you wish to save?")) {
+    if (TXTbox->Source() != notes_ && session_.dialogs.AskQuestion(kUnsavedPrompt)) {
         accept();
         return;
     }

@@ -1,9 +1,8 @@
 #pragma once
 #include <QDialog>
-#include <functional>
-#include <map>
 #include <string>
 
+#include "screens/screen_steps.h"
 #include "session/session.h"
 
 namespace kv {
@@ -25,7 +24,7 @@ class FRMfullscr : public QDialog {
   private:
     Session& session_;
     std::string notes_;
-    std::map<QString, std::function<void()>> keys_;
+    KeySteps keys_;
 };
 
 }  // namespace kv

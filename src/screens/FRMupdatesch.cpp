@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "base/format.h"
+#include "screens/screen_steps.h"
 #include "screens/widgets/date_box.h"
 #include "screens/widgets/field_form.h"
 #include "screens/widgets/grid.h"
@@ -39,15 +40,6 @@ std::vector<GridColumn> Columns() {
 }
 
 }  // namespace
-
-template <typename Step>
-void FRMupdatesch::Handle(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError& error) {
-        ReportEngineError(session_, error);
-    }
-}
 
 FRMupdatesch::FRMupdatesch(Session& session, ScheduleUpdate update, QWidget* parent)
     : QDialog(parent), session_(session), update_(std::move(update)) {
@@ -91,15 +83,16 @@ FRMupdatesch::FRMupdatesch(Session& session, ScheduleUpdate update, QWidget* par
     layout->setRowStretch(2, 1);
     resize(116 * theme::kUnit, 70 * theme::kUnit);
 
-    connect(CMDprocess, &QPushButton::clicked, this, [this] { Handle([this] { Process(); }); });
+    connect(CMDprocess, &QPushButton::clicked, this, [this] { Reported(session_, [this] { Process(); }); });
     connect(CMDexit, &QPushButton::clicked, this, &QDialog::accept);
-    connect(DTEstart->Notifier(), &ControlNotifier::changed, this, [this] { Handle([this] { Load(); }); });
+    connect(DTEstart->Notifier(), &ControlNotifier::changed, this,
+            [this] { Reported(session_, [this] { Load(); }); });
     connect(FGchg_Sch, &Grid::tickToggled, this, [this](int row, int /*column*/, bool ticked) {
         lines_[static_cast<std::size_t>(row)].checked = ticked;
     });
     connect(FGchg_Sch, &QWidget::customContextMenuRequested, this, &FRMupdatesch::OpenMenu);
     ApplyGridColors(this, session.COLOR);
-    Handle([this] { Load(); });
+    Reported(session_, [this] { Load(); });
     FGchg_Sch->setFocus();
 }
 

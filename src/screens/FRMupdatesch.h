@@ -30,8 +30,6 @@ class FRMupdatesch : public QDialog {
     void OpenMenu(const QPoint& at);
     void Hide(int row);
     void ShowResults(const std::vector<std::string>& results);
-    template <typename Step>
-    void Handle(const Step& step);
 
     Session& session_;
     ScheduleUpdate update_;

@@ -1,9 +1,9 @@
 #pragma once
 #include <QDialog>
 #include <functional>
-#include <map>
 #include <string>
 
+#include "screens/screen_steps.h"
 #include "session/session.h"
 
 class QLabel;
@@ -58,7 +58,7 @@ class FRMweb : public QDialog {
 
     Session& session_;
     WebVisit visit_;
-    std::map<QString, std::function<void()>> keys_;
+    KeySteps keys_;
 };
 
 /// The view of the program's browser module, which lies beside the program. Throws std::runtime_error where

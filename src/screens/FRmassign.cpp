@@ -23,6 +23,7 @@
 #include "screens/frmDiscrep.h"
 #include "screens/frmPrint.h"
 #include "screens/pick_screen.h"
+#include "screens/screen_steps.h"
 #include "screens/widgets/date_box.h"
 #include "screens/widgets/field_form.h"
 #include "screens/widgets/grid.h"
@@ -40,7 +41,6 @@ namespace kv {
 
 namespace {
 
-constexpr const char* kPrompt = "Some information has changed, and is not saved.  Do you wish to save?";
 constexpr RecordTexts kMoves = {"There are no records to move to.", "This is the first Assignment",
                                 "This is the Last Assignment", "There are no records to delete.", ""};
 constexpr std::array kDayNames = {"Sunday",   "Monday", "Tuesday", "Wednesday",
@@ -140,7 +140,7 @@ FRmassign::FRmassign(Session& session, AssignmentParent parentRow, QWidget* pare
     DBassign.Bind(*TXTempid, "emp_id");
     Connect();
     ApplyGridColors(this, session.COLOR);
-    Handle([this] {
+    Reported(session_, [this] {
         mayAdd_ = CheckScreenAccess(session_, "ASSA");
         mayEdit_ = CheckScreenAccess(session_, "ASSE");
         mayDelete_ = CheckScreenAccess(session_, "ASSD");
@@ -165,19 +165,13 @@ void FRmassign::MakeToolbar() {
          extra("copy", tr("Copy"), "Copy assignments from a previous authorization to this one", "paste"),
          extra("history", tr("History"), "View all changes made to this assignment.", "history")},
         this);
-    keys_ = {
+    keys_ = StepsOf({[this](ListMove move) { Move(move); }, [this] { NewKey(); }, [this] { DeleteKey(); },
+                     [this] { SaveKey(); }, [this] { DiscardKey(); }});
+    keys_.insert({
         {QStringLiteral("exit"), [this] { reject(); }},
-        {QStringLiteral("first"), [this] { Move(ListMove::First); }},
-        {QStringLiteral("previous"), [this] { Move(ListMove::Previous); }},
-        {QStringLiteral("next"), [this] { Move(ListMove::Next); }},
-        {QStringLiteral("last"), [this] { Move(ListMove::Last); }},
-        {QStringLiteral("new"), [this] { NewKey(); }},
-        {QStringLiteral("delete"), [this] { DeleteKey(); }},
-        {QStringLiteral("save"), [this] { SaveKey(); }},
-        {QStringLiteral("discard"), [this] { DiscardKey(); }},
         {QStringLiteral("copy"), [this] { CopyKey(); }},
         {QStringLiteral("history"), [this] { HistoryKey(); }},
-    };
+    });
 }
 
 QWidget* FRmassign::MakeInformation() {
@@ -294,9 +288,10 @@ void FRmassign::MakeCaregiver(FieldForm* form) {
 }
 
 void FRmassign::Connect() {
-    connect(Toolbar2, &ToolBar::keyPressed, this, [this](const QString& key) { Handle(keys_.at(key)); });
+    connect(Toolbar2, &ToolBar::keyPressed, this,
+            [this](const QString& key) { Reported(session_, keys_.at(key)); });
     connect(FGtree, &OutlineTree::rowPicked, this, [this](const std::string& id) {
-        Handle([this, &id] {
+        Reported(session_, [this, &id] {
             if (!IsWriting() && DBassign.FindFirst(Sql("sequence = {}", std::stol(id)))) {
                 ShowRow();
             }
@@ -321,17 +316,10 @@ void FRmassign::Connect() {
         TXTsttime->SetMilitary(military);
         ENDtime->SetMilitary(military);
     });
-    connect(TXTempid, &QLineEdit::editingFinished, this, [this] { Handle([this] { CheckCaregiverBox(); }); });
-    connect(CMDempfind, &QToolButton::clicked, this, [this] { Handle([this] { PickKey(); }); });
+    connect(TXTempid, &QLineEdit::editingFinished, this,
+            [this] { Reported(session_, [this] { CheckCaregiverBox(); }); });
+    connect(CMDempfind, &QToolButton::clicked, this, [this] { Reported(session_, [this] { PickKey(); }); });
     connect(&DBassign, &BoundSource::modeChanged, this, &FRmassign::SetButtons);
-}
-
-void FRmassign::Handle(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError& error) {
-        ReportEngineError(session_, error);
-    }
 }
 
 void FRmassign::ShowInformation() {
@@ -445,7 +433,7 @@ void FRmassign::SetButtons() {
 
 void FRmassign::BeginEdit() {
     if (!showing_ && DBassign.HasRow()) {
-        Handle([this] { DBassign.BeginEdit(); });
+        Reported(session_, [this] { DBassign.BeginEdit(); });
     }
 }
 
@@ -683,8 +671,8 @@ void FRmassign::PickKey() {
 void FRmassign::reject() {
     if (IsWriting()) {
         bool leaves = true;
-        Handle([this, &leaves] {
-            if (session_.dialogs.AskQuestion(kPrompt)) {
+        Reported(session_, [this, &leaves] {
+            if (session_.dialogs.AskQuestion(kUnsavedPrompt)) {
                 leaves = false;
                 leaves = SaveKey();
             } else {

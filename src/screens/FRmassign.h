@@ -2,10 +2,10 @@
 #include <QDialog>
 #include <array>
 #include <functional>
-#include <map>
 
 #include "clients/list_move.h"
 #include "scheduling/assignments.h"
+#include "screens/screen_steps.h"
 #include "screens/widgets/bound_source.h"
 
 class QCheckBox;
@@ -65,8 +65,6 @@ class FRmassign : public QDialog {
     std::function<void(const Document&)> Preview;
 
   private:
-    using Step = std::function<void()>;
-
     void MakeToolbar();
     QWidget* MakeInformation();
     QWidget* MakeTree();
@@ -75,7 +73,6 @@ class FRmassign : public QDialog {
     void MakeTimes(FieldForm* form);
     void MakeCaregiver(FieldForm* form);
     void Connect();
-    void Handle(const Step& step);
     void ShowInformation();
 
     /// Opens the rows again and shows the one of that sequence, else the first.
@@ -117,7 +114,7 @@ class FRmassign : public QDialog {
     bool mayAdd_ = false;
     bool mayEdit_ = false;
     bool mayDelete_ = false;
-    std::map<QString, Step> keys_;
+    KeySteps keys_;
 };
 
 }  // namespace kv

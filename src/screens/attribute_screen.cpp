@@ -8,6 +8,7 @@
 
 #include "base/text.h"
 #include "screens/FRMMedinput.h"
+#include "screens/screen_steps.h"
 #include "screens/widgets/grid.h"
 #include "screens/widgets/qt_text.h"
 #include "screens/widgets/theme.h"
@@ -35,15 +36,6 @@ QPushButton* Key(const char* name, const QString& words, const QString& tip, QWi
 
 }  // namespace
 
-template <typename Step>
-void AttributeScreen::Handle(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError& error) {
-        ReportEngineError(session_, error);
-    }
-}
-
 AttributeScreen::AttributeScreen(Session& session, const AttributeScreenTexts& texts, QWidget* parent)
     : SectionScreen(parent), session_(session), list_(texts.list) {
     setObjectName(QString::fromLatin1(texts.screen));
@@ -60,12 +52,12 @@ AttributeScreen::AttributeScreen(Session& session, const AttributeScreenTexts& t
 
     connect(IMGCommand[0], &QPushButton::clicked, this, [this] { TickAll(true); });
     connect(IMGCommand[1], &QPushButton::clicked, this, [this] { TickAll(false); });
-    connect(CMDadd, &QPushButton::clicked, this, [this] { Handle([this] { AddKey(); }); });
-    connect(CMDremove, &QPushButton::clicked, this, [this] { Handle([this] { RemoveKey(); }); });
+    connect(CMDadd, &QPushButton::clicked, this, [this] { Reported(session_, [this] { AddKey(); }); });
+    connect(CMDremove, &QPushButton::clicked, this, [this] { Reported(session_, [this] { RemoveKey(); }); });
     ApplyGridColors(this, session.COLOR);
     // Where the rights can't be asked nothing can be changed.
     rights_ = {false, false};
-    Handle([this] {
+    Reported(session_, [this] {
         items_ = LoadAttributeItems(session_, list_);
         FillMaster();
         rights_ = AskAttributeRights(session_, list_);
@@ -117,7 +109,8 @@ void AttributeScreen::FillMaster() {
     std::vector<GridRow> rows;
     for (const AttributeItem& item : items_) {
         GridRow row;
-        row.cells = {Value(false), Value(item.critical ? item.description + "  (critical)" : item.description),
+        row.cells = {Value(false),
+                     Value(item.critical ? item.description + "  (critical)" : item.description),
                      Value(item.code)};
         row.bold = item.critical;
         rows.push_back(std::move(row));

@@ -51,8 +51,6 @@ class AttributeScreen : public SectionScreen {
     void TickAll(bool ticked);
     void AddKey();
     void RemoveKey();
-    template <typename Step>
-    void Handle(const Step& step);
 
     Session& session_;
     AttributeList list_;

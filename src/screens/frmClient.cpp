@@ -126,19 +126,13 @@ void frmClient::MakeToolbar() {
         Toolbar1->ShowKey(QString::fromLatin1(key), false);
     }
     addToolBar(Toolbar1);
-    keys_ = {
+    keys_ = StepsOf({[this](ListMove move) { Move(move); }, [this] { NewKey(); }, [this] { DeleteKey(); },
+                     [this] { SaveKey(); }, [this] { DiscardKey(); }});
+    keys_.insert({
         {QStringLiteral("exit"), [this] { ExitKey(); }},
-        {QStringLiteral("first"), [this] { Move(ListMove::First); }},
-        {QStringLiteral("previous"), [this] { Move(ListMove::Previous); }},
-        {QStringLiteral("next"), [this] { Move(ListMove::Next); }},
-        {QStringLiteral("last"), [this] { Move(ListMove::Last); }},
-        {QStringLiteral("new"), [this] { NewKey(); }},
-        {QStringLiteral("delete"), [this] { DeleteKey(); }},
-        {QStringLiteral("save"), [this] { SaveKey(); }},
-        {QStringLiteral("discard"), [this] { DiscardKey(); }},
         {QStringLiteral("sort"), [this] { SortKey(); }},
         {QStringLiteral("help"), [this] { HelpKey(); }},
-    };
+    });
 }
 
 void frmClient::MakeMenu() {

@@ -2,7 +2,6 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <functional>
-#include <map>
 #include <string>
 
 #include "clients/client_form.h"
@@ -10,6 +9,7 @@
 #include "clients/client_rights.h"
 #include "clients/notes_text.h"
 #include "clients/people_list.h"
+#include "screens/screen_steps.h"
 #include "screens/section_screen.h"
 #include "screens/widgets/bound_source.h"
 #include "session/session.h"
@@ -95,7 +95,6 @@ class frmClient : public QMainWindow, public ClientForm {
     void closeEvent(QCloseEvent* event) override;
 
   private:
-    using Step = std::function<void()>;
     static constexpr int kSortPanel = 5;  ///< of StatusBar1
 
     // frmClient.cpp: the frame
@@ -166,7 +165,7 @@ class frmClient : public QMainWindow, public ClientForm {
     Session& session_;
     Sections sections_;
     ClientRights rights_;
-    std::map<QString, Step> keys_;
+    KeySteps keys_;
     QStackedWidget* area_ = nullptr;  ///< the parts, or the section screen that is open
     QStackedWidget* parts_ = nullptr;
     SectionScreen* activeScreen_ = nullptr;  ///< nullptr while section 0 is current

@@ -10,6 +10,7 @@
 #include "screens/frmClient_controls.h"
 #include "screens/frmPrint.h"
 #include "screens/page_fetcher.h"
+#include "screens/screen_steps.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/qt_text.h"
 #include "screens/widgets/text_box.h"
@@ -58,21 +59,12 @@ FRMdirections::FRMdirections(Session& session, QWidget* parent)
         {QStringLiteral("find_map"), [this] { FindMapKey(); }},
         {QStringLiteral("print"), [this] { PrintKey(); }},
     };
-    connect(Toolbar7, &ToolBar::keyPressed, this, [this](const QString& key) { Handle(keys_.at(key)); });
+    connect(Toolbar7, &ToolBar::keyPressed, this,
+            [this](const QString& key) { Reported(session_, keys_.at(key)); });
 }
 
 std::vector<ClientPart::Tie> FRMdirections::Ties() const {
     return {{TXTdirections, "directions"}};
-}
-
-void FRMdirections::Handle(const std::function<void()>& step) {
-    try {
-        step();
-    } catch (const EngineError& error) {
-        ReportEngineError(session_, error);
-    } catch (const std::system_error& error) {
-        session_.ShowMessageWindow(error.what());
-    }
 }
 
 PostalAddress FRMdirections::ClientAddress() const {

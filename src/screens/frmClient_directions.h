@@ -1,12 +1,12 @@
 #pragma once
 #include <functional>
-#include <map>
 #include <string>
 
 #include "clients/directions.h"
 #include "clients/notes_text.h"
 #include "screens/FRMweb.h"
 #include "screens/frmClient_part.h"
+#include "screens/screen_steps.h"
 
 namespace kv {
 
@@ -33,7 +33,6 @@ class FRMdirections : public ClientPart {
     FRMweb::ViewMaker MakeView;
 
   private:
-    void Handle(const std::function<void()>& step);
     PostalAddress ClientAddress() const;
     void Visit(WebVisit visit);
     void FindDirectionsKey();
@@ -42,7 +41,7 @@ class FRMdirections : public ClientPart {
     void FetchPicture(const std::filesystem::path& file);
 
     Session& session_;
-    std::map<QString, std::function<void()>> keys_;
+    KeySteps keys_;
 };
 
 }  // namespace kv

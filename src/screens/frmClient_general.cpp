@@ -82,9 +82,8 @@ void FRMgeneral::MakeDiagnoses(FieldForm* form) {
 void FRMgeneral::TakeDiagnosis(const std::string& code, const std::string& description) {
     const std::vector<LookupCombo*> combos = {TDBCombo26, TDBCombo27, TDBCombo28};
     const std::vector<LookupItem>& items = TDBCombo26->Items();
-    const bool isListed = std::any_of(items.begin(), items.end(), [&](const LookupItem& item) {
-        return EqualsNoCase(item.code, code);
-    });
+    const bool isListed = std::any_of(items.begin(), items.end(),
+                                      [&](const LookupItem& item) { return EqualsNoCase(item.code, code); });
     const std::string words = Trim(code + " " + description);
     if (!isListed) {
         if (Combo1->Text().trimmed().isEmpty()) {

@@ -1,9 +1,9 @@
 #pragma once
 #include <functional>
-#include <map>
 #include <string>
 
 #include "screens/frmClient_part.h"
+#include "screens/screen_steps.h"
 #include "session/session.h"
 
 namespace kv {
@@ -28,7 +28,7 @@ class FRMnotes : public ClientPart {
     void FullKey();
 
     Session& session_;
-    std::map<QString, std::function<void()>> keys_;
+    KeySteps keys_;
 };
 
 }  // namespace kv

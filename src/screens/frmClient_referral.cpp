@@ -14,6 +14,7 @@
 #include "clients/lookups.h"
 #include "screens/frmClient_controls.h"
 #include "screens/frmPrint.h"
+#include "screens/screen_steps.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
 #include "screens/widgets/field_form.h"
@@ -81,10 +82,11 @@ QWidget* FRMreferral::MakeFind() {
     layout->addWidget(form);
     layout->addWidget(FGreferralFind, 1);
     for (PlainCombo* combo : {CMBFindCategory, CMBfindStatus}) {
-        connect(combo, &QComboBox::activated, this, [this] { Handle([this] { LoadSources(); }); });
+        connect(combo, &QComboBox::activated, this,
+                [this] { Reported(session_, [this] { LoadSources(); }); });
     }
     connect(FGreferralFind, &OutlineTree::rowPicked, this,
-            [this](const std::string& id) { Handle([this, id] { PickRow(id); }); });
+            [this](const std::string& id) { Reported(session_, [this, id] { PickRow(id); }); });
     return group;
 }
 
@@ -127,7 +129,7 @@ QWidget* FRMreferral::MakeGraph() {
     auto* layout = new QHBoxLayout(group);
     layout->addWidget(LSTgraph, 1);
     layout->addWidget(CMDgraph, 0, Qt::AlignTop);
-    connect(CMDgraph, &QPushButton::clicked, this, [this] { Handle([this] { GraphKey(); }); });
+    connect(CMDgraph, &QPushButton::clicked, this, [this] { Reported(session_, [this] { GraphKey(); }); });
     return group;
 }
 
@@ -160,15 +162,8 @@ void FRMreferral::MakeSource(FieldForm* form) {
         QStringLiteral("Save the referral source or the referral contact to the referral system, as a NEW "
                        "source or contact."));
     form->AddBehind(CMDsaveReferral);
-    connect(CMDsaveReferral, &QPushButton::clicked, this, [this] { Handle([this] { SaveKey(); }); });
-}
-
-void FRMreferral::Handle(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError& error) {
-        ReportEngineError(session_, error);
-    }
+    connect(CMDsaveReferral, &QPushButton::clicked, this,
+            [this] { Reported(session_, [this] { SaveKey(); }); });
 }
 
 void FRMreferral::LoadCategories() {

@@ -4,6 +4,7 @@
 
 #include "clients/referrals.h"
 #include "screens/frmClient_part.h"
+#include "screens/screen_steps.h"
 #include "session/session.h"
 
 class QLabel;
@@ -59,15 +60,12 @@ class FRMreferral : public ClientPart {
     std::function<void(const Document&)> Preview;
 
   private:
-    using Step = std::function<void()>;
-
     QWidget* MakeFind();
     QWidget* MakeClient();
     QWidget* MakeDetails();
     QWidget* MakeGraph();
     void MakeDates(FieldForm* form);
     void MakeSource(FieldForm* form);
-    void Handle(const Step& step);
     void PickRow(const std::string& id);
     void SaveKey();
     void GraphKey();

@@ -1,10 +1,10 @@
 #pragma once
 #include <QDialog>
 #include <functional>
-#include <map>
 #include <memory>
 
 #include "printing/render/page_layout.h"
+#include "screens/screen_steps.h"
 #include "session/session.h"
 
 class QComboBox;
@@ -39,8 +39,6 @@ class frmPrint : public QDialog {
     std::function<QString()> AskPdfFile;
 
   private:
-    using Step = std::function<void()>;
-
     void MakeToolbar();
     QWidget* MakeLowerBar();
     void UpdateScroller();
@@ -54,7 +52,7 @@ class frmPrint : public QDialog {
     Session& session_;
     PageLayout layout_;
     std::unique_ptr<QPrinter> printer_;
-    std::map<QString, Step> keys_;
+    KeySteps keys_;
 };
 
 /// Shows the preview until the operator leaves it.

@@ -15,6 +15,7 @@
 #include "clients/client_id.h"
 #include "clients/pick_query.h"
 #include "screens/pick_screen.h"
+#include "screens/screen_steps.h"
 #include "screens/widgets/date_box.h"
 #include "screens/widgets/field_form.h"
 #include "screens/widgets/qt_text.h"
@@ -54,7 +55,7 @@ frmnew::frmnew(Session& session, QWidget* parent) : QDialog(parent), session_(se
     lower->addWidget(MakeAuthorization());
     all->addLayout(lower, 1);
     resize(72 * theme::kUnit, 66 * theme::kUnit);
-    Handle([this] { Fill(); });
+    Reported(session_, [this] { Fill(); });
     Toolbar1->EnableKey(QStringLiteral("save"), false);
     TDBText1->setFocus();
 }
@@ -70,7 +71,8 @@ void frmnew::MakeToolbar() {
         {QStringLiteral("save"), [this] { SaveKey(); }},
         {QStringLiteral("generate"), [this] { GenerateKey(); }},
     };
-    connect(Toolbar1, &ToolBar::keyPressed, this, [this](const QString& key) { Handle(keys_.at(key)); });
+    connect(Toolbar1, &ToolBar::keyPressed, this,
+            [this](const QString& key) { Reported(session_, keys_.at(key)); });
 }
 
 QWidget* frmnew::MakeClient() {
@@ -93,7 +95,8 @@ QWidget* frmnew::MakeClient() {
     form->AddWidgets({}, {CHKnew_Template});
     form->AddWidgets({}, {CHKPotential});
 
-    connect(TDBText1, &QLineEdit::editingFinished, this, [this] { Handle([this] { CheckId(); }); });
+    connect(TDBText1, &QLineEdit::editingFinished, this,
+            [this] { Reported(session_, [this] { CheckId(); }); });
     connect(TDBText1, &QLineEdit::textEdited, this, [this](const QString& text) {
         const bool enough = Length(FromQt(text.trimmed())) >= kLeastIdLength;
         LBLresult->setText(enough ? QStringLiteral("Press the 'TAB' key to check ID.")
@@ -118,7 +121,7 @@ QWidget* frmnew::MakePattern() {
     auto* layout = new QVBoxLayout(group);
     layout->addWidget(LSTtemplate);
     connect(LSTtemplate, &QListWidget::itemChanged, this,
-            [this](QListWidgetItem* item) { Handle([this, item] { TemplateTicked(item); }); });
+            [this](QListWidgetItem* item) { Reported(session_, [this, item] { TemplateTicked(item); }); });
     return group;
 }
 
@@ -145,16 +148,6 @@ QWidget* frmnew::MakeAuthorization() {
     connect(cmbVisType, &QComboBox::currentIndexChanged, this,
             [this] { TXTviscode->setText(cmbVisType->currentData().toString()); });
     return FRAauth;
-}
-
-void frmnew::Handle(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError& error) {
-        ReportEngineError(session_, error);
-    } catch (const std::system_error& error) {
-        session_.ShowMessageWindow(error.what());
-    }
 }
 
 void frmnew::Fill() {

@@ -1,10 +1,10 @@
 #pragma once
 #include <QDialog>
 #include <functional>
-#include <map>
 #include <vector>
 
 #include "clients/new_client.h"
+#include "screens/screen_steps.h"
 #include "session/session.h"
 
 class QCheckBox;
@@ -47,13 +47,10 @@ class frmnew : public QDialog {
     void reject() override;
 
   private:
-    using Step = std::function<void()>;
-
     void MakeToolbar();
     QWidget* MakeClient();
     QWidget* MakePattern();
     QWidget* MakeAuthorization();
-    void Handle(const Step& step);
     void Fill();
     void CheckId();
     void GenerateKey();
@@ -65,7 +62,7 @@ class frmnew : public QDialog {
     Session& session_;
     std::vector<TemplateRow> templates_;
     std::vector<PayerItem> payers_;
-    std::map<QString, Step> keys_;
+    KeySteps keys_;
 };
 
 }  // namespace kv

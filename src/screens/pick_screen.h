@@ -1,11 +1,11 @@
 #pragma once
 #include <QDialog>
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
 #include "clients/pick_query.h"
+#include "screens/screen_steps.h"
 #include "screens/widgets/grid.h"
 #include "session/session.h"
 
@@ -52,8 +52,6 @@ class PickScreen : public QDialog {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    using Step = std::function<void()>;
-
     void MakeToolbar();
     QWidget* MakeCriteria();
     void Search();
@@ -64,7 +62,7 @@ class PickScreen : public QDialog {
     PickScreenTexts texts_;
     PickRows rows_;
     std::string picked_ = kCancelled;
-    std::map<QString, Step> keys_;
+    KeySteps keys_;
 };
 
 /// frmCLIFIND: the id of the client that the operator picks out of all, or "CANCEL"; also in

@@ -2,6 +2,8 @@
 
 #include <QVBoxLayout>
 
+#include "clients/record_keys.h"
+#include "screens/screen_steps.h"
 #include "screens/widgets/field_form.h"
 #include "screens/widgets/theme.h"
 #include "screens/widgets/tool_bar.h"
@@ -38,33 +40,18 @@ RecordList::RecordList(Session& session, const QString& toolbar, const QString& 
     lower->addWidget(Form);
     layout->addLayout(lower, 1);
 
-    keys_ = {
-        {QStringLiteral("first"), [this] { Move(ListMove::First); }},
-        {QStringLiteral("previous"), [this] { Move(ListMove::Previous); }},
-        {QStringLiteral("next"), [this] { Move(ListMove::Next); }},
-        {QStringLiteral("last"), [this] { Move(ListMove::Last); }},
-        {QStringLiteral("new"), [this] { NewKey(); }},
-        {QStringLiteral("delete"), [this] { DeleteKey(); }},
-        {QStringLiteral("save"), [this] { SaveKey(); }},
-        {QStringLiteral("discard"), [this] { Source.Restore(); }},
-    };
+    keys_ = StepsOf({[this](ListMove move) { Move(move); }, [this] { NewKey(); }, [this] { DeleteKey(); },
+                     [this] { SaveKey(); }, [this] { Source.Restore(); }});
     connect(Toolbar, &ToolBar::keyPressed, this, [this](const QString& key) {
         if (const auto step = keys_.find(key); step != keys_.end()) {
-            Handle(step->second);
+            Reported(session_, step->second);
         }
     });
-    connect(List, &Grid::rowPicked, this, [this](int row) { Handle([this, row] { Pick(row); }); });
+    connect(List, &Grid::rowPicked, this,
+            [this](int row) { Reported(session_, [this, row] { Pick(row); }); });
     connect(&Source, &BoundSource::repositioned, this,
             [this] { List->SetCurrentRow(Source.IsAdding() ? -1 : static_cast<int>(Source.Position())); });
     ApplyGridColors(this, session.COLOR);
-}
-
-void RecordList::Handle(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError& error) {
-        ReportEngineError(session_, error);
-    }
 }
 
 void RecordList::SetRecords(Recordset rows) {
@@ -89,9 +76,7 @@ bool RecordList::Leave() {
     if (!Source.IsEditing() && !Source.IsAdding()) {
         return true;
     }
-    const bool save =
-        !Source.ChangedControls().empty() &&
-        session_.dialogs.AskQuestion("Some information has changed, and is not saved.  Do you wish to save?");
+    const bool save = !Source.ChangedControls().empty() && session_.dialogs.AskQuestion(kUnsavedPrompt);
     try {
         if (save) {
             return SaveKey();

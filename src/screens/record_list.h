@@ -1,10 +1,10 @@
 #pragma once
 #include <QWidget>
 #include <functional>
-#include <map>
 #include <vector>
 
 #include "clients/list_move.h"
+#include "screens/screen_steps.h"
 #include "screens/widgets/bound_source.h"
 #include "screens/widgets/grid.h"
 #include "screens/widgets/tool_bar.h"
@@ -54,9 +54,6 @@ class RecordList : public QWidget {
     void rowDeleted();
 
   private:
-    using Step = std::function<void()>;
-
-    void Handle(const Step& step);
     void NewKey();
     bool SaveKey();
     void DeleteKey();
@@ -67,7 +64,7 @@ class RecordList : public QWidget {
 
     Session& session_;
     RecordRules rules_;
-    std::map<QString, Step> keys_;
+    KeySteps keys_;
 };
 
 }  // namespace kv
