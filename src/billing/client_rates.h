@@ -13,8 +13,8 @@ namespace kv {
 /// A shift of the agency: its clock window, empty where the agency does not use it, and the column of its
 /// rate.
 struct ShiftWindow {
-    const char* rate;     ///< "rate1"
-    const char* meaning;  ///< "Bill Rate for Weekday, day shift"
+    const char* rate = "";     ///< "rate1"
+    const char* meaning = "";  ///< "Bill Rate for Weekday, day shift"
     std::optional<Date> start;
     Value stop;
 };

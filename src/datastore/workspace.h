@@ -92,7 +92,8 @@ class Workspace {
     /// Makes an empty database from a script of CREATE statements separated by semicolons (lines that begin
     /// with -- are remarks), whole or not at all. 3204 when the file exists.
     DatabasePtr CreateDatabase(const std::filesystem::path& path, std::string_view script);
-    /// What now() and date() answer in the statements of databases opened from now on; the system's time without it.
+    /// What now() and date() answer in the statements of databases opened from now on; the system's time
+    /// without it.
     void SetClock(std::function<Date()> now);
 
   private:

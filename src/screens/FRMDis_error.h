@@ -14,8 +14,8 @@ class FRMDis_error : public QDialog {
     explicit FRMDis_error(QWidget* parent = nullptr);
     void SetLines(const QStringList& lines);
 
-    QListWidget* LSTerror;
-    QPushButton* CMDok;
+    QListWidget* LSTerror = nullptr;
+    QPushButton* CMDok = nullptr;
 };
 
 }  // namespace kv

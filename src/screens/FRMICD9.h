@@ -29,15 +29,15 @@ class FRMICD9 : public QDialog {
     /// What was attached while the screen was open.
     const std::vector<AttributeItem>& Added() const { return added_; }
 
-    ToolBar* Toolbar1;
-    QLineEdit* txtCliId;
-    QLineEdit* TXTcliname;
-    QLineEdit* TxtPhone;
-    QListWidget* LSTicd9;
-    QLineEdit* txtLOCATE;
-    Grid* FGicd9;
-    QPushButton* CMDadd;
-    QPushButton* CMDdel;
+    ToolBar* Toolbar1 = nullptr;
+    QLineEdit* txtCliId = nullptr;
+    QLineEdit* TXTcliname = nullptr;
+    QLineEdit* TxtPhone = nullptr;
+    QListWidget* LSTicd9 = nullptr;
+    QLineEdit* txtLOCATE = nullptr;
+    Grid* FGicd9 = nullptr;
+    QPushButton* CMDadd = nullptr;
+    QPushButton* CMDdel = nullptr;
 
   private:
     QWidget* MakeHeader(const DiagnosisClient& client);

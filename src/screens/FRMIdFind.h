@@ -21,9 +21,9 @@ class FRMIdFind : public QDialog {
     /// The code of the call type taken, or kCancelled.
     std::string Pick();
 
-    Grid* FGfind;
-    QPushButton* CMDselect;
-    QPushButton* Command1;  ///< gives up
+    Grid* FGfind = nullptr;
+    QPushButton* CMDselect = nullptr;
+    QPushButton* Command1 = nullptr;  ///< gives up
 
   private:
     std::vector<LookupItem> types_;

@@ -19,10 +19,10 @@ class FRMMedinput : public QDialog {
                 QWidget* parent = nullptr);
     QString Text() const;
 
-    QLabel* LBLinput;
-    QLineEdit* TXTinput;
-    QPushButton* CMDinput;
-    QPushButton* CMDcancel;
+    QLabel* LBLinput = nullptr;
+    QLineEdit* TXTinput = nullptr;
+    QPushButton* CMDinput = nullptr;
+    QPushButton* CMDcancel = nullptr;
 
   private:
     /// Takes both characters out of the box and says so; true where there was none.

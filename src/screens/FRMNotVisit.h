@@ -19,11 +19,11 @@ class FRMNotVisit : public SectionScreen {
     void SetHiddenID(const std::string& id, ClientForm& mainScreen) override;
     bool MayLeave() override;
 
-    RecordList* DBnoemp;
-    TextBox* TXTnoempid;
-    TextBox* Text4;  ///< the caregiver's name
-    MemoBox* Text5;  ///< the reason
-    QToolButton* Command7;
+    RecordList* DBnoemp = nullptr;
+    TextBox* TXTnoempid = nullptr;
+    TextBox* Text4 = nullptr;  ///< the caregiver's name
+    MemoBox* Text5 = nullptr;  ///< the reason
+    QToolButton* Command7 = nullptr;
 
     /// Picks a caregiver; the id, or kCancelled.
     std::function<std::string()> Pick;

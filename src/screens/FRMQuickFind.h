@@ -20,10 +20,10 @@ class FRMQuickFind : public QDialog {
     /// The id of the highlighted row.
     std::string ChosenId() const;
 
-    QLabel* LBLtext;
-    Grid* FG1;
-    QPushButton* CMDselect;
-    QPushButton* CMDcancel;
+    QLabel* LBLtext = nullptr;
+    Grid* FG1 = nullptr;
+    QPushButton* CMDselect = nullptr;
+    QPushButton* CMDcancel = nullptr;
 };
 
 }  // namespace kv

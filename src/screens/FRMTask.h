@@ -22,11 +22,11 @@ class FRMTask : public QDialog {
   public:
     FRMTask(Session& session, long authorization, QWidget* parent = nullptr);
 
-    ToolBar* Toolbar1;
+    ToolBar* Toolbar1 = nullptr;
     std::vector<QCheckBox*> CHKDay;
-    QListWidget* CHKtask;
-    Grid* FGTasks;
-    std::array<QPushButton*, 3> CMDdoctor;  ///< add, remove, edit
+    QListWidget* CHKtask = nullptr;
+    Grid* FGTasks = nullptr;
+    std::array<QPushButton*, 3> CMDdoctor{};  ///< add, remove, edit
 
   private:
     QWidget* MakeChoice();

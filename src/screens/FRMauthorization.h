@@ -36,37 +36,37 @@ class FRMauthorization : public SectionScreen {
     void SetHiddenID(const std::string& id, ClientForm& mainScreen) override;
     bool MayLeave() override;
 
-    ToolBar* Toolbar3;
-    Grid* FGauth;
-    QCheckBox* CHKActive_auth;
-    UseStrip* Use;
+    ToolBar* Toolbar3 = nullptr;
+    Grid* FGauth = nullptr;
+    QCheckBox* CHKActive_auth = nullptr;
+    UseStrip* Use = nullptr;
     BoundSource Dbauthor;
-    PlainCombo* cmbPayor;
-    TextBox* txtCODE;
-    PlainCombo* cmbVisType;
-    TextBox* txtVisName;
-    PlainCombo* CMBAuthStatus;
-    PlainCombo* cmbHourCode;
-    DateBox* TDBDate2;
-    DateBox* TDBDate3;
-    QToolButton* IMGtoday;
-    NumberBox* NUMhrs;
-    TextBox* TXTweek;
-    PlainCombo* CMBtype;
-    PlainCombo* CMByes;
-    QRadioButton* Optshift[3];
-    NumberBox* NUMmin_hours;
-    NumberBox* NUMmax_hours;
-    QGroupBox* Frame2;  ///< co-billing
-    PlainCombo* CMBcoBilling;
-    NumberBox* NUMcoBilling;
-    PlainCombo* CMBwhen_Cobilling;
-    QPushButton* CMDcalc_Percentage;
-    MemoBox* TXTauthmemo;
-    QWidget* Migration;  ///< the bulk tool's line
-    DateBox* TDBAbove;
-    DateBox* TDBMigration;
-    QPushButton* CMDmigration;
+    PlainCombo* cmbPayor = nullptr;
+    TextBox* txtCODE = nullptr;
+    PlainCombo* cmbVisType = nullptr;
+    TextBox* txtVisName = nullptr;
+    PlainCombo* CMBAuthStatus = nullptr;
+    PlainCombo* cmbHourCode = nullptr;
+    DateBox* TDBDate2 = nullptr;
+    DateBox* TDBDate3 = nullptr;
+    QToolButton* IMGtoday = nullptr;
+    NumberBox* NUMhrs = nullptr;
+    TextBox* TXTweek = nullptr;
+    PlainCombo* CMBtype = nullptr;
+    PlainCombo* CMByes = nullptr;
+    QRadioButton* Optshift[3] = {};
+    NumberBox* NUMmin_hours = nullptr;
+    NumberBox* NUMmax_hours = nullptr;
+    QGroupBox* Frame2 = nullptr;  ///< co-billing
+    PlainCombo* CMBcoBilling = nullptr;
+    NumberBox* NUMcoBilling = nullptr;
+    PlainCombo* CMBwhen_Cobilling = nullptr;
+    QPushButton* CMDcalc_Percentage = nullptr;
+    MemoBox* TXTauthmemo = nullptr;
+    QWidget* Migration = nullptr;  ///< the bulk tool's line
+    DateBox* TDBAbove = nullptr;
+    DateBox* TDBMigration = nullptr;
+    QPushButton* CMDmigration = nullptr;
 
     /// What is asked about the visits when payer or call type change.
     AskImportant Ask;

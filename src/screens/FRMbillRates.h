@@ -29,20 +29,20 @@ class FRMbillRates : public SectionScreen {
     void SetHiddenID(const std::string& id, ClientForm& mainScreen) override;
     bool MayLeave() override;
 
-    QComboBox* cmbPayor;
-    QLabel* LBLrates;  ///< whose rates are shown
-    RecordList* DBcliRate;
-    TextBox* txtVISitTYPE;
-    QToolButton* CMDvistype;
-    TextBox* TXTvisdesc;
-    TextBox* TXTmethod;
+    QComboBox* cmbPayor = nullptr;
+    QLabel* LBLrates = nullptr;  ///< whose rates are shown
+    RecordList* DBcliRate = nullptr;
+    TextBox* txtVISitTYPE = nullptr;
+    QToolButton* CMDvistype = nullptr;
+    TextBox* TXTvisdesc = nullptr;
+    TextBox* TXTmethod = nullptr;
     /// NUMrate1, Numrate2 to Numrate6, and Numrate7 for a live-in shift.
-    std::array<NumberBox*, 7> Rates;
-    std::array<QLabel*, 6> Windows;  ///< the clock window of each shift
-    QLineEdit* TXTCli_Rates;
-    QToolButton* CMDcli_Find_Rates;
-    QPushButton* CMDsave_Rates;
-    QGroupBox* FRApaste;
+    std::array<NumberBox*, 7> Rates{};
+    std::array<QLabel*, 6> Windows{};  ///< the clock window of each shift
+    QLineEdit* TXTCli_Rates = nullptr;
+    QToolButton* CMDcli_Find_Rates = nullptr;
+    QPushButton* CMDsave_Rates = nullptr;
+    QGroupBox* FRApaste = nullptr;
 
     /// Picks a client or a call type; the id or code, or kCancelled.
     std::function<std::string()> PickOther;

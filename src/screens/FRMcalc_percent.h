@@ -20,12 +20,12 @@ class FRMcalc_percent : public QDialog {
     /// 0 as long as nothing was worked out.
     double Percentage() const { return percentage_; }
 
-    QRadioButton* Option1[2];  ///< 0 both portions are known, 1 the total
-    NumberBox* Numtotal;
-    NumberBox* NumPayer;
-    QPushButton* CMdcalc;
-    QPushButton* CMDok;
-    QListWidget* List1;
+    QRadioButton* Option1[2] = {};  ///< 0 both portions are known, 1 the total
+    NumberBox* Numtotal = nullptr;
+    NumberBox* NumPayer = nullptr;
+    QPushButton* CMdcalc = nullptr;
+    QPushButton* CMDok = nullptr;
+    QListWidget* List1 = nullptr;
 
   private:
     void ShowLabels();

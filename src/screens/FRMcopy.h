@@ -19,12 +19,12 @@ class FRMcopy : public QDialog {
     FRMcopy(Session& session, const std::string& client, const std::vector<LookupItem>& rates,
             const std::string& from, QWidget* parent = nullptr);
 
-    QComboBox* TXTvistype;
-    QListWidget* LST1;
-    QPushButton* Command1;  ///< all
-    QPushButton* Command2;  ///< none
-    QPushButton* CMDsave;
-    QPushButton* CMDexit;
+    QComboBox* TXTvistype = nullptr;
+    QListWidget* LST1 = nullptr;
+    QPushButton* Command1 = nullptr;  ///< all
+    QPushButton* Command2 = nullptr;  ///< none
+    QPushButton* CMDsave = nullptr;
+    QPushButton* CMDexit = nullptr;
 
   private:
     void TickAll(bool ticked);

@@ -18,9 +18,9 @@ class FRMcopyAssign : public QDialog {
     /// The authorization's sequence, 0 when none was picked.
     long Pick();
 
-    Grid* FGauth;
-    QPushButton* CMDok;
-    QPushButton* Command1;
+    Grid* FGauth = nullptr;
+    QPushButton* CMDok = nullptr;
+    QPushButton* Command1 = nullptr;
 
   private:
     std::vector<CopySource> sources_;

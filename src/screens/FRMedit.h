@@ -30,19 +30,19 @@ class FRMedit : public QDialog {
     void ShowRecord(const QString& caption, const std::string& area, const std::string& id,
                     const std::string& statement);
 
-    ToolBar* Toolbar1;
-    QRadioButton* OPTtime[2];  ///< 0 the current file, 1 the archived one
-    TextBox* TXTuser;
-    PlainCombo* TXTarea;
-    TextBox* txtId;
-    DateBox* TXTStartdate;
-    DateBox* TXTEndDate;
-    TimeBox* TDBstart;
-    QPushButton* CMDlook;
-    QLineEdit* TXTfind;
-    QPushButton* CMDfind;
-    QLabel* LBLmessage;
-    HistoryView* View;
+    ToolBar* Toolbar1 = nullptr;
+    QRadioButton* OPTtime[2] = {};  ///< 0 the current file, 1 the archived one
+    TextBox* TXTuser = nullptr;
+    PlainCombo* TXTarea = nullptr;
+    TextBox* txtId = nullptr;
+    DateBox* TXTStartdate = nullptr;
+    DateBox* TXTEndDate = nullptr;
+    TimeBox* TDBstart = nullptr;
+    QPushButton* CMDlook = nullptr;
+    QLineEdit* TXTfind = nullptr;
+    QPushButton* CMDfind = nullptr;
+    QLabel* LBLmessage = nullptr;
+    HistoryView* View = nullptr;
 
     /// Shows a printout.
     std::function<void(const Document&)> Preview;

@@ -18,8 +18,8 @@ class FRMfullscr : public QDialog {
     /// Asks about what would be lost.
     void reject() override;
 
-    ToolBar* Toolbar1;
-    NotesBox* TXTbox;
+    ToolBar* Toolbar1 = nullptr;
+    NotesBox* TXTbox = nullptr;
 
   private:
     Session& session_;

@@ -16,10 +16,10 @@ class FRMimportant : public QDialog {
     /// Closing it gives the save up.
     ImportantAnswer Answer();
 
-    QLabel* TXTauth;
-    QPushButton* CMDall;
-    QPushButton* CMDyes;
-    QPushButton* CMDno;
+    QLabel* TXTauth = nullptr;
+    QPushButton* CMDall = nullptr;
+    QPushButton* CMDyes = nullptr;
+    QPushButton* CMDno = nullptr;
 
   private:
     ImportantAnswer answer_ = ImportantAnswer::No;

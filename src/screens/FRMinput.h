@@ -14,10 +14,10 @@ class FRMinput : public QDialog {
     FRMinput(const QString& title, const QString& prompt, const QString& initial, QWidget* parent = nullptr);
     QString Text() const;
 
-    QLabel* LBLprompt;
-    QLineEdit* TXTinput;
-    QPushButton* CMDok;
-    QPushButton* CMDcancel;
+    QLabel* LBLprompt = nullptr;
+    QLineEdit* TXTinput = nullptr;
+    QPushButton* CMDok = nullptr;
+    QPushButton* CMDcancel = nullptr;
 };
 
 }  // namespace kv

@@ -15,8 +15,8 @@ class FRMload : public QDialog {
     /// Also draws what changed, since its callers do not come back to the message loop.
     void SetValue(int value, int most);
 
-    QLabel* LBLload;
-    QProgressBar* ProgressBar1;
+    QLabel* LBLload = nullptr;
+    QProgressBar* ProgressBar1 = nullptr;
 };
 
 }  // namespace kv

@@ -38,16 +38,16 @@ class FRMmessage : public QDialog {
     void NextPicture();
     int PictureIndex() const { return picture_; }
 
-    QLabel* Label1;
-    QLabel* Label2;
-    QLabel* LBLcount;
-    QLabel* Image1;
-    QLabel* TXTnotes;
-    QCheckBox* Check1;
-    QProgressBar* Pbar;
-    QPushButton* Command1;
-    QTimer* Timer1;
-    QTimer* Timer2;
+    QLabel* Label1 = nullptr;
+    QLabel* Label2 = nullptr;
+    QLabel* LBLcount = nullptr;
+    QLabel* Image1 = nullptr;
+    QLabel* TXTnotes = nullptr;
+    QCheckBox* Check1 = nullptr;
+    QProgressBar* Pbar = nullptr;
+    QPushButton* Command1 = nullptr;
+    QTimer* Timer1 = nullptr;
+    QTimer* Timer2 = nullptr;
 
   protected:
     void showEvent(QShowEvent* event) override;

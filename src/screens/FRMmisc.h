@@ -26,9 +26,9 @@ class FRMmisc : public QDialog {
     /// Asks about what was typed and not saved.
     void reject() override;
 
-    ToolBar* Toolbar1;
-    Grid* FGinfo;
-    RecordList* dbInfo;
+    ToolBar* Toolbar1 = nullptr;
+    Grid* FGinfo = nullptr;
+    RecordList* dbInfo = nullptr;
 
     /// Shows a printout.
     std::function<void(const Document&)> Preview;

@@ -18,10 +18,10 @@ class FRMmoveAssign : public QDialog {
     /// Days to move, below 0 for back; nothing when cancelled.
     std::optional<int> Ask();
 
-    QLabel* LBLtitle;
-    std::array<QRadioButton*, 2> OPTdate;
-    QPushButton* CMDok;
-    QPushButton* CMDexit;
+    QLabel* LBLtitle = nullptr;
+    std::array<QRadioButton*, 2> OPTdate{};
+    QPushButton* CMDok = nullptr;
+    QPushButton* CMDexit = nullptr;
 
   private:
     int forward_;

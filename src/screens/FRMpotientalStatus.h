@@ -17,8 +17,8 @@ class FRMpotientalStatus : public QDialog {
     PotentialChoice Choice() const;
 
     std::array<QRadioButton*, kPotentialChoiceTexts.size()> OPTstatus{};
-    QPushButton* CMDok;
-    QPushButton* CMDcancel;
+    QPushButton* CMDok = nullptr;
+    QPushButton* CMDcancel = nullptr;
 };
 
 }  // namespace kv

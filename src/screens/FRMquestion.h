@@ -17,9 +17,9 @@ class FRMquestion : public QDialog {
     bool Answer = false;
     void reject() override;
 
-    QLabel* LBLquest;
-    QPushButton* CMDok;
-    QPushButton* CMDno;
+    QLabel* LBLquest = nullptr;
+    QPushButton* CMDok = nullptr;
+    QPushButton* CMDno = nullptr;
 
   protected:
     void showEvent(QShowEvent* event) override;

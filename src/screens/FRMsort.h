@@ -17,13 +17,13 @@ class FRMsort : public QDialog {
     /// What was chosen; nothing when the operator gave up.
     ClientOrder Order() const;
 
-    QListWidget* lstData;
-    QListWidget* lstSort;
-    QCheckBox* Check1;
-    QPushButton* CMDadd;
-    QPushButton* cmdRemove;
-    QPushButton* CMDok;
-    QPushButton* CMDcancel;
+    QListWidget* lstData = nullptr;
+    QListWidget* lstSort = nullptr;
+    QCheckBox* Check1 = nullptr;
+    QPushButton* CMDadd = nullptr;
+    QPushButton* cmdRemove = nullptr;
+    QPushButton* CMDok = nullptr;
+    QPushButton* CMDcancel = nullptr;
 
   private:
     void Add();

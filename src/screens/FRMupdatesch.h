@@ -18,11 +18,11 @@ class FRMupdatesch : public QDialog {
   public:
     FRMupdatesch(Session& session, ScheduleUpdate update, QWidget* parent = nullptr);
 
-    DateBox* DTEstart;
-    Grid* FGchg_Sch;
-    QListWidget* List1;
-    QPushButton* CMDprocess;
-    QPushButton* CMDexit;
+    DateBox* DTEstart = nullptr;
+    Grid* FGchg_Sch = nullptr;
+    QListWidget* List1 = nullptr;
+    QPushButton* CMDprocess = nullptr;
+    QPushButton* CMDexit = nullptr;
 
   private:
     void Load();

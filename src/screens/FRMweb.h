@@ -35,11 +35,11 @@ class FRMweb : public QDialog {
 
     FRMweb(Session& session, WebVisit visit, const ViewMaker& makeView, QWidget* parent = nullptr);
 
-    ToolBar* Toolbar1;
-    QLineEdit* TXTcurrent;
-    QLabel* LBLstate;  ///< "Busy" or "Done"
-    QLabel* LBLnote;
-    QWidget* View;
+    ToolBar* Toolbar1 = nullptr;
+    QLineEdit* TXTcurrent = nullptr;
+    QLabel* LBLstate = nullptr;  ///< "Busy" or "Done"
+    QLabel* LBLnote = nullptr;
+    QWidget* View = nullptr;
 
     /// Prints the page shown.
     std::function<void()> Print;

@@ -35,24 +35,24 @@ class FRmassign : public QDialog {
     /// Redraws FGtree.
     void Dis_Tree();
 
-    ToolBar* Toolbar2;
-    Grid* FGauth;
-    Grid* FGcli;
-    Grid* fgEMP;
-    OutlineTree* FGtree;
-    std::array<QCheckBox*, kDaysOfWeek> OPTday;
-    TimeBox* TXTsttime;
-    TimeBox* ENDtime;
-    NumberBox* NUMhrs;
-    QCheckBox* CHKend;
-    QCheckBox* CHKmil;
-    NumberBox* NUMhowoften;
-    DateBox* TDBlastdate;
-    TextBox* TXTempid;
-    QToolButton* CMDempfind;
-    QLineEdit* Text1;  ///< the caregiver's name
-    QLabel* Label2;    ///< what is wrong with the caregiver's discipline
-    QLabel* LblHours;
+    ToolBar* Toolbar2 = nullptr;
+    Grid* FGauth = nullptr;
+    Grid* FGcli = nullptr;
+    Grid* fgEMP = nullptr;
+    OutlineTree* FGtree = nullptr;
+    std::array<QCheckBox*, kDaysOfWeek> OPTday{};
+    TimeBox* TXTsttime = nullptr;
+    TimeBox* ENDtime = nullptr;
+    NumberBox* NUMhrs = nullptr;
+    QCheckBox* CHKend = nullptr;
+    QCheckBox* CHKmil = nullptr;
+    NumberBox* NUMhowoften = nullptr;
+    DateBox* TDBlastdate = nullptr;
+    TextBox* TXTempid = nullptr;
+    QToolButton* CMDempfind = nullptr;
+    QLineEdit* Text1 = nullptr;  ///< the caregiver's name
+    QLabel* Label2 = nullptr;    ///< what is wrong with the caregiver's discipline
+    QLabel* LblHours = nullptr;
     BoundSource DBassign;
 
     /// Picks a caregiver; the id, or kCancelled.

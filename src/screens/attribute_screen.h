@@ -34,11 +34,11 @@ class AttributeScreen : public SectionScreen {
     AttributeScreen(Session& session, const AttributeScreenTexts& texts, QWidget* parent);
     void SetHiddenID(const std::string& id, ClientForm& mainScreen) override;
 
-    Grid* FGmaster;
-    Grid* FGown;  ///< FGskills or FGcall
-    QPushButton* CMDadd;
-    QPushButton* CMDremove;
-    std::array<QPushButton*, 2> IMGCommand;  ///< tick all, clear all
+    Grid* FGmaster = nullptr;
+    Grid* FGown = nullptr;  ///< FGskills or FGcall
+    QPushButton* CMDadd = nullptr;
+    QPushButton* CMDremove = nullptr;
+    std::array<QPushButton*, 2> IMGCommand{};  ///< tick all, clear all
 
     /// Asks for a call type that is in no list.
     AskCallType Ask;

@@ -16,9 +16,9 @@ class frmAddPhone : public SectionScreen {
     void SetHiddenID(const std::string& id, ClientForm& mainScreen) override;
     bool MayLeave() override;
 
-    RecordList* dbPhone;
-    TextBox* txtId;
-    MaskedBox* mskPhone;
+    RecordList* dbPhone = nullptr;
+    TextBox* txtId = nullptr;
+    MaskedBox* mskPhone = nullptr;
 
   private:
     Session& session_;

@@ -70,20 +70,20 @@ class frmClient : public QMainWindow, public ClientForm {
     void OpenSection(int index);
 
     BoundSource DbClient;
-    ToolBar* Toolbar1;
-    StatusBar* StatusBar1;
-    SectionStrip* IMGCommand;
-    SectionStrip* CMDclient;
-    ClientListPane* ListPane;
-    ClientHeader* Header;
-    QWidget* FRMmain_Frame;
-    FRMrequired_Info* RequiredInfo;
-    FRMgeneral* General;
-    FRMdirections* Directions;
-    FRMnotes* Notes;
-    FRMthird* Third;
-    FRMreferral* Referral;
-    FRMhistory* History;
+    ToolBar* Toolbar1 = nullptr;
+    StatusBar* StatusBar1 = nullptr;
+    SectionStrip* IMGCommand = nullptr;
+    SectionStrip* CMDclient = nullptr;
+    ClientListPane* ListPane = nullptr;
+    ClientHeader* Header = nullptr;
+    QWidget* FRMmain_Frame = nullptr;
+    FRMrequired_Info* RequiredInfo = nullptr;
+    FRMgeneral* General = nullptr;
+    FRMdirections* Directions = nullptr;
+    FRMnotes* Notes = nullptr;
+    FRMthird* Third = nullptr;
+    FRMreferral* Referral = nullptr;
+    FRMhistory* History = nullptr;
 
     /// Opens a file or an address with the desktop's own program.
     std::function<bool(const std::string& target, const std::string& argument)> OpenOutside;

@@ -21,9 +21,9 @@ class FRMdirections : public ClientPart {
     FRMdirections(Session& session, QWidget* parent);
     std::vector<Tie> Ties() const override;
 
-    ToolBar* Toolbar7;
-    PlainCombo* CMBwhichMap;
-    MemoBox* TXTdirections;
+    ToolBar* Toolbar7 = nullptr;
+    PlainCombo* CMBwhichMap = nullptr;
+    MemoBox* TXTdirections = nullptr;
 
     /// The client on the screen as it stands there.
     std::function<PrintedClient()> Client;

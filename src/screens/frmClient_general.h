@@ -29,27 +29,27 @@ class FRMgeneral : public ClientPart {
     /// words. One that stands there already, or finds no room, changes nothing.
     void TakeDiagnosis(const std::string& code, const std::string& description);
 
-    LookupCombo* TDBCombo9;   ///< nurse
-    LookupCombo* TDBCombo19;  ///< nurse visit code
-    DateBox* DteNurlasvis;
-    LookupCombo* TDBCombo26;  ///< diagnoses
-    LookupCombo* TDBCombo27;
-    LookupCombo* TDBCombo28;
-    TextBox* Combo1;  ///< a diagnosis in free words
-    QToolButton* CMDicd9;
-    TextBox* TXText;  ///< accounting ids
-    TextBox* TXTexternal2;
-    TextBox* TXTexternal3;
-    PlainCombo* CMBqbclass;
-    TextBox* TXTmisc;
-    CheckBox* Check2;  ///< telephony client
+    LookupCombo* TDBCombo9 = nullptr;   ///< nurse
+    LookupCombo* TDBCombo19 = nullptr;  ///< nurse visit code
+    DateBox* DteNurlasvis = nullptr;
+    LookupCombo* TDBCombo26 = nullptr;  ///< diagnoses
+    LookupCombo* TDBCombo27 = nullptr;
+    LookupCombo* TDBCombo28 = nullptr;
+    TextBox* Combo1 = nullptr;  ///< a diagnosis in free words
+    QToolButton* CMDicd9 = nullptr;
+    TextBox* TXText = nullptr;  ///< accounting ids
+    TextBox* TXTexternal2 = nullptr;
+    TextBox* TXTexternal3 = nullptr;
+    PlainCombo* CMBqbclass = nullptr;
+    TextBox* TXTmisc = nullptr;
+    CheckBox* Check2 = nullptr;  ///< telephony client
 
-    PlainCombo* CMBcase;
-    QToolButton* CMDviewCase;
-    MemoBox* Text2;  ///< the case manager's note
-    PlainCombo* CMBdoctor;
-    QToolButton* CMDviewDocs;
-    MemoBox* Text3;  ///< the doctor's note
+    PlainCombo* CMBcase = nullptr;
+    QToolButton* CMDviewCase = nullptr;
+    MemoBox* Text2 = nullptr;  ///< the case manager's note
+    PlainCombo* CMBdoctor = nullptr;
+    QToolButton* CMDviewDocs = nullptr;
+    MemoBox* Text3 = nullptr;  ///< the doctor's note
 
   private:
     void MakeNursing(FieldForm* form);

@@ -17,13 +17,13 @@ class ClientHeader : public QWidget {
 
     void ShowName(const QString& last, const QString& first);
 
-    QLabel* LBLname;
-    TextBox* txtCliId;
-    TextBox* TXTStatus;
-    NumberBox* NUMdays;
-    NumberBox* NumactiveDays;
-    QPushButton* CMDchangeToActive;
-    QPushButton* CMDpaste;
+    QLabel* LBLname = nullptr;
+    TextBox* txtCliId = nullptr;
+    TextBox* TXTStatus = nullptr;
+    NumberBox* NUMdays = nullptr;
+    NumberBox* NumactiveDays = nullptr;
+    QPushButton* CMDchangeToActive = nullptr;
+    QPushButton* CMDpaste = nullptr;
 };
 
 }  // namespace kv

@@ -18,8 +18,8 @@ class FRMhistory : public ClientPart {
     explicit FRMhistory(QWidget* parent);
     void ShowHistory(const std::string& clientId, const std::vector<HistoryRow>& history);
 
-    QLabel* Label1;  ///< "Client ID:" and the id
-    HistoryView* View;
+    QLabel* Label1 = nullptr;  ///< "Client ID:" and the id
+    HistoryView* View = nullptr;
 };
 
 }  // namespace kv

@@ -39,15 +39,15 @@ class ClientListPane : public QWidget {
     /// Puts the combos back to the limits that the list shows, after a pick that came to nothing.
     void RestoreLimits();
 
-    QGroupBox* TDBFrame3D7;
-    PlainCombo* CMBcliStatus;
-    PlainCombo* cmbDISGROUP;
-    PlainCombo* CMBmanager;
-    PlainCombo* CMBpotientalStatus;
-    TextBox* TXTquick;
-    QToolButton* CMDquickFind;
-    QToolButton* Command1;  ///< the client search screen
-    OutlineTree* FGtree;
+    QGroupBox* TDBFrame3D7 = nullptr;
+    PlainCombo* CMBcliStatus = nullptr;
+    PlainCombo* cmbDISGROUP = nullptr;
+    PlainCombo* CMBmanager = nullptr;
+    PlainCombo* CMBpotientalStatus = nullptr;
+    TextBox* TXTquick = nullptr;
+    QToolButton* CMDquickFind = nullptr;
+    QToolButton* Command1 = nullptr;  ///< the client search screen
+    OutlineTree* FGtree = nullptr;
 
   signals:
     /// The operator picked another status, group or potential status.
@@ -60,7 +60,7 @@ class ClientListPane : public QWidget {
     QWidget* MakeQuickFind();
     std::vector<PlainCombo*> LimitCombos() const;
 
-    FieldForm* form_;
+    FieldForm* form_ = nullptr;
     std::vector<int> kept_;  ///< the picked items, in the order of LimitCombos
 };
 

@@ -18,8 +18,8 @@ class FRMnotes : public ClientPart {
   public:
     FRMnotes(Session& session, QWidget* parent);
 
-    ToolBar* Toolbar4;
-    NotesBox* TXTbox;
+    ToolBar* Toolbar4 = nullptr;
+    NotesBox* TXTbox = nullptr;
 
     /// The print key.
     std::function<void()> Print;

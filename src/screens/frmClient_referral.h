@@ -37,22 +37,22 @@ class FRMreferral : public ClientPart {
     /// The details of the source and contact in the boxes. Throws EngineError.
     void RefreshDetails();
 
-    DateBox* DTEFirstContact;
-    DateBox* DTEstartofcare;
-    DateBox* DTEendofcare;
-    PlainCombo* CMBref_group;
-    TextBox* TXTrefSource;
-    TextBox* TXTrefContact;
-    QPushButton* CMDsaveReferral;
-    QLabel* LBLdays;
-    QLabel* LBLactiveDays;
-    PlainCombo* CMBFindCategory;
-    PlainCombo* CMBfindStatus;
-    OutlineTree* FGreferralFind;
-    Grid* FGReferral;
-    Grid* FGcontact;
-    QListWidget* LSTgraph;
-    QPushButton* CMDgraph;
+    DateBox* DTEFirstContact = nullptr;
+    DateBox* DTEstartofcare = nullptr;
+    DateBox* DTEendofcare = nullptr;
+    PlainCombo* CMBref_group = nullptr;
+    TextBox* TXTrefSource = nullptr;
+    TextBox* TXTrefContact = nullptr;
+    QPushButton* CMDsaveReferral = nullptr;
+    QLabel* LBLdays = nullptr;
+    QLabel* LBLactiveDays = nullptr;
+    PlainCombo* CMBFindCategory = nullptr;
+    PlainCombo* CMBfindStatus = nullptr;
+    OutlineTree* FGreferralFind = nullptr;
+    Grid* FGReferral = nullptr;
+    Grid* FGcontact = nullptr;
+    QListWidget* LSTgraph = nullptr;
+    QPushButton* CMDgraph = nullptr;
 
     /// The group that the client list is limited to.
     std::function<std::string()> ListGroup;

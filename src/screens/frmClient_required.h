@@ -20,47 +20,47 @@ class FRMrequired_Info : public ClientPart {
     explicit FRMrequired_Info(QWidget* parent);
     std::vector<Tie> Ties() const override;
 
-    TextBox* TxtLastname;
-    TextBox* TxtFirstnam;
-    TextBox* txtStreet;
-    TextBox* TXTaddress2;
-    TextBox* TXTapt;
-    TextBox* TXTcity;
-    TextBox* TXTstate;
-    TextBox* TXTzip;
-    MaskedBox* TxtPhone;
-    MaskedBox* txtPhone2;
-    PlainCombo* CMBphone;
-    TextBox* txtEmail;
-    QToolButton* CMDemail;
+    TextBox* TxtLastname = nullptr;
+    TextBox* TxtFirstnam = nullptr;
+    TextBox* txtStreet = nullptr;
+    TextBox* TXTaddress2 = nullptr;
+    TextBox* TXTapt = nullptr;
+    TextBox* TXTcity = nullptr;
+    TextBox* TXTstate = nullptr;
+    TextBox* TXTzip = nullptr;
+    MaskedBox* TxtPhone = nullptr;
+    MaskedBox* txtPhone2 = nullptr;
+    PlainCombo* CMBphone = nullptr;
+    TextBox* txtEmail = nullptr;
+    QToolButton* CMDemail = nullptr;
 
-    MaskedBox* txtSsn;
-    DateBox* TxtB_date;
-    LookupCombo* TDBGender;
-    LookupCombo* TDBCombo1;   ///< language
-    LookupCombo* TDBCombo6;   ///< ethnic
-    LookupCombo* TDBCombo29;  ///< district, stored as its text
+    MaskedBox* txtSsn = nullptr;
+    DateBox* TxtB_date = nullptr;
+    LookupCombo* TDBGender = nullptr;
+    LookupCombo* TDBCombo1 = nullptr;   ///< language
+    LookupCombo* TDBCombo6 = nullptr;   ///< ethnic
+    LookupCombo* TDBCombo29 = nullptr;  ///< district, stored as its text
 
-    LookupCombo* TDBCombo3;   ///< wanted caregiver gender
-    LookupCombo* TDBCombo20;  ///< ordered discipline
-    PlainCombo* CMBhol;
-    PlainCombo* cmbGroup;
-    LookupCombo* TDBCombo4;   ///< manager
-    LookupCombo* TDBCombo5;   ///< field supervisor
-    LookupCombo* TDBCombo25;  ///< priority
-    LookupCombo* TDBCombo8;   ///< diet
+    LookupCombo* TDBCombo3 = nullptr;   ///< wanted caregiver gender
+    LookupCombo* TDBCombo20 = nullptr;  ///< ordered discipline
+    PlainCombo* CMBhol = nullptr;
+    PlainCombo* cmbGroup = nullptr;
+    LookupCombo* TDBCombo4 = nullptr;   ///< manager
+    LookupCombo* TDBCombo5 = nullptr;   ///< field supervisor
+    LookupCombo* TDBCombo25 = nullptr;  ///< priority
+    LookupCombo* TDBCombo8 = nullptr;   ///< diet
 
-    QGroupBox* FRAMEemerg;
-    TextBox* TDBText7;
-    TextBox* TDBText15;
-    TextBox* TDBText16;
-    TextBox* TDBText18;
-    TextBox* TDBText17;
-    MaskedBox* TxtEmgcyphona;
-    TextBox* TXTemgname2;
-    MaskedBox* TXTemgphone2;
-    TextBox* TXTemgname3;
-    MaskedBox* TXTemgphone3;
+    QGroupBox* FRAMEemerg = nullptr;
+    TextBox* TDBText7 = nullptr;
+    TextBox* TDBText15 = nullptr;
+    TextBox* TDBText16 = nullptr;
+    TextBox* TDBText18 = nullptr;
+    TextBox* TDBText17 = nullptr;
+    MaskedBox* TxtEmgcyphona = nullptr;
+    TextBox* TXTemgname2 = nullptr;
+    MaskedBox* TXTemgphone2 = nullptr;
+    TextBox* TXTemgname3 = nullptr;
+    MaskedBox* TXTemgphone3 = nullptr;
 
   private:
     void MakeAddress(FieldForm* form);

@@ -18,24 +18,24 @@ class FRMthird : public ClientPart {
     explicit FRMthird(QWidget* parent);
     std::vector<Tie> Ties() const override;
 
-    TextBox* TXTbillfirst;
-    TextBox* TXTbilllast;
-    TextBox* TDBText8;    ///< address
-    TextBox* TDBText10;   ///< second line of the address
-    TextBox* TDBText3;    ///< city
-    TextBox* TDBText2;    ///< state
-    TextBox* TDBText1;    ///< zip
-    MaskedBox* TDBMask1;  ///< phone
-    PlainCombo* CMBhowoften;
-    PlainCombo* CMBbilltype;
-    NumberBox* NUMbillmileage;
-    CheckBox* CHKbillmileage;
-    CheckBox* CHKbillerrand;
-    CheckBox* CHKbillexpenses;
-    CheckBox* CHKbillholiday;
-    CheckBox* CHKbillot;
-    TextBox* TXTinvoiceNote;
-    MemoBox* TXTrules;
+    TextBox* TXTbillfirst = nullptr;
+    TextBox* TXTbilllast = nullptr;
+    TextBox* TDBText8 = nullptr;    ///< address
+    TextBox* TDBText10 = nullptr;   ///< second line of the address
+    TextBox* TDBText3 = nullptr;    ///< city
+    TextBox* TDBText2 = nullptr;    ///< state
+    TextBox* TDBText1 = nullptr;    ///< zip
+    MaskedBox* TDBMask1 = nullptr;  ///< phone
+    PlainCombo* CMBhowoften = nullptr;
+    PlainCombo* CMBbilltype = nullptr;
+    NumberBox* NUMbillmileage = nullptr;
+    CheckBox* CHKbillmileage = nullptr;
+    CheckBox* CHKbillerrand = nullptr;
+    CheckBox* CHKbillexpenses = nullptr;
+    CheckBox* CHKbillholiday = nullptr;
+    CheckBox* CHKbillot = nullptr;
+    TextBox* TXTinvoiceNote = nullptr;
+    MemoBox* TXTrules = nullptr;
 
   private:
     void MakeAddress(FieldForm* form);

@@ -20,15 +20,15 @@ class frmCopies : public QDialog {
     enum class Pages { All, FromTo, Current };
     Pages Which() const;
 
-    QRadioButton* optAll;
-    QRadioButton* optFrom;
-    QRadioButton* optSelect;
-    QSpinBox* numFrom;
-    QSpinBox* numTo;
-    QSpinBox* Numnum;  ///< the number of copies
-    QCheckBox* chkCollate;
-    QPushButton* CMDok[2];  ///< 0 gives up, 1 prints
-    QLabel* Label2;
+    QRadioButton* optAll = nullptr;
+    QRadioButton* optFrom = nullptr;
+    QRadioButton* optSelect = nullptr;
+    QSpinBox* numFrom = nullptr;
+    QSpinBox* numTo = nullptr;
+    QSpinBox* Numnum = nullptr;  ///< the number of copies
+    QCheckBox* chkCollate = nullptr;
+    QPushButton* CMDok[2] = {};  ///< 0 gives up, 1 prints
+    QLabel* Label2 = nullptr;
 
     void accept() override;
     void reject() override;

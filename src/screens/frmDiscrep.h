@@ -16,8 +16,8 @@ class frmDiscrep : public QDialog {
   public:
     explicit frmDiscrep(const std::vector<AssignmentConflict>& conflicts, QWidget* parent = nullptr);
 
-    Grid* FGdiscrep;
-    QPushButton* Command1;
+    Grid* FGdiscrep = nullptr;
+    QPushButton* Command1 = nullptr;
 };
 
 }  // namespace kv

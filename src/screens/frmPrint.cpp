@@ -1,5 +1,6 @@
 #include "screens/frmPrint.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLabel>
@@ -7,6 +8,7 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QScrollBar>
+#include <QSpinBox>
 #include <QVBoxLayout>
 #include <array>
 #include <system_error>

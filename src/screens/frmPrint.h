@@ -24,12 +24,12 @@ class frmPrint : public QDialog {
     frmPrint(Session& session, const Document& document, QWidget* parent = nullptr);
     ~frmPrint() override;
 
-    PreviewPages* VP;
-    QScrollBar* scrlPage;
-    QLabel* lblPage;
-    QComboBox* cmbPercent;
-    QComboBox* cmbZoomMode;
-    ToolBar* Toolbar1;
+    PreviewPages* VP = nullptr;
+    QScrollBar* scrlPage = nullptr;
+    QLabel* lblPage = nullptr;
+    QComboBox* cmbPercent = nullptr;
+    QComboBox* cmbZoomMode = nullptr;
+    ToolBar* Toolbar1 = nullptr;
 
     /// Prints a range of pages so many times; the printer's own copies. False where the printer refused.
     std::function<bool(int from, int to, int copies)> Print;

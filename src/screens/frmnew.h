@@ -28,17 +28,17 @@ class frmnew : public QDialog {
     bool IsTemplate() const;
     bool IsPotential() const;
 
-    ToolBar* Toolbar1;
-    QLineEdit* TDBText1;
-    QLabel* LBLresult;
-    DateBox* TXTstdate;
-    QCheckBox* CHKnew_Template;
-    QCheckBox* CHKPotential;
-    QListWidget* LSTtemplate;
-    QGroupBox* FRAauth;  ///< "Create Authorization and Billing Rate"
-    QComboBox* cmbPayor;
-    QComboBox* cmbVisType;
-    QLineEdit* TXTviscode;
+    ToolBar* Toolbar1 = nullptr;
+    QLineEdit* TDBText1 = nullptr;
+    QLabel* LBLresult = nullptr;
+    DateBox* TXTstdate = nullptr;
+    QCheckBox* CHKnew_Template = nullptr;
+    QCheckBox* CHKPotential = nullptr;
+    QListWidget* LSTtemplate = nullptr;
+    QGroupBox* FRAauth = nullptr;  ///< "Create Authorization and Billing Rate"
+    QComboBox* cmbPayor = nullptr;
+    QComboBox* cmbVisType = nullptr;
+    QLineEdit* TXTviscode = nullptr;
 
     /// Picks any client; its id, or kCancelled.
     std::function<std::string()> PickPattern;

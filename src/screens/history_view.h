@@ -21,8 +21,8 @@ class HistoryView : public QWidget {
     int CurrentRow() const;
     void SetCurrentRow(int row);
 
-    Grid* FGedit;
-    QPlainTextEdit* Text2;  ///< the row's area and reason
+    Grid* FGedit = nullptr;
+    QPlainTextEdit* Text2 = nullptr;  ///< the row's area and reason
 
   private:
     void ShowWords(int row);

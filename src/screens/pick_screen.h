@@ -40,13 +40,13 @@ class PickScreen : public QDialog {
     /// The id of the row taken, or kCancelled.
     std::string Pick();
 
-    ToolBar* Toolbar3;
-    QComboBox* Combo1;  ///< which field
-    QComboBox* Combo2;  ///< which status
-    QComboBox* cmbDISGROUP;
-    QLabel* LBLtext;
-    QLineEdit* Text1;
-    Grid* FGfind;
+    ToolBar* Toolbar3 = nullptr;
+    QComboBox* Combo1 = nullptr;  ///< which field
+    QComboBox* Combo2 = nullptr;  ///< which status
+    QComboBox* cmbDISGROUP = nullptr;
+    QLabel* LBLtext = nullptr;
+    QLineEdit* Text1 = nullptr;
+    Grid* FGfind = nullptr;
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -18,9 +18,9 @@ class ProgressWindow : public QDialog {
     bool StopPressed() const { return stopPressed_; }
     void reject() override;
 
-    QLabel* LBLtext;
-    QProgressBar* Pbar;
-    QPushButton* CMDstop;
+    QLabel* LBLtext = nullptr;
+    QProgressBar* Pbar = nullptr;
+    QPushButton* CMDstop = nullptr;
 
   private:
     bool stopPressed_ = false;

@@ -41,9 +41,9 @@ class RecordList : public QWidget {
     /// saved, and the operator stays.
     bool Leave();
 
-    ToolBar* Toolbar;
-    Grid* List;
-    FieldForm* Form;
+    ToolBar* Toolbar = nullptr;
+    Grid* List = nullptr;
+    FieldForm* Form = nullptr;
     BoundSource Source;
 
   signals:

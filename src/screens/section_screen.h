@@ -31,8 +31,8 @@ class SectionScreen : public QWidget {
 /// A section behind IMGCommand: its picture, its word, and how its screen is made. One that nothing makes is
 /// not shown.
 struct Section {
-    const char* icon;
-    const char* word;
+    const char* icon = "";
+    const char* word = "";
     SectionScreen* (*make)(Session& session, QWidget* parent) = nullptr;
 };
 using Sections = std::array<Section, kSectionCount>;

@@ -17,9 +17,9 @@ class UseStrip : public QWidget {
     /// Nothing is shown without one.
     void ShowUse(const std::optional<AuthorizationUse>& use);
 
-    QLabel* LBLperiod;
-    QLabel* LBLtotal;
-    QProgressBar* Bar;
+    QLabel* LBLperiod = nullptr;
+    QLabel* LBLtotal = nullptr;
+    QProgressBar* Bar = nullptr;
 };
 
 }  // namespace kv

@@ -59,8 +59,8 @@ class Session {
     }
 };
 
-/// Throws EngineError where the INI file names a database server (section "Database", key "Server"): the files
-/// beside it are then not what the agency works on, and this program can't reach the server.
+/// Throws EngineError where the INI file names a database server (section "Database", key "Server"): the
+/// files beside it are then not what the agency works on, and this program can't reach the server.
 void RefuseServer(const IniFile& ini);
 
 /// The common error handler: shows the engine's words through ShowMessageWindow and clears the hourglass.

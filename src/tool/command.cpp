@@ -28,6 +28,8 @@ const std::vector<Command>& Commands() {
         {"week-hours", "The hours of a caregiver in the week of a day", PrepareWeekHours},
         {"cobilling", "The client's percentage of what is billed", PrepareCobilling},
         {"authorization-use", "What is authorized, scheduled, worked and left", PrepareAuthorizationUse},
+        {"amount", "What a payer is billed or a caregiver is paid for a visit", PrepareAmount},
+        {"suggest", "The caregivers who fit a visit and are free for it", PrepareSuggest},
     };
     return commands;
 }

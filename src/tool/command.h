@@ -73,6 +73,8 @@ Action PrepareWillWork(CLI::App& command);
 Action PrepareWeekHours(CLI::App& command);
 Action PrepareCobilling(CLI::App& command);
 Action PrepareAuthorizationUse(CLI::App& command);
+Action PrepareAmount(CLI::App& command);
+Action PrepareSuggest(CLI::App& command);
 
 /// A day "YYYY-MM-DD" or a time "HH:MM" from the arguments. Throws UnusableArgument.
 Date DayArgument(const std::string& text);

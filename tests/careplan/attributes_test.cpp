@@ -59,8 +59,7 @@ TEST_F(Attributes, ACallTypeOfNoListIsAskedFor) {
     for (int i = 0; i < 3; ++i) {
         AddAttributes(session, AttributeList::CallTypes, "00001", items, ask);
     }
-    EXPECT_EQ(Entries(AttributeList::CallTypes),
-              (Lines{"|CTY|Dog walk", "ESC|CTY|Escort", "|CTY|Dog walk"}))
+    EXPECT_EQ(Entries(AttributeList::CallTypes), (Lines{"|CTY|Dog walk", "ESC|CTY|Escort", "|CTY|Dog walk"}))
         << "the same words may stand twice, a listed one may not";
 }
 

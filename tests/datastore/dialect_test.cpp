@@ -58,9 +58,11 @@ std::string Answer(Database& database, const Case& entry) {
     try {
         if (!entry.expected.empty() && entry.expected[0] == '=')
             return "= " + std::to_string(database.Execute(entry.statement)) + "\n";
-        const bool acts = StartsWithNoCase(entry.statement, "update") || StartsWithNoCase(entry.statement, "insert") ||
-                          StartsWithNoCase(entry.statement, "create") || StartsWithNoCase(entry.statement, "drop");
-        return acts ? "= " + std::to_string(database.Execute(entry.statement)) + "\n" : Query(database, entry);
+        const bool acts =
+            StartsWithNoCase(entry.statement, "update") || StartsWithNoCase(entry.statement, "insert") ||
+            StartsWithNoCase(entry.statement, "create") || StartsWithNoCase(entry.statement, "drop");
+        return acts ? "= " + std::to_string(database.Execute(entry.statement)) + "\n"
+                    : Query(database, entry);
     } catch (const EngineError& error) {
         return "! " + std::to_string(error.Number()) + " " + error.Description() + "\n";
     }

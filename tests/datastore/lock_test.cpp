@@ -13,7 +13,7 @@ namespace {
 constexpr const char* kRow = "select * from people where client = 'A01'";
 
 class LockTest : public testing::Test {
- protected:
+  protected:
     LockTest() : theirs(otherSeat.OpenDatabase(small.File())) {}
 
     static void Rename(Recordset& rows, const char* name) {
@@ -52,10 +52,14 @@ TEST_F(LockTest, EveryEndOfAnEditFreesItsRow) {
     Recordset rows = small->OpenRecordset(kRow);
     using Ending = std::function<void(Recordset&)>;
     const Ending endings[] = {
-        [](Recordset& set) { set.Update(); },         [](Recordset& set) { set.CancelUpdate(); },
-        [](Recordset& set) { set.MoveNext(); },       [](Recordset& set) { set.FindFirst("client = 'A01'"); },
-        [](Recordset& set) { set.Requery(); },        [](Recordset& set) { set.AddNew(); },
-        [](Recordset& set) { set.Close(); },          [](Recordset& set) { set = Recordset(); },
+        [](Recordset& set) { set.Update(); },
+        [](Recordset& set) { set.CancelUpdate(); },
+        [](Recordset& set) { set.MoveNext(); },
+        [](Recordset& set) { set.FindFirst("client = 'A01'"); },
+        [](Recordset& set) { set.Requery(); },
+        [](Recordset& set) { set.AddNew(); },
+        [](Recordset& set) { set.Close(); },
+        [](Recordset& set) { set = Recordset(); },
         [](Recordset& set) { set.Edit(), set.Close(); },
     };
     for (const Ending& end : endings) {
@@ -100,7 +104,7 @@ TEST_F(LockTest, ARowDeletedMeanwhileSaysSo) {
 
 /// Another program that holds the row in edit until it is killed.
 class HoldingProgram {
- public:
+  public:
     explicit HoldingProgram(const std::filesystem::path& file) {
         int ready[2];
         EXPECT_EQ(::pipe(ready), 0);
@@ -133,7 +137,7 @@ class HoldingProgram {
         child_ = 0;
     }
 
- private:
+  private:
     pid_t child_ = 0;
 };
 

@@ -11,7 +11,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 class RecordsetTest : public testing::Test {
- protected:
+  protected:
     Recordset Open(std::string_view sql, RecordsetType type = RecordsetType::Dynaset) {
         return small->OpenRecordset(sql, type);
     }
@@ -65,8 +65,9 @@ TEST_F(RecordsetTest, AnEmptyOneHasNeitherEndNorRow) {
     EXPECT_TRUE(rows.Eof());
     EXPECT_TRUE(rows.Bof());
     EXPECT_EQ(rows.RecordCount(), 0);
-    for (const auto& move : {&Recordset::MoveFirst, &Recordset::MoveLast, &Recordset::MoveNext, &Recordset::MovePrevious,
-                             &Recordset::Edit, &Recordset::Delete, &Recordset::MoveToLastModified})
+    for (const auto& move :
+         {&Recordset::MoveFirst, &Recordset::MoveLast, &Recordset::MoveNext, &Recordset::MovePrevious,
+          &Recordset::Edit, &Recordset::Delete, &Recordset::MoveToLastModified})
         EXPECT_EQ(ErrorOf([&] { (rows.*move)(); }), 3021);
     rows.FindFirst("client = 'A01'");
     EXPECT_TRUE(rows.NoMatch());
@@ -199,7 +200,8 @@ TEST_F(RecordsetTest, FindsMembersByTheirPresentValuesAndNoOthers) {
 
 TEST_F(RecordsetTest, FindsThroughJoinsAndAliases) {
     Recordset rows = Open(
-        "select p.client as id, v.sequence, p.client, v.client, v.hrs * 2 as twice from people p left join visits v on "
+        "select p.client as id, v.sequence, p.client, v.client, v.hrs * 2 as twice from people p left join "
+        "visits v on "
         "p.client = v.client order by p.client, v.sequence");
     EXPECT_EQ(rows.RecordCount(), 5);
     rows.FindFirst("id = 'A02'");
@@ -335,14 +337,16 @@ TEST_F(RecordsetTest, ACounterMayBeGiven) {
 }
 
 TEST_F(RecordsetTest, EditsOnlyWhatWasSet) {
-    Recordset rows = Open("select client, lastname, rate, lastname as again, rate + 1 as more from people order by client");
+    Recordset rows = Open(
+        "select client, lastname, rate, lastname as again, rate + 1 as more from people order by client");
     EXPECT_EQ(ErrorOf([&] { rows.Set("lastname", "x"); }), 3020);
     EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 3020);
     rows.Edit();
     rows.Set("lastname", "Brown");
     EXPECT_EQ(rows.Text("again"), "Brown");
     EXPECT_EQ(small->Lookup("select lastname from people where client = 'A01'").ToText(), "Smith");
-    small->Execute("update people set rate = 99 where client = 'A01'");  // beside the edit, which sets other fields
+    small->Execute(
+        "update people set rate = 99 where client = 'A01'");  // beside the edit, which sets other fields
     rows.Update();
     EXPECT_EQ(rows.AbsolutePosition(), 0);
     EXPECT_THAT(RowsOf(*small, "select lastname, rate, firstnam from people where client = 'A01'"),
@@ -364,9 +368,9 @@ TEST_F(RecordsetTest, EditsOnlyWhatWasSet) {
 }
 
 struct Written {
-    const char* field;
+    const char* field = "";
     Value value;
-    int error;
+    int error = 0;
     Value read;
 };
 
@@ -487,7 +491,8 @@ TEST_F(RecordsetTest, AWalkSeesItsOwnChanges) {
         rows.Update();
         EXPECT_EQ(rows.Text("user"), "seen");
     }
-    EXPECT_EQ(small->Lookup("select count(*) from visits where [user] = 'seen'").ToInteger(), rows.RecordCount());
+    EXPECT_EQ(small->Lookup("select count(*) from visits where [user] = 'seen'").ToInteger(),
+              rows.RecordCount());
 }
 
 }  // namespace

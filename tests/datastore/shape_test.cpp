@@ -32,7 +32,8 @@ TEST(Shape, LeavesOutLiteralsAndNothingElse) {
         {"select top 2 a from t", "select top 3 a from t", false},
         {"select a from t order by 1", "select a from t order by 2", false},
         {"select a from t order by left(b, 1)", "select a from t order by left(b, 2)", false},
-        {"select left(a, 1) from t group by left(a, 1)", "select left(a, 2) from t group by left(a, 2)", false},
+        {"select left(a, 1) from t group by left(a, 1)", "select left(a, 2) from t group by left(a, 2)",
+         false},
         {"update t set 900 = 'x',0 = ''", "update t set 900 = 'y',0 = 'z'", true},
         {"update t set 900 = 'x'", "update t set 915 = 'x'", false},
         {"update t set 900ID = 5, a = iif(b, 1, 2)", "update t set 900ID = 6, a = iif(b, 3, 4)", true},
@@ -41,7 +42,8 @@ TEST(Shape, LeavesOutLiteralsAndNothingElse) {
         {"insert into t (900) values (1)", "insert into t (915) values (1)", false},
     };
     for (const Pair& pair : cases)
-        EXPECT_EQ(dialect::Lex(pair.a).shape == dialect::Lex(pair.b).shape, pair.same) << pair.a << "\n" << pair.b;
+        EXPECT_EQ(dialect::Lex(pair.a).shape == dialect::Lex(pair.b).shape, pair.same) << pair.a << "\n"
+                                                                                       << pair.b;
 }
 
 TEST(Shape, EachStatementHasItsOwnValues) {
@@ -61,11 +63,13 @@ TEST(Shape, EachStatementHasItsOwnValues) {
     EXPECT_EQ(small->Execute("update people set lastname = 'x', rate = 1 where client = 'A01'"), 1);
     EXPECT_EQ(small->Execute("update people set lastname = 'y', rate = 2 where client = 'A02'"), 1);
     EXPECT_EQ(ErrorOf([&] {
-                  small->Execute("update people set lastname = '123456789012345678901', rate = 2 where client = 'A02'");
+                  small->Execute(
+                      "update people set lastname = '123456789012345678901', rate = 2 where client = 'A02'");
               }),
               3163);
-    EXPECT_THAT(RowsOf(*small, "select lastname, rate from people where rate between 1 and 2 order by client"),
-                ElementsAre("'x' | $1", "'y' | $2"));
+    EXPECT_THAT(
+        RowsOf(*small, "select lastname, rate from people where rate between 1 and 2 order by client"),
+        ElementsAre("'x' | $1", "'y' | $2"));
 
     Recordset rows = small->OpenRecordset("select * from visits where client = 'A01' order by sequence");
     rows.FindFirst("hrs = 2.5 and user = 'bob'");

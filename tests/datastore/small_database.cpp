@@ -51,15 +51,20 @@ CREATE UNIQUE INDEX keyed_c ON keyed (c);
 )";
 
 constexpr const char* kRows[] = {
-    "insert into people values ('A01', 'Smith', 'Ann', '2125550101', #1950/02/03#, 0, true, 12.5, 'first', 'North')",
+    "insert into people values ('A01', 'Smith', 'Ann', '2125550101', #1950/02/03#, 0, true, 12.5, 'first', "
+    "'North')",
     "insert into people values ('A02', 'smythe', 'Bob', '', #1900/05/01#, 0, false, 0, null, 'South')",
     "insert into people values ('A03', 'Jones', 'Carl', null, null, 1, true, 20.25, '', 'north')",
-    "insert into people values ('B01', 'ADAMS', 'Dora', '7185550199', #12/31/1970#, null, false, null, 'x', null)",
-    "insert into visits (client, [date], [time], [day], [user], [order], hrs, amount, cancelled) values ('A01', 46023, "
+    "insert into people values ('B01', 'ADAMS', 'Dora', '7185550199', #12/31/1970#, null, false, null, 'x', "
+    "null)",
+    "insert into visits (client, [date], [time], [day], [user], [order], hrs, amount, cancelled) values "
+    "('A01', 46023, "
     "#09:00#, 'MON', 'ann', 2, 4, 61.5, false)",
-    "insert into visits (client, [date], [time], [day], [user], [order], hrs, amount, cancelled) values ('A01', 46024, "
+    "insert into visits (client, [date], [time], [day], [user], [order], hrs, amount, cancelled) values "
+    "('A01', 46024, "
     "#10:30#, 'TUE', 'bob', 1, 2.5, 40, true)",
-    "insert into visits (client, [date], [time], [day], [user], [order], hrs, amount, cancelled) values ('A02', 46030, "
+    "insert into visits (client, [date], [time], [day], [user], [order], hrs, amount, cancelled) values "
+    "('A02', 46030, "
     "#23:15#, 'MON', 'ANN', 3, 8, null, false)",
     "insert into slots (emp_id, [day]) values ('1', 'MON')",
     "insert into [TWO WORDS] values ('x', 'the first')",
@@ -83,7 +88,8 @@ std::string Shown(const Value& value) {
         case ValueType::Boolean:
             return value.ToBoolean() ? "true" : "false";
         case ValueType::Date:
-            return FormatDate(value.ToDate(), value.ToDate().SecondOfDay() == 0 ? "#YYYY/MM/DD#" : "#YYYY/MM/DD HH:NN:SS#");
+            return FormatDate(value.ToDate(),
+                              value.ToDate().SecondOfDay() == 0 ? "#YYYY/MM/DD#" : "#YYYY/MM/DD HH:NN:SS#");
         case ValueType::Text:
             return "'" + value.ToText() + "'";
         case ValueType::Currency:

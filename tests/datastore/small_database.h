@@ -10,7 +10,7 @@ namespace kv::test {
 
 /// A database of a few tables in a folder of its own, for the store's own tests.
 class SmallDatabase {
- public:
+  public:
     SmallDatabase();
 
     Database& operator*() { return *database; }

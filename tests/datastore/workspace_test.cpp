@@ -44,8 +44,10 @@ TEST(Workspace, TellsWhyAFileIsNoDatabase) {
     Workspace workspace;
     WriteFile(folder.Path() / "empty.mdb", "");
     WriteFile(folder.Path() / "text.mdb", "This is a letter to the agency and no database at all.");
-    WriteFile(folder.Path() / "jet.mdb", std::string("\0\1\0\0Standard Jet DB\0\1\0\0\0", 24) + std::string(4096, '\0'));
-    WriteFile(folder.Path() / "ace.accdb", std::string("\0\1\0\0Standard ACE DB\0\2\0\0\0", 24) + std::string(4096, '\0'));
+    WriteFile(folder.Path() / "jet.mdb",
+              std::string("\0\1\0\0Standard Jet DB\0\1\0\0\0", 24) + std::string(4096, '\0'));
+    WriteFile(folder.Path() / "ace.accdb",
+              std::string("\0\1\0\0Standard ACE DB\0\2\0\0\0", 24) + std::string(4096, '\0'));
     WriteFile(folder.Path() / "torn.mdb", "SQLite format 3" + std::string(200, '\x7f'));
     fs::create_directory(folder.Path() / "folder.mdb");
     RunRaw(folder.Path() / "other.mdb", "create table t (a)");
@@ -115,14 +117,17 @@ TEST(Workspace, ClosesTheFileWithItsLastHandle) {
     EXPECT_EQ(second->Lookup("select count(*) from people").ToInteger(), 4);
     second.reset();
     EXPECT_FALSE(fs::exists(small.File().string() + "-wal"));
-    EXPECT_EQ(small.workspace.OpenDatabase(small.File())->Lookup("select count(*) from people").ToInteger(), 4);
+    EXPECT_EQ(small.workspace.OpenDatabase(small.File())->Lookup("select count(*) from people").ToInteger(),
+              4);
 }
 
 TEST(Workspace, MakesADatabaseWholeOrNotAtAll) {
     TempFolder folder;
     Workspace workspace;
     const fs::path file = folder.Path() / "made.mdb";
-    EXPECT_EQ(ErrorOf([&] { workspace.CreateDatabase(file, "create table a (x LONG); create table b (x WHAT)"); }), 3290);
+    EXPECT_EQ(
+        ErrorOf([&] { workspace.CreateDatabase(file, "create table a (x LONG); create table b (x WHAT)"); }),
+        3290);
     EXPECT_TRUE(fs::is_empty(folder.Path()));
     const DatabasePtr made = workspace.CreateDatabase(file, R"(-- a remark; with a semicolon
         create table a (x TEXT(5) DEFAULT ';');
@@ -131,7 +136,9 @@ TEST(Workspace, MakesADatabaseWholeOrNotAtAll) {
         create index a_x on a (x);;)");
     EXPECT_EQ(made->Tables().Names(), std::vector<std::string>{"a"});
     EXPECT_EQ(made->Tables().Find("A")->columns[0].defaultValue, Value(";"));
-    EXPECT_EQ(ErrorOf([&] { workspace.CreateDatabase(folder.Path() / "MADE.mdb", "create table a (x LONG)"); }), 3204);
+    EXPECT_EQ(
+        ErrorOf([&] { workspace.CreateDatabase(folder.Path() / "MADE.mdb", "create table a (x LONG)"); }),
+        3204);
     EXPECT_EQ(ErrorOf([&] { workspace.CreateDatabase(folder.Path() / "no/made.mdb", ""); }), 3024);
     EXPECT_THAT(made->CheckIntegrity(), testing::IsEmpty());
 }
@@ -165,7 +172,8 @@ TEST(Workspace, EveryDatabaseOfTheSchemaIsMade) {
     TempFolder folder;
     Workspace workspace;
     for (const std::string& name : SchemaNames()) {
-        const DatabasePtr made = workspace.CreateDatabase(folder.Path() / (name + ".mdb"), SchemaScript(name));
+        const DatabasePtr made =
+            workspace.CreateDatabase(folder.Path() / (name + ".mdb"), SchemaScript(name));
         EXPECT_FALSE(made->Tables().Names().empty()) << name;
         for (const std::string& table : made->Tables().Names())
             EXPECT_EQ(made->Lookup("select count(*) from [" + table + "]"), Value(0)) << table;
@@ -272,8 +280,8 @@ TEST(Engine, AFullDiskFailsWithClearWords) {
 }
 
 TEST(Values, JoinIntoStatementsAsTypedValues) {
-    EXPECT_EQ(Sql("a = {} and b = {} and c in ({}) and d = {} and e = {} order by {}", "x", 5, TextList{{"1", "2"}},
-                  Date::FromCivil(2026, 1, 31), Value(), Raw{"f desc"}),
+    EXPECT_EQ(Sql("a = {} and b = {} and c in ({}) and d = {} and e = {} order by {}", "x", 5,
+                  TextList{{"1", "2"}}, Date::FromCivil(2026, 1, 31), Value(), Raw{"f desc"}),
               "a = 'x' and b = 5 and c in ('1','2') and d = #2026/01/31# and e = null order by f desc");
     EXPECT_EQ(Sql("{} {} {} {}", true, 2.5, Currency::FromDouble(1.25), Value(Date(46023.5))),
               "true 2.5 1.25 #2026/01/01 12:00:00#");

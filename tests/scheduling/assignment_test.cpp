@@ -108,9 +108,9 @@ TEST_F(Assignments, TimesAndDates) {
     EXPECT_EQ(FirstCreationDate(Day(2, 25), today), Day(2, 25)) << "a week ago is not too old";
     EXPECT_EQ(FirstCreationDate(Day(2, 24), today), today);
     struct Case {
-        int weeksBack;
+        int weeksBack = 0;
         Date to;
-        bool stays;
+        bool stays = false;
     };
     for (const Case& each : {Case{26, Day(12, 31), true}, Case{27, Day(12, 31), false},
                              Case{6, Day(3, 4), true}, Case{7, Day(3, 4), false}}) {

@@ -34,12 +34,12 @@ class CaregiverTime : public ::testing::Test {
 
 TEST_F(CaregiverTime, ANonVisitRowIsRunInto) {
     struct Case {
-        const char* what;
-        int shift;
+        const char* what = "";
+        int shift = 0;
         Date from, to;
         Date start;
-        double hours;
-        int count;
+        double hours = 0;
+        int count = 0;
     };
     const Case cases[] = {
         {"ends as the visit begins", 0, At(8), At(12), At(12), 1, 0},

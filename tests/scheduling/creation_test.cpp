@@ -166,10 +166,10 @@ TEST_F(Creation, GoesUpToTheHorizonAndNoFurther) {
 
 TEST_F(Creation, TheWeekEndsOnAnyDay) {
     struct Case {
-        const char* ending;
-        const char* day;
+        const char* ending = "";
+        const char* day = "";
         Date visit;
-        const char* weekend;
+        const char* weekend = "";
     };
     // Wednesday, March 4 lies in each of these weeks.
     const Case cases[] = {

@@ -141,7 +141,8 @@ TEST_F(ClientDay, MakesAClientFromATemplate) {
     agency.ports.dialogs.Answer({false});
     MakeClient([](frmnew& screen) { screen.reject(); });
     EXPECT_EQ(agency.Said(), Lines{kPrompt});
-    EXPECT_EQ(Ids(), (Lines{"00001", "00002", "00003", "99900"})) << "giving up makes nobody, but its number stays counted";
+    EXPECT_EQ(Ids(), (Lines{"00001", "00002", "00003", "99900"}))
+        << "giving up makes nobody, but its number stays counted";
 
     MakeClient([](frmnew& screen) {
         EXPECT_EQ(screen.TDBText1->text(), QStringLiteral("00005"));

@@ -352,9 +352,7 @@ TEST_F(MainScreen, OpensHelpAndMailOutside) {
 class Listening : public SectionScreen {
   public:
     Listening(Session& /*session*/, QWidget* parent) : SectionScreen(parent) { told.clear(); }
-    void SetHiddenID(const std::string& id, ClientForm& /*mainScreen*/) override {
-        told.push_back(id);
-    }
+    void SetHiddenID(const std::string& id, ClientForm& /*mainScreen*/) override { told.push_back(id); }
     inline static Lines told;
 };
 

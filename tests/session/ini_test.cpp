@@ -108,7 +108,8 @@ TEST(SystemClock, TakesTheMomentOfTheEnvironment) {
     ::setenv("KV_NOW", "2026-03-04 09:30:15", 1);
     EXPECT_EQ(SystemClockFromEnvironment().Now(), Date::FromCivil(2026, 3, 4, 9, 30, 15));
     EXPECT_EQ(SystemClockFromEnvironment().Today(), Date::FromCivil(2026, 3, 4));
-    for (const char* wrong : {"2026-02-30 09:30:15", "2026-03-04 24:00:00", "03/04/2026", "2026-03-04 09:30", "09:30", "yesterday"}) {
+    for (const char* wrong : {"2026-02-30 09:30:15", "2026-03-04 24:00:00", "03/04/2026", "2026-03-04 09:30",
+                              "09:30", "yesterday"}) {
         ::setenv("KV_NOW", wrong, 1);
         EXPECT_THROW(SystemClockFromEnvironment(), std::invalid_argument) << wrong;
     }

@@ -70,8 +70,7 @@ TEST(LoadAndDump, ATableIsFoundInItsDatabase) {
     const ToolFolder folder;
     folder.Do(
         {"load", "[providers sex]", folder.Write("sex.csv", "code,description\nF,Female\n"), "--db", "main"});
-    EXPECT_EQ(folder.Run({"dump", "PROVIDERS SEX", "--db", "main"}).out,
-              "code,description\r\nF,Female\r\n");
+    EXPECT_EQ(folder.Run({"dump", "PROVIDERS SEX", "--db", "main"}).out, "code,description\r\nF,Female\r\n");
     const Answer wrong = folder.Run({"dump", "providers sex"});
     EXPECT_EQ(wrong.status, 1);
     EXPECT_THAT(wrong.err, HasSubstr("error 3078: "));

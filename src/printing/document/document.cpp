@@ -11,6 +11,12 @@ void AppendRow(std::string& out, const std::vector<std::string>& cells) {
     out += '\n';
 }
 
+std::string ClockText(int minute) {
+    constexpr int kHour = 60;
+    const auto two = [](int number) { return (number < 10 ? "0" : "") + std::to_string(number); };
+    return two(minute / kHour) + ":" + two(minute % kHour);
+}
+
 struct PlainTextOf {
     std::string& out;
 
@@ -31,6 +37,14 @@ struct PlainTextOf {
     void operator()(const BarChart& chart) const {
         for (const auto& [name, value] : chart.bars)
             AppendRow(out, {name, std::to_string(value)});
+    }
+    void operator()(const DayChart& chart) const {
+        for (const DayChart::Row& row : chart.rows) {
+            std::vector<std::string> cells = row.cells;
+            for (const DayChart::Span& span : row.spans)
+                cells.push_back(ClockText(span.from) + "-" + ClockText(span.to) + " " + span.text);
+            AppendRow(out, cells);
+        }
     }
     void operator()(const PageBreak& /*pageBreak*/) const { out += '\f'; }
 };

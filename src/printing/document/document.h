@@ -64,9 +64,25 @@ struct BarChart {
     std::vector<std::pair<std::string, double>> bars;
 };
 
+/// Rows of a day each: cells to the left, and to the right what occupies the hours from midnight to midnight.
+/// The headings and the hours are repeated on each page.
+struct DayChart {
+    struct Span {
+        int from = 0;  ///< minutes since midnight
+        int to = 0;
+        std::string text;
+    };
+    struct Row {
+        std::vector<std::string> cells;
+        std::vector<Span> spans;
+    };
+    std::vector<TableColumn> columns;  ///< of the cells; each with its width
+    std::vector<Row> rows;
+};
+
 struct PageBreak {};
 
-using Block = std::variant<Paragraph, Table, Picture, BarChart, PageBreak>;
+using Block = std::variant<Paragraph, Table, Picture, BarChart, DayChart, PageBreak>;
 
 /// The three texts of a header or footer line.
 struct PageStrip {

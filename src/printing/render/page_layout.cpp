@@ -268,6 +268,61 @@ class PageFlow {
         }
     }
 
+    /// The headings of a chart's cells, and the hours over its days.
+    void PlaceHours(const TableShape& shape, const std::vector<Layout>& head, double left, double hour) {
+        constexpr int kHoursOfDay = 24;
+        for (std::size_t i = 0; i < head.size(); ++i)
+            Put(TextMark{head[i], 0, {shape.lefts[i], y_}});
+        double height = HeightOf(head);
+        for (int i = 0; i < kHoursOfDay; i += 2) {
+            const int clock = i % (kHoursOfDay / 2);
+            const std::string word =
+                std::to_string(clock == 0 ? kHoursOfDay / 2 : clock) + (i < kHoursOfDay / 2 ? " AM" : " PM");
+            const Layout text = LayOut(word, {}, document_.style, Align::Left, 2 * hour);
+            Put(TextMark{text, 0, {left + i * hour, y_}});
+            height = std::max(height, HeightOf(*text));
+        }
+        y_ += height;
+        Put(RuleMark{{shape.left, y_, left + kHoursOfDay * hour, y_}, false});
+        y_ += Units(kRowGap);
+    }
+
+    void Place(const DayChart& chart) {
+        constexpr double kMinutes = 1440;
+        constexpr double kHours = 24;
+        Table cells;
+        cells.columns = chart.columns;
+        const TableShape shape = ShapeOf(cells);
+        const double left = shape.right + Units(kCellGap);
+        const double minute = (left_ + width_ - left) / kMinutes;
+        std::vector<std::string> headings;
+        for (const TableColumn& column : chart.columns)
+            headings.push_back(column.heading);
+        const std::vector<Layout> head = RowLayouts(cells, shape, headings, {});
+        bool begun = false;
+        for (const DayChart::Row& row : chart.rows) {
+            const std::vector<Layout> texts = RowLayouts(cells, shape, row.cells, {});
+            const double height = std::max(HeightOf(texts), Units(kBarHeight));
+            if (!begun || !Fits(height)) {
+                begun ? NewPage() : Room(2 * height);
+                PlaceHours(shape, head, left, minute * kMinutes / kHours);
+                begun = true;
+            }
+            for (std::size_t i = 0; i < texts.size(); ++i)
+                Put(TextMark{texts[i], 0, {shape.lefts[i], y_}});
+            for (const DayChart::Span& span : row.spans) {
+                const double width = (span.to - span.from) * minute;
+                Put(BarMark{{left + span.from * minute, y_, width, height - Units(kRowGap)}, true});
+                const Layout text = LayOut(span.text, {}, document_.style, Align::Left, width);
+                // A word that its bar is too narrow for would run over the next one.
+                if (text->lineCount() > 0 && text->lineAt(0).naturalTextWidth() <= width)
+                    Put(TextMark{text, 0, {left + span.from * minute, y_}});
+            }
+            y_ += height;
+            Put(RuleMark{{shape.left, y_, left + kMinutes * minute, y_}, true});
+        }
+    }
+
     void Place(const PageBreak& /*pageBreak*/) { NewPage(); }
 
     const Document& document_;
@@ -309,7 +364,7 @@ struct Drawing {
         painter.drawLine(rule.line);
         painter.setPen(Qt::black);
     }
-    void operator()(const BarMark& bar) const { painter.fillRect(bar.rect, kBarColor); }
+    void operator()(const BarMark& bar) const { painter.fillRect(bar.rect, bar.faint ? kFaint : kBarColor); }
     void operator()(const PictureMark& picture) const { painter.drawImage(picture.rect, picture.image); }
 };
 

@@ -24,6 +24,7 @@ struct RuleMark {
 };
 struct BarMark {
     QRectF rect;
+    bool faint = false;  ///< a ground for text
 };
 struct PictureMark {
     QRectF rect;

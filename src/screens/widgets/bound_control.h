@@ -119,8 +119,8 @@ class BoundControl {
     void ShowCaption();
     QAbstractButton* AsButton() const;
 
-    QWidget* widget_;
-    ControlNotifier* notifier_;
+    QWidget* widget_ = nullptr;
+    ControlNotifier* notifier_ = nullptr;
     ControlKind kind_;
     std::string dataField_;
     QString tag_;

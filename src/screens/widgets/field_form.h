@@ -47,7 +47,7 @@ class FieldForm : public QWidget {
     void NewGrid();
     int LabelWidth() const;
 
-    QHBoxLayout* columns_;
+    QHBoxLayout* columns_ = nullptr;
     QGridLayout* grid_ = nullptr;
     QGroupBox* group_ = nullptr;
     std::vector<FieldForm*> groups_;  ///< those in it

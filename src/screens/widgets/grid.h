@@ -102,7 +102,7 @@ class Grid : public QTableView {
     void FitColumns();
     void CopyRow() const;
 
-    GridModel* model_;
+    GridModel* model_ = nullptr;
     QString emptyText_;
     std::optional<QColor> ground_;
     /// The shown column of ticks, or -1.

@@ -63,7 +63,7 @@ class OutlineTree : public QTreeView {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    OutlineModel* model_;
+    OutlineModel* model_ = nullptr;
     QString emptyText_;
     std::optional<QColor> ground_;
 };

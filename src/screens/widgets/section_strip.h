@@ -46,7 +46,7 @@ class SectionStrip : public QWidget {
     void PlaceMark();
 
     std::vector<QToolButton*> buttons_;
-    QLabel* mark_;
+    QLabel* mark_ = nullptr;
     Qt::Orientation orientation_;
     int open_ = -1;
 };

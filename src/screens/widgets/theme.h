@@ -23,8 +23,8 @@ bool IsDark(const QPalette& palette);
 QPalette LightPalette();
 QPalette DarkPalette();
 
-/// What stands in the boxes below a widget keeps the ink of text while they are disabled: they are only looked
-/// at.
+/// What stands in the boxes below a widget keeps the ink of text while they are disabled: they are only
+/// looked at.
 void KeepReadable(QWidget& widget);
 
 /// An icon of the program by its name without folder and ending ("first"). It is drawn in the ink of the

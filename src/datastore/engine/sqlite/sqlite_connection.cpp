@@ -256,7 +256,8 @@ void SqliteConnection::GiveBackReserves() {
 
 void SqliteConnection::RaiseCounter(const TableInfo& table) {
     const std::string column = Generator::Quoted(table.columns[*table.Counter()].name);
-    const auto cursor = Query("SELECT coalesce(max(" + column + "), 0) + 1 FROM " + Generator::Quoted(table.name), {});
+    const auto cursor =
+        Query("SELECT coalesce(max(" + column + "), 0) + 1 FROM " + Generator::Quoted(table.name), {});
     const std::int64_t above = cursor->Next() ? cursor->Key(0) : 1;
     if (const auto reserve = reserves_.find(table.name); reserve != reserves_.end()) {
         reserve->second.next = std::max(reserve->second.next, above);

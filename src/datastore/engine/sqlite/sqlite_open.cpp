@@ -75,7 +75,8 @@ void CheckForm(sqlite3* database, const fs::path& path) {
     const std::string_view mark = std::string_view(head).substr(4, 15);
     if (mark == "Standard Jet DB" || mark == "Standard ACE DB")
         Fail(engine_error::kUnrecognizedFormat,
-             "'{}' is an Access file. This program can't work on it: its tables must be brought into a database "
+             "'{}' is an Access file. This program can't work on it: its tables must be brought into a "
+             "database "
              "of this program first.",
              path);
     if (head.substr(0, 15) != "SQLite format 3")
@@ -145,7 +146,8 @@ void Create(const fs::path& path, const std::vector<std::string>& statements) {
         RemoveBeside(path);
         {
             Handle handle = OpenHandle(beside, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-            // Nothing is lost with a file that is not in its place yet; the tables' commit then reaches the disk.
+            // Nothing is lost with a file that is not in its place yet; the tables' commit then reaches the
+            // disk.
             Pragma(handle.get(), "PRAGMA synchronous = OFF");
             Pragma(handle.get(), fmt::format("PRAGMA application_id = {}", kApplication));
             Pragma(handle.get(), fmt::format("PRAGMA user_version = {}", kSchemaVersion));

@@ -1,0 +1,20 @@
+#pragma once
+#include <string>
+
+#include "matching/client_needs.h"
+
+namespace kv {
+
+/// Why a caregiver is not in the result of a search, and the smallest change that would let her in.
+struct WhyNot {
+    bool found = false;  ///< there is such a caregiver
+    bool shown = false;  ///< she is in the result
+    std::string emp_id, emp_name;
+    std::string reason;  ///< in words; empty where she is shown
+    std::string change;  ///< in words; empty where no single step helps
+};
+/// Runs the search's own rules for her alone. Throws EngineError.
+WhyNot ExplainCaregiver(Session& session, const ClientNeeds& needs, const SuggestionRequest& request,
+                        const SuggestionOptions& options, const std::string& emp_id);
+
+}  // namespace kv
