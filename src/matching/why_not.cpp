@@ -213,4 +213,26 @@ WhyNot ExplainCaregiver(Session& session, const ClientNeeds& needs, const Sugges
     return answer;
 }
 
+std::string CaregiverOfWords(Session& session, const std::string& words) {
+    const std::string text = Trim(words);
+    if (text.empty()) {
+        return {};
+    }
+    Recordset row = session.dbMainWork->OpenRecordset(
+        Sql("select emp_id from employee where emp_id = {}", text), RecordsetType::Snapshot);
+    if (!row.Eof()) {
+        return row.Text("emp_id");
+    }
+    // The last name is found by its index; the first one, where there is a comma, beside it.
+    const std::size_t comma = text.find(',');
+    const std::string last = Trim(text.substr(0, comma));
+    const std::string first = comma == std::string::npos ? std::string() : Trim(text.substr(comma + 1));
+    row = session.dbMainWork->OpenRecordset(
+        Sql("select emp_id from employee where left(lastname,{}) = {} and left(firstname,{}) = {} order by "
+            "lastname,firstname",
+            Length(last), last, Length(first), first),
+        RecordsetType::Snapshot);
+    return row.Eof() ? std::string() : row.Text("emp_id");
+}
+
 }  // namespace kv

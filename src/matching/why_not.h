@@ -17,4 +17,8 @@ struct WhyNot {
 WhyNot ExplainCaregiver(Session& session, const ClientNeeds& needs, const SuggestionRequest& request,
                         const SuggestionOptions& options, const std::string& emp_id);
 
+/// The caregiver meant by an id, or by the beginning of "Last, First"; the first one by name where several
+/// begin alike. Empty for none. Throws EngineError.
+std::string CaregiverOfWords(Session& session, const std::string& words);
+
 }  // namespace kv

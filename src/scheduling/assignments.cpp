@@ -41,6 +41,7 @@ std::optional<AssignmentParent> ParentOf(Session& session, long authorization) {
     parent.to = row.Get("to_DATE").IsNull() ? today : row.Get("to_DATE").ToDate().DayOnly();
     parent.hours = row.Get("HRS").NumberOr(0);
     parent.per = row.Text("WEEKORMONTH");
+    parent.liveIn = EqualsNoCase(row.Text("Live_in"), "Y");
     const Recordset client = session.dbMainWork->OpenRecordset(
         Sql("select LASTNAME,FIRSTNAM,CASESTATCD from ClientPR where CLIENT = {}", parent.client),
         RecordsetType::Snapshot);
@@ -120,6 +121,15 @@ Date NextCreationDate(const Recordset& assignment) {
 
 Date FirstCreationDate(Date from, Date today) {
     return from < today.AddDays(-kWeek) ? today : from;
+}
+
+Date FirstVisitDay(const AssignmentEntry& entry, Date today) {
+    const auto first = std::find(entry.days.begin(), entry.days.end(), true);
+    if (first == entry.days.end()) {
+        return today;
+    }
+    const int weekday = static_cast<int>(first - entry.days.begin()) + 1;
+    return today.AddDays((weekday - today.Weekday() + kDaysOfWeek) % kDaysOfWeek);
 }
 
 }  // namespace kv

@@ -27,6 +27,7 @@ struct AssignmentParent {
     Date to;
     double hours = 0;  ///< authorized
     std::string per;   ///< "W" or "M": what they are per
+    bool liveIn = false;
 };
 /// Nothing where there is no such authorization. Throws EngineError, as everything below does.
 std::optional<AssignmentParent> ParentOf(Session& session, long authorization);
@@ -69,6 +70,9 @@ struct AssignmentEntry {
     Date creation;  ///< TDBlastdate
     std::string emp_id;
 };
+
+/// The first day from today on that falls on the first checked day; today where none is checked.
+Date FirstVisitDay(const AssignmentEntry& entry, Date today);
 
 /// The headings of a line of information, and what stands below each.
 using DetailLine = std::vector<std::pair<std::string, std::string>>;

@@ -17,6 +17,7 @@
 #include "clients/record_keys.h"
 #include "screens/FRMcopyAssign.h"
 #include "screens/FRMedit.h"
+#include "screens/FRMfindOpenEmployee.h"
 #include "screens/FRMmoveAssign.h"
 #include "screens/FRMupdatesch.h"
 #include "screens/frmClient_controls.h"
@@ -24,6 +25,7 @@
 #include "screens/frmPrint.h"
 #include "screens/pick_screen.h"
 #include "screens/screen_steps.h"
+#include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
 #include "screens/widgets/field_form.h"
 #include "screens/widgets/grid.h"
@@ -106,6 +108,15 @@ FRmassign::FRmassign(Session& session, AssignmentParent parentRow, QWidget* pare
     setObjectName(QStringLiteral("FRmassign"));
     setWindowTitle(QStringLiteral("Add/Change Client Assignments"));
     Pick = [this] { return PickEmployee(session_, this); };
+    Suggest = [this](const SuggestionRequest& request) {
+        FRMfindOpenEmployee screen(session_, request.client, this);
+        screen.DTEStart->SetDate(request.day);
+        screen.DTEtime->SetTime(request.time);
+        screen.NUMhours->SetNumber(request.hours);
+        screen.CMBlivein->SetText(request.liveIn ? QStringLiteral("Y") : QStringLiteral("N"));
+        screen.exec();
+        return screen.Chosen;
+    };
     PickSource = [this] { return FRMcopyAssign(session_, parentRow_, this).Pick(); };
     Preview = [this](const Document& document) { ShowPreview(session_, document, this); };
     Asks.showConflicts = [this](const std::vector<AssignmentConflict>& conflicts) {
@@ -280,8 +291,11 @@ void FRmassign::MakeCaregiver(FieldForm* form) {
     Label2->setPalette(ink);
     LblHours = new QLabel(form);
     LblHours->setObjectName(QStringLiteral("LblHours"));
+    CMDsuggestion = MakeSmallButton(QStringLiteral("CMDsuggestion"), QStringLiteral("select"),
+                                    tr("Find a caregiver who fits and is free"), form);
     form->AddField(*TXTempid);
     form->AddBehind(CMDempfind);
+    form->AddBehind(CMDsuggestion);
     form->AddBehind(Text1);
     form->AddWidgets(QString(), {Label2});
     form->AddWidgets(QString(), {LblHours});
@@ -319,6 +333,8 @@ void FRmassign::Connect() {
     connect(TXTempid, &QLineEdit::editingFinished, this,
             [this] { Reported(session_, [this] { CheckCaregiverBox(); }); });
     connect(CMDempfind, &QToolButton::clicked, this, [this] { Reported(session_, [this] { PickKey(); }); });
+    connect(CMDsuggestion, &QToolButton::clicked, this,
+            [this] { Reported(session_, [this] { SuggestKey(); }); });
     connect(&DBassign, &BoundSource::modeChanged, this, &FRmassign::SetButtons);
 }
 
@@ -417,6 +433,7 @@ void FRmassign::SetButtons() {
         day->setEnabled(boxes);
     }
     CMDempfind->setEnabled(boxes);
+    CMDsuggestion->setEnabled(boxes);
     FGtree->setEnabled(!writing);
     const auto enable = [this](const char* key, bool on) {
         Toolbar2->EnableKey(QString::fromLatin1(key), on);
@@ -662,7 +679,26 @@ void FRmassign::HistoryKey() {
 
 void FRmassign::PickKey() {
     const std::string id = Pick();
-    if (id != kCancelled && DBassign.HasRow()) {
+    if (id != kCancelled) {
+        TakeCaregiver(id);
+    }
+}
+
+void FRmassign::SuggestKey() {
+    const AssignmentEntry entry = Entry();
+    SuggestionRequest request;
+    request.client = parentRow_.client;
+    request.day = FirstVisitDay(entry, session_.clock.Today());
+    request.time = entry.start;
+    request.hours = entry.hours;
+    request.liveIn = parentRow_.liveIn;
+    if (const std::string id = Suggest(request); !id.empty()) {
+        TakeCaregiver(id);
+    }
+}
+
+void FRmassign::TakeCaregiver(const std::string& id) {
+    if (DBassign.HasRow()) {
         TXTempid->EnterValue(Value(id));
         CheckCaregiverBox();
     }

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "clients/list_move.h"
+#include "matching/client_needs.h"
 #include "scheduling/assignments.h"
 #include "screens/screen_steps.h"
 #include "screens/widgets/bound_source.h"
@@ -50,6 +51,7 @@ class FRmassign : public QDialog {
     DateBox* TDBlastdate = nullptr;
     TextBox* TXTempid = nullptr;
     QToolButton* CMDempfind = nullptr;
+    QToolButton* CMDsuggestion = nullptr;
     QLineEdit* Text1 = nullptr;  ///< the caregiver's name
     QLabel* Label2 = nullptr;    ///< what is wrong with the caregiver's discipline
     QLabel* LblHours = nullptr;
@@ -57,6 +59,8 @@ class FRmassign : public QDialog {
 
     /// Picks a caregiver; the id, or kCancelled.
     std::function<std::string()> Pick;
+    /// Looks for a caregiver who fits and is free; the id, or the empty text.
+    std::function<std::string(const SuggestionRequest&)> Suggest;
     /// Picks an authorization to copy from; 0 for none.
     std::function<long()> PickSource;
     /// What a save asks.
@@ -104,6 +108,8 @@ class FRmassign : public QDialog {
     void CopyKey();
     void HistoryKey();
     void PickKey();
+    void SuggestKey();
+    void TakeCaregiver(const std::string& id);
 
     Session& session_;
     AssignmentParent parentRow_;

@@ -19,6 +19,7 @@
 #include "clients/client_moves.h"
 #include "clients/client_save.h"
 #include "screens/FRMedit.h"
+#include "screens/FRMfindOpenEmployee.h"
 #include "screens/frmClient_directions.h"
 #include "screens/frmClient_general.h"
 #include "screens/frmClient_header.h"
@@ -241,6 +242,9 @@ void frmClient::ConnectControls() {
             [this] { Handle([this] { ViewPeople(PeopleTable::doctors); }); });
     connect(General->CMDviewCase, &QToolButton::clicked, this,
             [this] { Handle([this] { ViewPeople(PeopleTable::casemgr); }); });
+    connect(Header->CMDAnyCaregivers, &QPushButton::clicked, this, [this] {
+        Handle([this] { FRMfindOpenEmployee(session_, Controls().Stored("txtCliId"), this).exec(); });
+    });
     connect(General->CMDicd9, &QToolButton::clicked, this, [this] { Handle([this] { DiagnosesKey(); }); });
     Directions->Client = [this] { return ClientForPrint(); };
     Notes->Print = [this] { Handle([this] { PrintNotes(); }); };

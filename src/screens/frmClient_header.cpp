@@ -60,6 +60,11 @@ ClientHeader::ClientHeader(QWidget* parent) : QWidget(parent) {
     CMDchangeToActive->setObjectName(QStringLiteral("CMDchangeToActive"));
     CMDchangeToActive->setToolTip(tr("Change the status of this potential client"));
     CMDchangeToActive->hide();
+    CMDAnyCaregivers = new QPushButton(tr("Find Care&givers"), this);
+    CMDAnyCaregivers->setObjectName(QStringLiteral("CMDAnyCaregivers"));
+    CMDAnyCaregivers->setToolTip(
+        QStringLiteral("Use the caregiver suggestion, to see if we have any caregivers available"));
+    CMDAnyCaregivers->hide();
     CMDpaste = new QPushButton(theme::Icon(QStringLiteral("paste")), tr("&Paste"), this);
     CMDpaste->setObjectName(QStringLiteral("CMDpaste"));
     CMDpaste->setToolTip(tr("Paste information from clipboard"));
@@ -68,6 +73,7 @@ ClientHeader::ClientHeader(QWidget* parent) : QWidget(parent) {
 
     auto* top = new QHBoxLayout;
     top->addWidget(LBLname, 1);
+    top->addWidget(CMDAnyCaregivers);
     top->addWidget(CMDchangeToActive);
     top->addWidget(CMDpaste);
     auto* below = new QHBoxLayout;

@@ -22,6 +22,7 @@ class ClientHeader : public QWidget {
     TextBox* TXTStatus = nullptr;
     NumberBox* NUMdays = nullptr;
     NumberBox* NumactiveDays = nullptr;
+    QPushButton* CMDAnyCaregivers = nullptr;
     QPushButton* CMDchangeToActive = nullptr;
     QPushButton* CMDpaste = nullptr;
 };

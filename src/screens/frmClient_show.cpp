@@ -147,6 +147,7 @@ void frmClient::SetButtons(const ClientView& view, bool hasClient) {
         Toolbar1->EnableButton(index, buttons[i] && !underSection);
     }
     Header->CMDchangeToActive->setVisible(view.potentialButtons);
+    Header->CMDAnyCaregivers->setVisible(view.potentialButtons);
     Header->CMDpaste->setEnabled(hasClient);
     ListPane->ShowPotentialStatus();
     parts_->setEnabled(hasClient);

@@ -106,6 +106,7 @@ QVariant OutlineModel::data(const QModelIndex& index, int role) const {
     const bool current = !node.id.empty() && node.id == highlighted_;
     switch (role) {
         case Qt::DisplayRole:
+        case Qt::ToolTipRole:  // what is cut off can be read all the same
             return node.text;
         case Qt::DecorationRole:
             return node.icon.isEmpty() ? QVariant() : QVariant(theme::Icon(node.icon));
