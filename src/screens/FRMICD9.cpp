@@ -2,7 +2,6 @@
 
 #include <QFontDatabase>
 #include <QGridLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -11,6 +10,7 @@
 
 #include "screens/screen_steps.h"
 #include "screens/widgets/bound_control.h"
+#include "screens/widgets/enter_box.h"
 #include "screens/widgets/grid.h"
 #include "screens/widgets/qt_text.h"
 #include "screens/widgets/theme.h"
@@ -22,20 +22,6 @@ namespace kv {
 namespace {
 
 constexpr AttributeList kList = AttributeList::Diagnoses;
-
-/// Enter locates; it must not press a key of the dialog.
-class LocateBox : public QLineEdit {
-  public:
-    using QLineEdit::QLineEdit;
-
-  protected:
-    void keyPressEvent(QKeyEvent* event) override {
-        QLineEdit::keyPressEvent(event);
-        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-            event->accept();
-        }
-    }
-};
 
 QLineEdit* ReadOnly(const char* name, const QString& words, const std::string& text, int characters,
                     QWidget* parent) {
@@ -60,7 +46,7 @@ FRMICD9::FRMICD9(Session& session, const DiagnosisClient& client, QWidget* paren
     LSTicd9->setAccessibleName(tr("ICD9 codes"));
     LSTicd9->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     LSTicd9->setUniformItemSizes(true);
-    txtLOCATE = new LocateBox(this);
+    txtLOCATE = new EnterBox(this);
     txtLOCATE->setObjectName(QStringLiteral("txtLOCATE"));
     txtLOCATE->setPlaceholderText(tr("A piece of a code or of its text, then Enter"));
     auto* locate = new QLabel(tr("&Locate:"), this);

@@ -2,7 +2,6 @@
 
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPixmap>
@@ -19,11 +18,14 @@
 #include "clients/notes_text.h"
 #include "matching/suggestion_prints.h"
 #include "matching/why_not.h"
+#include "screens/FRMdisEmp.h"
 #include "screens/frmPrint.h"
+#include "screens/pair_grid.h"
 #include "screens/user_defaults_of.h"
 #include "screens/widgets/check_box.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
+#include "screens/widgets/enter_box.h"
 #include "screens/widgets/field_form.h"
 #include "screens/widgets/grid.h"
 #include "screens/widgets/number_box.h"
@@ -45,29 +47,9 @@ constexpr int kSkillsColumn = 2;
 constexpr int kQuartersOfHour = 4;
 constexpr int kMinutesOfQuarter = 15;
 constexpr int kMinutesOfHour = 60;
+constexpr int kDaysShown = 15;
 constexpr int kUpperLines = 21;  ///< of text: the chart takes what is left
 constexpr int kPanelWidth = 24;  ///< characters of a person's panel
-
-Grid* MakePairs(const char* name, const QString& words, QWidget* parent) {
-    auto* grid = new Grid(QString::fromLatin1(name), {{QString(), 9}, {QString(), 1}}, parent);
-    grid->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    grid->setAccessibleName(words);
-    grid->horizontalHeader()->hide();
-    return grid;
-}
-
-void ShowPairs(Grid& grid, const std::vector<LabelledText>& pairs, const std::set<std::string>& differing) {
-    std::vector<GridRow> rows;
-    for (const auto& [label, text] : pairs) {
-        GridRow row;
-        const bool differs = differing.count(label) != 0;
-        row.cells = {Value(label), Value(differs ? text + "  (differs)" : text)};
-        row.bold = differs;
-        row.marked = differs;
-        rows.push_back(std::move(row));
-    }
-    grid.SetRows(std::move(rows));
-}
 
 QLabel* MakeWarning(const char* name, QWidget* parent) {
     auto* label = new QLabel(parent);
@@ -321,7 +303,7 @@ QWidget* FRMempsug::MakeResult() {
     LBLRecordCount->setObjectName(QStringLiteral("LBLRecordCount"));
     auto* order = new QLabel(tr("Most hours left this week first, then by name"), area);
     order->setForegroundRole(QPalette::PlaceholderText);
-    TXTwhy = new QLineEdit(area);
+    TXTwhy = new EnterBox(area);
     TXTwhy->setObjectName(QStringLiteral("TXTwhy"));
     TXTwhy->setPlaceholderText(tr("Last, First or ID, then Enter"));
     TXTwhy->setFixedWidth(theme::CharactersWide(*TXTwhy, 28));
@@ -331,11 +313,16 @@ QWidget* FRMempsug::MakeResult() {
     LBLwhy->setObjectName(QStringLiteral("LBLwhy"));
     LBLwhy->setWordWrap(true);
     LBLwhy->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    CMDshowWeek = new QPushButton(QStringLiteral("Show Wee&k"), area);
+    CMDshowWeek->setObjectName(QStringLiteral("CMDshowWeek"));
+    CMDshowWeek->setToolTip(tr("The coming days of this caregiver"));
+    CMDshowWeek->setAutoDefault(false);
     auto* line = new QHBoxLayout;
     line->addWidget(LBLRecordCount);
     line->addSpacing(2 * theme::kUnit);
     line->addWidget(order);
     line->addStretch(1);
+    line->addWidget(CMDshowWeek);
     auto* below = new QHBoxLayout;
     below->addWidget(caption);
     below->addWidget(TXTwhy);
@@ -359,6 +346,14 @@ void FRMempsug::Connect() {
     connect(TreeView1, &OutlineTree::rowPicked, this,
             [this](const std::string& tag) { Reported(session_, [this, tag] { NodePicked(tag); }); });
     connect(CHKignore_Times, &QCheckBox::toggled, this, [this](bool on) { TXTtime->SetEnabled(!on); });
+    connect(CMDshowWeek, &QPushButton::clicked, this, [this] {
+        const int row = FG2->CurrentRow();
+        if (row >= 0) {
+            FRMdisEmp(session_, found_.rows[static_cast<std::size_t>(row)].emp_id, request_.day, kDaysShown,
+                      this)
+                .exec();
+        }
+    });
     connect(TXTwhy, &QLineEdit::returnPressed, this, [this] { Reported(session_, [this] { Why(); }); });
     TXTtime->SetEnabled(!CHKignore_Times->isChecked());
 }
@@ -371,7 +366,7 @@ void FRMempsug::Activate() {
 void FRMempsug::FillClient() {
     needs_ = PrepareClient(session_, request_);
     amounts_ = std::make_unique<VisitAmounts>(session_);
-    ShowPairs(*FGcli, needs_.panel, {});
+    ShowPairs(*FGcli, needs_.panel);
     ShowWarning(*LBLbillrate, needs_.billFault);
     TDBFrame3D5->setTitle(needs_.liveIn ? QStringLiteral("Client Information - 24 Hour Authorization")
                                         : QStringLiteral("Client Information"));
@@ -430,7 +425,7 @@ void FRMempsug::redo_Search() {
     Reported(session_, [this] {
         // The bill follows the day and the hours.
         needs_ = PrepareClient(session_, request_);
-        ShowPairs(*FGcli, needs_.panel, {});
+        ShowPairs(*FGcli, needs_.panel);
         ShowWarning(*LBLbillrate, needs_.billFault);
         found_ = SearchCaregivers(session_, needs_, request_, Options());
         WriteAssignHead(working_->Data(), found_, request_);
@@ -490,6 +485,7 @@ void FRMempsug::FillSuggestionGrid(int topRow) {
                            QString::fromLatin1(shown.count(Upper(known.emp_id)) != 0 ? "warning" : "user"));
     }
     const bool any = !found_.rows.empty();
+    CMDshowWeek->setVisible(any);
     FG2->SetTopRow(topRow);
     LBLRecordCount->setText(ToQt("Count: " + FormatNumber(static_cast<double>(found_.rows.size()), "#,##0")) +
                             (found_.brokenOff ? tr(" (the search was broken off)") : QString()));

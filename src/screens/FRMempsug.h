@@ -75,6 +75,7 @@ class FRMempsug : public QDialog {
     QLabel* Image1 = nullptr;
     QuarterChart* FG2 = nullptr;
     QLabel* LBLRecordCount = nullptr;
+    QPushButton* CMDshowWeek = nullptr;
     QLineEdit* TXTwhy = nullptr;
     QLabel* LBLwhy = nullptr;
 
