@@ -60,8 +60,10 @@ PostalAddress AgencyMapAddress(Session& session) {
             agency.Text("map_zip")};
 }
 
-std::string DirectionsAddress(const MapServers& servers, const PostalAddress& from, const PostalAddress& to) {
-    return servers.directions + "/maps?hl=en&tab=wl&saddr=" + Joined(from, "+") + "&daddr=" + Joined(to, "+");
+std::string DirectionsAddress(const MapServers& servers, const PostalAddress& from, const PostalAddress& to,
+                              const char* separator) {
+    return servers.directions + "/maps?hl=en&tab=wl&saddr=" + Joined(from, separator) +
+           "&daddr=" + Joined(to, separator);
 }
 
 std::string MapAddress(const MapServers& servers, const PostalAddress& place, const std::string& size) {

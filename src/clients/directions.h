@@ -25,8 +25,10 @@ struct PostalAddress {
 /// The place that directions begin at: the map address of Agency. Throws EngineError.
 PostalAddress AgencyMapAddress(Session& session);
 
-/// The page with the way from one place to the other. A missing part stays empty.
-std::string DirectionsAddress(const MapServers& servers, const PostalAddress& from, const PostalAddress& to);
+/// The page with the way from one place to the other, the parts of a place joined by the separator. A missing
+/// part stays empty.
+std::string DirectionsAddress(const MapServers& servers, const PostalAddress& from, const PostalAddress& to,
+                              const char* separator = "+");
 /// The picture of the place, `size` as "750,550".
 std::string MapAddress(const MapServers& servers, const PostalAddress& place, const std::string& size);
 inline constexpr const char* kScreenMapSize = "750,550";

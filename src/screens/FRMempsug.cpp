@@ -19,6 +19,7 @@
 #include "matching/suggestion_prints.h"
 #include "matching/why_not.h"
 #include "screens/FRMdisEmp.h"
+#include "screens/FRMdisdetail.h"
 #include "screens/frmPrint.h"
 #include "screens/pair_grid.h"
 #include "screens/user_defaults_of.h"
@@ -156,6 +157,8 @@ void FRMempsug::MakeToolbar() {
          StandardKey(QStringLiteral("last")), ToolSeparator(),
          StandardKey(QStringLiteral("search"), tr("Search with the boxes as they are now")),
          StandardKey(QStringLiteral("select"), tr("Choose this caregiver")), ToolSeparator(),
+         ToolKey{QStringLiteral("info"), tr("Detail"), tr("All about this client and this caregiver"),
+                 QStringLiteral("info"), QKeySequence(QStringLiteral("Ctrl+I"))},
          StandardKey(QStringLiteral("print"), tr("Print the caregivers found")),
          ToolKey{QStringLiteral("notdisplayed"),
                  tr("Rejected"),
@@ -171,6 +174,13 @@ void FRMempsug::MakeToolbar() {
         {QStringLiteral("last"), [this] { Move(ListMove::Last); }},
         {QStringLiteral("search"), [this] { redo_Search(); }},
         {QStringLiteral("select"), [this] { SelectKey(); }},
+        {QStringLiteral("info"),
+         [this] {
+             const int row = FG2->CurrentRow();
+             ShowScheduleDetail(session_, needs_.client,
+                                row < 0 ? std::string() : found_.rows[static_cast<std::size_t>(row)].emp_id,
+                                this);
+         }},
         {QStringLiteral("print"),
          [this] { Preview(SuggestionReport(found_, CHKskills->isChecked(), session_.clock.Today())); }},
         {QStringLiteral("notdisplayed"), [this] { Preview(RejectedReport(session_)); }},

@@ -59,6 +59,10 @@ FRMweb::FRMweb(Session& session, WebVisit visit, const ViewMaker& makeView, QWid
         this);
     LBLnote->setObjectName(QStringLiteral("LBLnote"));
     LBLnote->setWordWrap(true);
+    if (!visit_.note.empty()) {
+        LBLnote->setText(ToQt(visit_.note));
+        LBLnote->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    }
 
     auto* line = new QHBoxLayout;
     line->setSpacing(theme::kUnit);
@@ -98,6 +102,7 @@ void FRMweb::MakeToolbar() {
          StandardKey(QStringLiteral("save"), tr("Save what was copied"))},
         this);
     Toolbar1->ShowKey(QStringLiteral("home"), !visit_.home.empty());
+    Toolbar1->ShowKey(QStringLiteral("save"), visit_.kind == WebVisit::Kind::Map || visit_.takeText);
     const auto call = [this](const char* slot) {
         return [this, slot] { QMetaObject::invokeMethod(View, slot); };
     };

@@ -21,8 +21,9 @@ struct WebVisit {
     std::string address;
     std::string home;
     std::string clientId;
-    /// Takes the text that the operator copied out of the directions.
+    /// Takes the text that the operator copied out of the directions; without it nothing is saved.
     std::function<void(const std::string&)> takeText;
+    std::string note;  ///< in place of the words on how to save
 };
 
 /// A browser for maps and directions. Its engine is loaded when the first one is opened.

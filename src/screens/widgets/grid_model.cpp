@@ -171,6 +171,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     switch (role) {
         case Qt::DisplayRole:
             return column.tick ? QVariant() : QVariant(TextOf(given, index.column()));
+        case Qt::ToolTipRole:  // what is cut off can be read all the same
+            return column.tick ? QVariant() : QVariant(TextOf(given, index.column()));
         case Qt::CheckStateRole:
             return column.tick
                        ? QVariant(CellOf(given, index.column()).IsTrue() ? Qt::Checked : Qt::Unchecked)
