@@ -22,6 +22,7 @@
 #include "screens/FRmassign.h"
 #include "screens/frmClient_controls.h"
 #include "screens/frmPrint.h"
+#include "screens/help.h"
 #include "screens/screen_steps.h"
 #include "screens/use_strip.h"
 #include "screens/widgets/combos.h"
@@ -148,16 +149,16 @@ FRMauthorization::FRMauthorization(Session& session, QWidget* parent)
 }
 
 void FRMauthorization::MakeToolbar() {
-    Toolbar3 =
-        new ToolBar(QStringLiteral("Toolbar3"),
-                    {StandardKey(QStringLiteral("edit"), tr("Change this authorization")),
-                     StandardKey(QStringLiteral("first")), StandardKey(QStringLiteral("previous")),
-                     StandardKey(QStringLiteral("next")), StandardKey(QStringLiteral("last")),
-                     ToolSeparator(), StandardKey(QStringLiteral("new"), tr("Add an authorization")),
-                     StandardKey(QStringLiteral("delete")), StandardKey(QStringLiteral("save")),
-                     StandardKey(QStringLiteral("discard")), ToolSeparator(), Extra(kAuthorizationKeys[0]),
-                     Extra(kAuthorizationKeys[1]), Extra(kAuthorizationKeys[2])},
-                    this);
+    Toolbar3 = new ToolBar(
+        QStringLiteral("Toolbar3"),
+        {StandardKey(QStringLiteral("edit"), tr("Change this authorization")),
+         StandardKey(QStringLiteral("first")), StandardKey(QStringLiteral("previous")),
+         StandardKey(QStringLiteral("next")), StandardKey(QStringLiteral("last")), ToolSeparator(),
+         StandardKey(QStringLiteral("new"), tr("Add an authorization")),
+         StandardKey(QStringLiteral("delete")), StandardKey(QStringLiteral("save")),
+         StandardKey(QStringLiteral("discard")), ToolSeparator(), Extra(kAuthorizationKeys[0]),
+         Extra(kAuthorizationKeys[1]), Extra(kAuthorizationKeys[2]), StandardKey(QStringLiteral("help"))},
+        this);
     keys_ = StepsOf({[this](ListMove move) { Move(move); }, [this] { NewKey(); }, [this] { DeleteKey(); },
                      [this] { SaveKey(); }, [this] { DiscardKey(); }});
     keys_.insert({
@@ -165,6 +166,7 @@ void FRMauthorization::MakeToolbar() {
         {QStringLiteral("assign"), [this] { AssignKey(); }},
         {QStringLiteral("tasks"), [this] { TasksKey(); }},
         {QStringLiteral("history"), [this] { HistoryKey(); }},
+        {QStringLiteral("help"), [this] { StartHelp(session_, "client~5"); }},
     });
 }
 

@@ -17,6 +17,7 @@
 #include "screens/FRMcopy.h"
 #include "screens/FRMedit.h"
 #include "screens/frmClient_controls.h"
+#include "screens/help.h"
 #include "screens/pick_screen.h"
 #include "screens/record_list.h"
 #include "screens/screen_steps.h"
@@ -81,7 +82,8 @@ FRMbillRates::FRMbillRates(Session& session, QWidget* parent) : SectionScreen(pa
                                         tr("History"),
                                         QStringLiteral("View all changes made to this billing rate."),
                                         QStringLiteral("history"),
-                                        {}}});
+                                        {}},
+                                StandardKey(QStringLiteral("help"))});
     DBcliRate->List->setAccessibleName(tr("Billing rates"));
     DBcliRate->List->SetEmptyText(tr("There are no rates"));
     MakeBoxes(DBcliRate->Form);
@@ -96,6 +98,8 @@ FRMbillRates::FRMbillRates(Session& session, QWidget* parent) : SectionScreen(pa
     connect(DBcliRate->Toolbar, &ToolBar::keyPressed, this, [this](const QString& key) {
         if (key == QLatin1String("copy")) {
             Reported(session_, [this] { CopyKey(); });
+        } else if (key == QLatin1String("help")) {
+            StartHelp(session_, "client~4");
         } else if (key == QLatin1String("history")) {
             Reported(session_, [this] { HistoryKey(); });
         }

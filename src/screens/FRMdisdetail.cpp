@@ -1,6 +1,5 @@
 #include "screens/FRMdisdetail.h"
 
-#include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -16,6 +15,8 @@
 #include "screens/pair_grid.h"
 #include "screens/pick_screen.h"
 #include "screens/screen_steps.h"
+#include "screens/user_defaults_of.h"
+#include "screens/widgets/combos.h"
 #include "screens/widgets/grid.h"
 #include "screens/widgets/outline_tree.h"
 #include "screens/widgets/qt_text.h"
@@ -27,6 +28,8 @@ namespace kv {
 
 namespace {
 
+constexpr const char* kModule = "KVSCH";
+constexpr const char* kScreen = "FRMdisdetail";
 constexpr const char* kMapQuest = "Map Quest";
 constexpr const char* kGoogleMaps = "Google Maps";
 
@@ -69,7 +72,7 @@ FRMdisdetail::FRMdisdetail(Session& session, const std::string& client, const st
       session_(session),
       client_(DescribeClient(session, client)),
       caregiver_(DescribeCaregiverInFull(session, emp_id)) {
-    setObjectName(QStringLiteral("FRMdisdetail"));
+    setObjectName(QString::fromLatin1(kScreen));
     setWindowTitle(QStringLiteral("Caregiver and Client Detail"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     PickTheClient = [this] { return PickClient(session_, this); };
@@ -104,6 +107,15 @@ FRMdisdetail::FRMdisdetail(Session& session, const std::string& client, const st
     connect(Toolbar1, &ToolBar::keyPressed, this, &QDialog::accept);
     ApplyGridColors(this, session.COLOR);
     StartAt(caregiver_);
+    Reported(session_, [this] {
+        LoadUserDefaults(session_, session_.User, kModule, kScreen, DefaultControlsOf(this));
+    });
+}
+
+FRMdisdetail::~FRMdisdetail() {
+    Reported(session_, [this] {
+        SaveUserDefaults(session_, session_.User, kModule, kScreen, DefaultControlsOf(this));
+    });
 }
 
 QWidget* FRMdisdetail::MakeSide(const QString& title, const PersonDetail& person, const Side& side) {
@@ -153,10 +165,12 @@ QWidget* FRMdisdetail::MakeDirections() {
     CMDclient = Button("CMDclient", tr("C&lient..."), QStringLiteral("Find a client's address"), group);
     CMDcaregiver =
         Button("CMDcaregiver", tr("Care&giver..."), QStringLiteral("Find a Caregiver's address"), group);
-    CMBwhichMap = new QComboBox(group);
-    CMBwhichMap->setObjectName(QStringLiteral("CMBwhichMap"));
+    CMBwhichMap =
+        new PlainCombo(QStringLiteral("CMBwhichMap"), QString(), PlainCombo::Style::List, 12, group);
     CMBwhichMap->setAccessibleName(tr("Which map"));
-    CMBwhichMap->addItems({QString::fromLatin1(kMapQuest), QString::fromLatin1(kGoogleMaps)});
+    CMBwhichMap->SetItems(QStringList{QString::fromLatin1(kMapQuest), QString::fromLatin1(kGoogleMaps)});
+    CMBwhichMap->SetText(QString::fromLatin1(kMapQuest));
+    CMBwhichMap->SetTag(QStringLiteral("DEFAULT"));
     CMDdirections =
         Button("CMDdirections", tr("&Directions"), tr("The way from this address to the client"), group);
     auto* from = new QLabel(tr("&From:"), group);
@@ -204,7 +218,7 @@ void FRMdisdetail::FindDirections() {
     WebVisit visit;
     visit.kind = WebVisit::Kind::Directions;
     visit.home = servers.home;
-    if (CMBwhichMap->currentText() == QLatin1String(kGoogleMaps)) {
+    if (CMBwhichMap->Text() == QLatin1String(kGoogleMaps)) {
         if (servers.directions.empty()) {
             session_.ShowMessageWindow(MapServerMissing(session_, "DirectionsServer"));
             return;

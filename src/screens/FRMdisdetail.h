@@ -5,7 +5,6 @@
 #include "matching/visit_detail.h"
 #include "screens/FRMweb.h"
 
-class QComboBox;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
@@ -16,6 +15,7 @@ namespace kv {
 
 class Grid;
 class OutlineTree;
+class PlainCombo;
 class ToolBar;
 
 /// "Caregiver and Client Detail": what matters when one caregiver is sent to one client. Only to look at.
@@ -25,6 +25,7 @@ class FRMdisdetail : public QDialog {
     /// Either id may be empty.
     FRMdisdetail(Session& session, const std::string& client, const std::string& emp_id,
                  QWidget* parent = nullptr);
+    ~FRMdisdetail() override;
 
     ToolBar* Toolbar1 = nullptr;
     Grid* FGcli = nullptr;
@@ -38,7 +39,7 @@ class FRMdisdetail : public QDialog {
     QLineEdit* TXTcity = nullptr;
     QLineEdit* TXTstate = nullptr;
     QLineEdit* TXTzip = nullptr;
-    QComboBox* CMBwhichMap = nullptr;
+    PlainCombo* CMBwhichMap = nullptr;
     QPushButton* CMDclient = nullptr;
     QPushButton* CMDcaregiver = nullptr;
     QPushButton* CMDdirections = nullptr;

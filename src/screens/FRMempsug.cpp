@@ -570,12 +570,10 @@ void FRMempsug::ShowTrees(const CaregiverPanel& panel) {
 
 void FRMempsug::ShowMargin(const CaregiverPanel& panel) {
     ShowWarning(*LBLpayrate, panel.payFault);
+    // Where a rate is missing the margin of before stays, under the word that tells which one is missing.
     if (panel.margin) {
         Numgross->setText(ToQt("Gross Margin: " + FormatNumber(*panel.margin, "##0.00") + " %"));
-    } else {
-        Numgross->clear();
     }
-    Numgross->setVisible(panel.margin.has_value());
     LBLweek->setText(ToQt("This week: " + FormatNumber(panel.weekHours, "##0.00") + " hours, " +
                           FormatNumber(panel.weekHoursAfter, "##0.00") +
                           " with this visit. Visits to this client: " + std::to_string(panel.visits) + "."));

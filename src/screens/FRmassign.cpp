@@ -23,6 +23,7 @@
 #include "screens/frmClient_controls.h"
 #include "screens/frmDiscrep.h"
 #include "screens/frmPrint.h"
+#include "screens/help.h"
 #include "screens/pick_screen.h"
 #include "screens/screen_steps.h"
 #include "screens/widgets/combos.h"
@@ -174,7 +175,8 @@ void FRmassign::MakeToolbar() {
          StandardKey(QStringLiteral("new"), tr("Add an assignment")), StandardKey(QStringLiteral("delete")),
          StandardKey(QStringLiteral("save")), StandardKey(QStringLiteral("discard")), ToolSeparator(),
          extra("copy", tr("Copy"), "Copy assignments from a previous authorization to this one", "paste"),
-         extra("history", tr("History"), "View all changes made to this assignment.", "history")},
+         extra("history", tr("History"), "View all changes made to this assignment.", "history"),
+         StandardKey(QStringLiteral("help"))},
         this);
     keys_ = StepsOf({[this](ListMove move) { Move(move); }, [this] { NewKey(); }, [this] { DeleteKey(); },
                      [this] { SaveKey(); }, [this] { DiscardKey(); }});
@@ -182,6 +184,7 @@ void FRmassign::MakeToolbar() {
         {QStringLiteral("exit"), [this] { reject(); }},
         {QStringLiteral("copy"), [this] { CopyKey(); }},
         {QStringLiteral("history"), [this] { HistoryKey(); }},
+        {QStringLiteral("help"), [this] { StartHelp(session_, "client~6"); }},
     });
 }
 

@@ -56,15 +56,15 @@ ClientHeader::ClientHeader(QWidget* parent) : QWidget(parent) {
         MakeTelling(*box);
     }
 
-    CMDchangeToActive = new QPushButton(tr("Change Status "), this);
-    CMDchangeToActive->setObjectName(QStringLiteral("CMDchangeToActive"));
-    CMDchangeToActive->setToolTip(tr("Change the status of this potential client"));
-    CMDchangeToActive->hide();
-    CMDAnyCaregivers = new QPushButton(tr("Find Care&givers"), this);
+    CMDAnyCaregivers = new QPushButton(tr("Find Caregivers"), this);
     CMDAnyCaregivers->setObjectName(QStringLiteral("CMDAnyCaregivers"));
     CMDAnyCaregivers->setToolTip(
         QStringLiteral("Use the caregiver suggestion, to see if we have any caregivers available"));
     CMDAnyCaregivers->hide();
+    CMDchangeToActive = new QPushButton(tr("Change Status "), this);
+    CMDchangeToActive->setObjectName(QStringLiteral("CMDchangeToActive"));
+    CMDchangeToActive->setToolTip(tr("Change the status of this potential client"));
+    CMDchangeToActive->hide();
     CMDpaste = new QPushButton(theme::Icon(QStringLiteral("paste")), tr("&Paste"), this);
     CMDpaste->setObjectName(QStringLiteral("CMDpaste"));
     CMDpaste->setToolTip(tr("Paste information from clipboard"));

@@ -24,6 +24,7 @@
 #include "screens/frmClient_referral.h"
 #include "screens/frmClient_required.h"
 #include "screens/frmnew.h"
+#include "screens/help.h"
 #include "screens/pick_screen.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
@@ -131,13 +132,7 @@ void frmClient::ExitKey() {
 }
 
 void frmClient::HelpKey() {
-    const std::filesystem::path help = session_.DataFile("kvhelp.exe");
-    std::error_code none;
-    if (!std::filesystem::exists(help, none)) {
-        session_.ShowMessageWindow("There is no help here: the file " + help.string() + " is missing.");
-    } else if (!OpenOutside(help.string(), "client")) {
-        session_.ShowMessageWindow("The help file " + help.string() + " can not be opened.");
-    }
+    StartHelp(session_, "client", OpenOutside);
 }
 
 void frmClient::PasteKey() {

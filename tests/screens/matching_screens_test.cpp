@@ -311,7 +311,7 @@ TEST_F(MatchingScreens, TheSheetLeadsFromOneToTheOther) {
     screen.CMDcaregiver->click();
     EXPECT_EQ(screen.LBLname->text() + screen.TXTaddr->text(), QStringLiteral("Ames, Al2 Elm St"));
     screen.CMDdirections->click();
-    screen.CMBwhichMap->setCurrentIndex(1);
+    screen.CMBwhichMap->SetText(QStringLiteral("Google Maps"));
     screen.CMDdirections->click();
     ASSERT_EQ(visits.size(), 2U);
     EXPECT_EQ(visits[0].address, "https://www.example.com");
