@@ -7,21 +7,13 @@
 #include "base/platform.h"
 #include "base/text.h"
 #include "matching/commitments.h"
+#include "matching/passing.h"
 
 namespace kv {
 
 namespace {
 
 constexpr double kWhole = 100;
-
-template <typename Step>
-void Passing(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError&) {
-        // What this step was to show stays empty.
-    }
-}
 
 std::string GenderWord(const std::string& code) {
     return EqualsNoCase(code, "F") ? "Female" : "Male";

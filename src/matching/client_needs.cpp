@@ -4,21 +4,13 @@
 #include "base/format.h"
 #include "base/text.h"
 #include "billing/visit_amounts.h"
+#include "matching/passing.h"
 
 namespace kv {
 
 namespace {
 
 constexpr int kMostKnown = 60;  ///< rows read of the trees of visited and banned caregivers
-
-/// Runs a step; one that fails leaves what it was to find empty, and the next one runs.
-template <typename Step>
-void Passing(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError&) {
-    }
-}
 
 class Preparation {
   public:

@@ -7,19 +7,11 @@
 #include "base/text.h"
 #include "clients/notes_text.h"
 #include "matching/caregiver_panel.h"
+#include "matching/passing.h"
 
 namespace kv {
 
 namespace {
-
-template <typename Step>
-void Passing(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError&) {
-        // What this step was to show stays empty.
-    }
-}
 
 Recordset Work(Session& session, const std::string& statement) {
     return session.dbMainWork->OpenRecordset(statement, RecordsetType::Snapshot);

@@ -172,13 +172,12 @@ void FRMauthorization::MakeToolbar() {
 
 QWidget* FRMauthorization::MakeList() {
     auto* area = new QWidget(this);
-    GridColumn to;
-    to.heading = QStringLiteral("To Date");
-    to.format = "MMM/DD/YY";
-    GridColumn from = to;
-    from.heading = QStringLiteral("From Date");
     FGauth = new Grid(QStringLiteral("FGauth"),
-                      {to, from, {QStringLiteral("Status"), 10}, {QStringLiteral("Call Description")}}, area);
+                      {Patterned("To Date", 0, "MMM/DD/YY"),
+                       Patterned("From Date", 0, "MMM/DD/YY"),
+                       {QStringLiteral("Status"), 10},
+                       {QStringLiteral("Call Description")}},
+                      area);
     FGauth->setAccessibleName(tr("Authorizations"));
     FGauth->SetEmptyText(tr("This client has no authorization"));
     FGauth->setMinimumHeight(11 * theme::kUnit);

@@ -15,14 +15,9 @@ FRMcopyAssign::FRMcopyAssign(Session& session, const AssignmentParent& parentRow
     : QDialog(parent) {
     setObjectName(QStringLiteral("FRMcopyAssign"));
     setWindowTitle(QStringLiteral("Copy assignments from a previous authorization to this one"));
-    GridColumn to;
-    to.heading = QStringLiteral("To Date");
-    to.format = "MMM/DD/YY";
-    GridColumn from = to;
-    from.heading = QStringLiteral("From Date");
     FGauth = new Grid(QStringLiteral("FGauth"),
-                      {to,
-                       from,
+                      {Patterned("To Date", 0, "MMM/DD/YY"),
+                       Patterned("From Date", 0, "MMM/DD/YY"),
                        {QStringLiteral("Status"), 7},
                        {QStringLiteral("Call Description"), 26},
                        {QStringLiteral("Payer Name")}},

@@ -20,21 +20,14 @@ namespace kv {
 namespace {
 
 std::vector<GridColumn> Columns() {
-    const auto column = [](const char* heading, int characters, const char* format) {
-        GridColumn made;
-        made.heading = QString::fromLatin1(heading);
-        made.characters = characters;
-        made.format = format;
-        return made;
-    };
-    std::vector<GridColumn> columns = {column("Change", 8, ""),
-                                       column("Caregiver Name", 24, ""),
-                                       column("DOW", 6, "DDD"),
-                                       column("Date", 12, "DD-MMM-YY"),
-                                       column("Start Time", 11, "HH:NN AM/PM"),
-                                       column("End Time", 11, "HH:NN AM/PM"),
-                                       column("Sch Hrs", 8, "#0.00"),
-                                       column("Call Description", 0, "")};
+    std::vector<GridColumn> columns = {Patterned("Change", 8, ""),
+                                       Patterned("Caregiver Name", 24, ""),
+                                       Patterned("DOW", 6, "DDD"),
+                                       Patterned("Date", 12, "DD-MMM-YY"),
+                                       Patterned("Start Time", 11, "HH:NN AM/PM"),
+                                       Patterned("End Time", 11, "HH:NN AM/PM"),
+                                       Patterned("Sch Hrs", 8, "#0.00"),
+                                       Patterned("Call Description", 0, "")};
     columns.front().tick = true;
     return columns;
 }

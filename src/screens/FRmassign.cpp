@@ -63,28 +63,21 @@ Grid* MakeLine(const char* name, const QString& words, const std::vector<GridCol
     return grid;
 }
 
-GridColumn Column(const char* heading, int characters, const char* format = "") {
-    GridColumn column;
-    column.heading = QString::fromLatin1(heading);
-    column.characters = characters;
-    column.format = format;
-    return column;
-}
-
 std::vector<GridColumn> AuthorizationColumns() {
-    return {Column("From Date", 12, "MMM/DD/YYYY"),
-            Column("To Date", 12, "MMM/DD/YYYY"),
-            Column("Payer", 26),
-            Column("Call Type", 10),
-            Column("Description", 30),
-            Column("Auth Hours", 11, "##,##0.00"),
-            Column("Per", 0)};
+    return {Patterned("From Date", 12, "MMM/DD/YYYY"),
+            Patterned("To Date", 12, "MMM/DD/YYYY"),
+            Patterned("Payer", 26, ""),
+            Patterned("Call Type", 10, ""),
+            Patterned("Description", 30, ""),
+            Patterned("Auth Hours", 11, "##,##0.00"),
+            Patterned("Per", 0, "")};
 }
 
 std::vector<GridColumn> PersonColumns() {
-    return {Column("ID", 7),     Column("Name", 19), Column("Address", 22), Column("City", 11),
-            Column("State", 5),  Column("Zip", 6),   Column("Phone", 13),   Column("Group", 11),
-            Column("Pager", 10), Column("Cell", 13), Column("Fax", 0)};
+    return {Patterned("ID", 7, ""),     Patterned("Name", 19, ""),  Patterned("Address", 22, ""),
+            Patterned("City", 11, ""),  Patterned("State", 5, ""),  Patterned("Zip", 6, ""),
+            Patterned("Phone", 13, ""), Patterned("Group", 11, ""), Patterned("Pager", 10, ""),
+            Patterned("Cell", 13, ""),  Patterned("Fax", 0, "")};
 }
 
 void ShowLine(Grid& grid, const DetailLine& details) {

@@ -12,22 +12,11 @@ namespace kv {
 frmDiscrep::frmDiscrep(const std::vector<AssignmentConflict>& conflicts, QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("frmDiscrep"));
     setWindowTitle(QStringLiteral("Assignment Conflicts"));
-    GridColumn from;
-    from.heading = QStringLiteral("Start Date");
-    from.format = "MM/DD/YYYY";
-    GridColumn to = from;
-    to.heading = QStringLiteral("End Date");
-    GridColumn start;
-    start.heading = QStringLiteral("Start Time");
-    start.format = "HH:NN AM/PM";
-    GridColumn hours;
-    hours.heading = QStringLiteral("Hours");
-    hours.format = "###.00";
     FGdiscrep = new Grid(QStringLiteral("FGdiscrep"),
-                         {from,
-                          to,
-                          start,
-                          hours,
+                         {Patterned("Start Date", 0, "MM/DD/YYYY"),
+                          Patterned("End Date", 0, "MM/DD/YYYY"),
+                          Patterned("Start Time", 0, "HH:NN AM/PM"),
+                          Patterned("Hours", 0, "###.00"),
                           {QStringLiteral("Conflicting Assignments"), 30},
                           {QStringLiteral("Day"), 8},
                           {QStringLiteral("Frequency")}},

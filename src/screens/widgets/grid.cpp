@@ -46,6 +46,14 @@ class TickDelegate : public QStyledItemDelegate {
 
 }  // namespace
 
+GridColumn Patterned(const char* heading, int characters, const char* format) {
+    GridColumn column;
+    column.heading = QString::fromLatin1(heading);
+    column.characters = characters;
+    column.format = format;
+    return column;
+}
+
 Grid::Grid(const QString& name, const std::vector<GridColumn>& columns, QWidget* parent)
     : QTableView(parent), model_(new GridModel(this)) {
     setObjectName(name);

@@ -25,6 +25,9 @@ struct GridColumn {
     bool tick = false;
 };
 
+/// A column whose values show by a pattern; without characters it fits what it holds.
+GridColumn Patterned(const char* heading, int characters, const char* format);
+
 struct GridRow {
     std::vector<Value> cells;
     bool struck = false;
