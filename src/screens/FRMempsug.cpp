@@ -91,6 +91,8 @@ FRMempsug::FRMempsug(Session& session, const SuggestionRequest& request, QWidget
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     Preview = [this](const Document& document) { ShowPreview(session_, document, this); };
     MakeToolbar();
+    // Made first, so that Tab begins in it.
+    QWidget* criteria = MakeCriteria();
     auto* people = new QWidget(this);
     people->setFixedHeight(kUpperLines * fontMetrics().height());
     auto* upper = new QHBoxLayout(people);
@@ -105,7 +107,7 @@ FRMempsug::FRMempsug(Session& session, const SuggestionRequest& request, QWidget
     auto* lower = new QHBoxLayout;
     lower->setContentsMargins(theme::kUnit, theme::kHalfUnit, theme::kUnit, theme::kUnit);
     lower->setSpacing(theme::kUnit);
-    lower->addWidget(MakeCriteria());
+    lower->addWidget(criteria);
     lower->addLayout(right, 1);
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);

@@ -9,13 +9,18 @@
 #include <QTest>
 #include <QToolButton>
 
+#include "screens/FRMICD9.h"
+#include "screens/FRMTask.h"
+#include "screens/FRMcopyAssign.h"
 #include "screens/FRMdisEmp.h"
 #include "screens/FRMdisdetail.h"
 #include "screens/FRMempsug.h"
 #include "screens/FRMfindOpenEmployee.h"
+#include "screens/FRMupdatesch.h"
 #include "screens/FRmassign.h"
 #include "screens/client_screen.h"
 #include "screens/frmClient_header.h"
+#include "screens/frmDiscrep.h"
 #include "screens/widgets/check_box.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
@@ -292,6 +297,31 @@ TEST_F(MatchingScreens, TheDaysOfACaregiverTellWhatStandsBehindThem) {
     screen.Command1->click();
     EXPECT_EQ(screen.FG2->RowCount(), 1);
     EXPECT_EQ(screen.fgEMP->CellText(1, 1), QStringLiteral("Cole, Al"));
+}
+
+TEST_F(MatchingScreens, EveryBoxIsReachedByKeysAndNamed) {
+    const auto author = static_cast<long>(agency.Insert(
+        "Authorizations",
+        {{"CLIENT", "00001"}, {"status_code", "A"}, {"from_date", Day(3, 1)}, {"to_DATE", Day(12, 31)}}));
+    const AssignmentParent parent = ParentOf(session, author).value();
+    std::vector<std::unique_ptr<QWidget>> screens;
+    screens.push_back(std::make_unique<FRmassign>(session, parent));
+    screens.push_back(std::make_unique<FRMcopyAssign>(session, parent));
+    screens.push_back(std::make_unique<FRMTask>(session, author));
+    screens.push_back(std::make_unique<FRMICD9>(session, DiagnosisClient{"00001", "Ida Grant", ""}));
+    screens.push_back(std::make_unique<FRMupdatesch>(session, ScheduleUpdate{}));
+    screens.push_back(std::make_unique<frmDiscrep>(std::vector<AssignmentConflict>(1)));
+    screens.push_back(std::make_unique<FRMempsug>(session, request_));
+    screens.push_back(std::make_unique<FRMfindOpenEmployee>(session, "00001"));
+    screens.push_back(std::make_unique<FRMdisEmp>(session, "000001", Day(3, 4), 3));
+    screens.push_back(std::make_unique<FRMdisdetail>(session, "00001", "000001"));
+    static_cast<FRmassign&>(*screens.front()).Toolbar2->ActionOf(QStringLiteral("new"))->trigger();
+    for (const auto& screen : screens) {
+        qt_driver::Show(*screen);
+        EXPECT_EQ(qt_driver::Unnamed(*screen), Lines()) << FromQt(screen->objectName());
+        EXPECT_EQ(qt_driver::StepsAgainstReading(*screen), Lines()) << FromQt(screen->objectName());
+        screen->hide();
+    }
 }
 
 TEST_F(MatchingScreens, TheSheetLeadsFromOneToTheOther) {
