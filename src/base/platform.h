@@ -17,8 +17,9 @@ std::filesystem::path UserConfigFolder();
 /// The system's clock in local time, to the second.
 Date LocalNow();
 
-/// The system's temporary folder.
-std::filesystem::path SystemTempFolder();
+/// A folder for temporary files of this user alone, made where it is missing: other users' programs can
+/// neither read what lies in it nor put something into its place. Throws std::system_error.
+std::filesystem::path UserTempFolder();
 /// Opens a file, folder or address ("mailto:...", "http://...") with the desktop's own program, without
 /// waiting for it. `argument` is handed to a program file. Returns whether the desktop took it.
 bool OpenWithDesktop(const std::string& target, const std::string& argument = {});

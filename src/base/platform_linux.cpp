@@ -178,10 +178,25 @@ Date LocalNow() {
                            local.tm_sec);
 }
 
-fs::path SystemTempFolder() {
+fs::path UserTempFolder() {
+    constexpr mode_t kOwnerOnly = 0700;
+    constexpr mode_t kOthers = 0077;
     std::error_code none;
-    const fs::path folder = fs::temp_directory_path(none);
-    return none ? fs::path("/tmp") : folder;
+    fs::path shared = fs::temp_directory_path(none);
+    if (none)
+        shared = "/tmp";
+    fs::path own = shared / ("kestrava-" + std::to_string(::getuid()));
+    if (::mkdir(own.c_str(), kOwnerOnly) != 0 && errno != EEXIST)
+        Fail(own);
+    // Somebody else may have been there first, with a folder or a link of that name.
+    struct stat found {};
+    if (::lstat(own.c_str(), &found) == 0 && S_ISDIR(found.st_mode) && found.st_uid == ::getuid() &&
+        (found.st_mode & kOthers) == 0)
+        return own;
+    std::string another = (shared / "kestrava-XXXXXX").string();
+    if (::mkdtemp(another.data()) == nullptr)
+        Fail(another);
+    return another;
 }
 
 bool OpenWithDesktop(const std::string& target, const std::string& argument) {

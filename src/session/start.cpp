@@ -100,7 +100,7 @@ void OpenSessionData(Session& session) {
 }
 
 void ReadTempPath(Session& session) {
-    std::string folder = SystemTempFolder().string();
+    std::string folder = UserTempFolder().string();
     folder.erase(std::remove(folder.begin(), folder.end(), '\0'), folder.end());
     session.TempPath = WithSeparator(folder);
 }

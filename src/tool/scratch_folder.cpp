@@ -11,7 +11,7 @@ namespace kv::tool {
 ScratchFolder::ScratchFolder(const std::filesystem::path& parent) {
     std::random_device random;
     do
-        path_ = (parent.empty() ? SystemTempFolder() : parent) / fmt::format(".kvtool-{:08x}", random());
+        path_ = (parent.empty() ? UserTempFolder() : parent) / fmt::format(".kvtool-{:08x}", random());
     while (!std::filesystem::create_directory(path_));
     std::filesystem::permissions(path_, std::filesystem::perms::owner_all);
 }

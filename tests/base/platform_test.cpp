@@ -200,6 +200,22 @@ TEST_F(Platform, OnlyALocalDisplayThatAnswersCounts) {
     EXPECT_TRUE(HasLocalDisplay());
 }
 
+TEST_F(Platform, TheTemporaryFolderIsTheUsersAlone) {
+    const Variable temporary("TMPDIR", folder_.string());
+    const fs::path own = UserTempFolder();
+    EXPECT_EQ(own.parent_path(), folder_);
+    EXPECT_EQ(fs::status(own).permissions(), fs::perms::owner_all);
+    EXPECT_EQ(UserTempFolder(), own) << "the same one each time";
+    // One that others may write into, or a link laid in its place, is not taken.
+    fs::permissions(own, fs::perms::all);
+    const fs::path another = UserTempFolder();
+    EXPECT_NE(another, own);
+    EXPECT_EQ(fs::status(another).permissions(), fs::perms::owner_all);
+    fs::remove(own);
+    fs::create_symlink(another, own);
+    EXPECT_NE(UserTempFolder(), own);
+}
+
 TEST_F(Platform, TheConfigurationFolderIsTheUsers) {
     const Variable home("HOME", folder_);
     {
