@@ -275,6 +275,20 @@ TEST_F(Suggest, TheRejectedAreListedInTheirOrder) {
     EXPECT_EQ(Found(), "E1 E3") << "10 hours before the visit or after it are not enough";
 }
 
+TEST_F(Suggest, TheOperatorMayBreakItOff) {
+    for (int i = 0; i < 200; ++i) {
+        Caregiver("E" + std::to_string(100 + i), "Ames" + std::to_string(i));
+    }
+    agency.ports.progress.breakOffAt = 2;
+    const Suggestion found = Search();
+    EXPECT_TRUE(found.brokenOff);
+    EXPECT_EQ(found.rows.size(), 128U) << "those looked at so far";
+    EXPECT_EQ(agency.ports.progress.steps, 200);
+    EXPECT_EQ(agency.ports.progress.open, 0);
+    agency.ports.progress.breakOffAt = 0;
+    EXPECT_EQ(Search().rows.size(), 200U);
+}
+
 TEST_F(Suggest, TheBoxesLetThroughWhomTheySay) {
     Caregiver("E1", "Ames", {{"tot_lang", "EN,ES"}, {"dept", "East"}});
     Caregiver("E2", "Bell", {{"SEX", "M"}, {"disp_level", 3}});

@@ -61,6 +61,33 @@ TEST_F(Render, ATableRunsOverPagesWithItsHeadingsAndNumbers) {
     EXPECT_EQ(Count(pages[0], "Removed visits"), 1U);
 }
 
+TEST_F(Render, AChartOfDaysRepeatsItsHours) {
+    Document document("Days");
+    document.page.orientation = Orientation::Landscape;
+    DayChart chart;
+    chart.columns = {{"Name", 1.5}, {"Left", 0.6, Align::Right}};
+    for (int row = 1; row <= 90; ++row) {
+        DayChart::Row line;
+        line.cells = {"Caregiver " + std::to_string(row), "12.5"};
+        line.spans = {{9 * 60, 17 * 60, "Ivy " + std::to_string(row)},
+                      {20 * 60, 20 * 60 + 15, "Too long a word"}};
+        chart.rows.push_back(std::move(line));
+    }
+    document.Add(std::move(chart));
+    const std::vector<std::string> pages = Saved(document);
+    ASSERT_GE(pages.size(), 2U);
+    int next = 1;
+    for (const std::string& page : pages) {
+        EXPECT_EQ(Count(page, "Name Left 12 AM 2 AM"), 1U) << page;
+        EXPECT_EQ(Count(page, "Too"), 0U) << "a word that its bar is too narrow for is left out";
+        for (; Count(page,
+                     "Caregiver " + std::to_string(next) + " 12.5 Ivy " + std::to_string(next) + "\n") == 1;
+             ++next) {
+        }
+    }
+    EXPECT_EQ(next, 91);
+}
+
 TEST_F(Render, AHeadingStaysWithWhatItHeads) {
     Document document("Headings");
     for (int line = 0; line < 52; ++line) {
