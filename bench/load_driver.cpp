@@ -1,0 +1,358 @@
+// Plays many seats at once on one data folder: each a process of its own that runs the real routines in a
+// weighted mix, some of them killed in the middle. Checks at the end that nothing was lost or doubled, and
+// tells what each routine took. docs/load.md keeps the figures.
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <random>
+#include <sstream>
+#include <thread>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "base/text.h"
+#include "billing/authorization_save.h"
+#include "billing/authorizations.h"
+#include "clients/client_find.h"
+#include "clients/client_id.h"
+#include "clients/client_moves.h"
+#include "clients/client_save.h"
+#include "clients/new_client.h"
+#include "matching/suggestion.h"
+#include "scheduling/schedule_creation.h"
+#include "session/start.h"
+#include "support/plain_form.h"
+#include "support/scripted_ports.h"
+#include "tool/tool.h"
+
+namespace kv {
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+struct Plan {
+    int seats = 8;
+    int seconds = 60;
+    int kills = 0;
+    unsigned seed = 1;
+    long clients = 300;
+    long caregivers = 400;
+};
+
+/// Answers Yes to every question and keeps what was said.
+class SeatDialogs : public Dialogs {
+  public:
+    void ShowMessageWindow(const std::string& text, bool /*beep*/) override { said.push_back(text); }
+    void ShowInformation(const std::string& /*title*/, const std::string& text) override {
+        said.push_back(text);
+    }
+    bool AskQuestion(const std::string& /*question*/) override { return true; }
+    void ShowFaults(const std::vector<std::string>& lines) override {
+        said.insert(said.end(), lines.begin(), lines.end());
+    }
+    std::optional<std::string> AskInput(const std::string& /*title*/, const std::string& /*prompt*/,
+                                        const std::string& /*initial*/) override {
+        return std::nullopt;
+    }
+    std::vector<std::string> said;
+};
+
+/// One seat: a program of its own on the shared folder.
+class Seat {
+  public:
+    Seat(const fs::path& folder, int number, unsigned seed)
+        : random_(seed),
+          log_(folder / fmt::format("seat{}.log", number), std::ios::app),
+          settings_(folder / "settings.ini"),
+          session_(settings_, {clock_, dialogs_, progress_}) {
+        ReadLogin(session_);
+        session_.User = fmt::format("SEAT{}", number);
+        OpenSessionData(session_);
+        session_.ClientSort = "client";
+        form_ = std::make_unique<test::PlainForm>(session_);
+        for (Recordset row = session_.dbMainWork->OpenRecordset("select sequence from Authorizations",
+                                                                RecordsetType::Snapshot);
+             !row.Eof(); row.MoveNext()) {
+            authorizations_.push_back(static_cast<long>(row.Get("sequence").ToInteger()));
+        }
+    }
+
+    void RunUntil(Clock::time_point end) {
+        struct Routine {
+            const char* name;
+            int weight;
+            void (Seat::*run)();
+        };
+        static constexpr std::array kRoutines = {Routine{"find", 30, &Seat::Find},
+                                                 Routine{"next", 30, &Seat::Next},
+                                                 Routine{"save", 12, &Seat::Save},
+                                                 Routine{"new client", 3, &Seat::NewOne},
+                                                 Routine{"authorization", 5, &Seat::SaveAnAuthorization},
+                                                 Routine{"schedule", 10, &Seat::Schedule},
+                                                 Routine{"suggestion", 10, &Seat::Suggest}};
+        while (Clock::now() < end) {
+            int pick = Any(100);
+            for (const Routine& routine : kRoutines) {
+                pick -= routine.weight;
+                if (pick < 0) {
+                    Measure(routine.name, [&] { (this->*routine.run)(); });
+                    break;
+                }
+            }
+        }
+    }
+
+  private:
+    int Any(int below) { return std::uniform_int_distribution<int>(0, below - 1)(random_); }
+
+    template <typename Work>
+    void Measure(const char* name, const Work& work) {
+        dialogs_.said.clear();
+        const auto start = Clock::now();
+        std::string error;
+        try {
+            work();
+        } catch (const EngineError& failure) {
+            error = fmt::format("error {}", failure.Number());
+        }
+        const auto took = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start);
+        log_ << name << '\t' << took.count() << '\t' << error << '\n';
+        for (const std::string& line : dialogs_.said) {
+            log_ << "said\t0\t" << ReplaceAll(ReplaceAll(line, "\r\n", " "), "\n", " ") << '\n';
+        }
+        log_.flush();
+    }
+
+    void Find() {
+        const std::string letter(1, static_cast<char>('A' + Any(26)));
+        FindClients(session_, {"LAST NAME", "ALL CLIENTS", "ALL", letter});
+    }
+    void Next() {
+        if (!MoveInClientList(session_, *form_, Any(20) == 0 ? ListMove::First : ListMove::Next)) {
+            return;
+        }
+        form_->Show();
+    }
+    void Save() {
+        form_->EditRow();
+        form_->Type("TXTcity", Value(fmt::format("City {}", Any(1000))));
+        form_->Type("TxtPhone", Value(fmt::format("518555{:04}", Any(10000))));
+        SaveClient(session_, *form_);
+    }
+    void NewOne() {
+        NewClient client;
+        client.id = NextClientId(session_, false).value_or("");
+        client.start = clock_.Today();
+        client.potential = true;
+        SaveNewClient(session_, client);
+    }
+    long AnAuthorization() {
+        return authorizations_[static_cast<std::size_t>(Any(static_cast<int>(authorizations_.size())))];
+    }
+    void SaveAnAuthorization() {
+        Recordset rows = session_.dbMainWork->OpenRecordset(
+            Sql("select * from Authorizations where sequence = {}", AnAuthorization()));
+        if (rows.Eof()) {
+            return;
+        }
+        AuthorizationEntry entry;
+        entry.payer = rows.Text("bill_name");
+        entry.billCode = static_cast<long>(rows.Get("bill_code").NumberOr(0));
+        entry.visitType = rows.Text("visit_type");
+        entry.visitDescription = rows.Text("vis_desc");
+        entry.state = std::string(ItemOfLetter(kAuthorizationStates, rows.Text("status_code")));
+        entry.hourCode = "Regular";
+        const std::string client = rows.Text("CLIENT");
+        test::PlainForm form(session_, {"ALL CLIENTS"}, client);
+        rows.Edit();
+        rows.Set("HRS", 5 + Any(30));
+        rows.Set("to_DATE", rows.Get("to_DATE").ToDate().AddDays(Any(3) - 1));
+        SaveAuthorization(session_, rows, entry, client, form, [](long) { return ImportantAnswer::Yes; });
+    }
+    void Schedule() {
+        ScheduleCreation creation(session_);
+        creation.RunAll(AssignmentsOf(session_, AnAuthorization()));
+    }
+    void Suggest() {
+        SuggestionRequest request;
+        request.client = form_->List().Text("CLIENT");
+        request.day = clock_.Today().AddDays(Any(7));
+        request.time = Date::FromTime(Any(24), 15 * Any(4));
+        request.hours = 1 + Any(8);
+        const ClientNeeds needs = PrepareClient(session_, request);
+        SearchCaregivers(session_, needs, request, {});
+    }
+
+    std::mt19937 random_;
+    std::ofstream log_;
+    SystemClock clock_;
+    SeatDialogs dialogs_;
+    test::RecordingProgress progress_;
+    SettingsStore settings_;
+    Session session_;
+    std::unique_ptr<test::PlainForm> form_;
+    std::vector<long> authorizations_;
+};
+
+/// The agency in a folder of its own, and the seats on it.
+class Load {
+  public:
+    explicit Load(const Plan& plan)
+        : plan_(plan), folder_(fs::temp_directory_path() / fmt::format("kv_load_{}", ::getpid())) {
+        fs::create_directories(folder_);
+        Tool({"init"});
+        Tool({"demo", "--clients", std::to_string(plan.clients), "--caregivers",
+              std::to_string(plan.caregivers)});
+        Tool({"login", "--user", "LOAD"});
+        worked_ = Rows("select sequence, act_hrs from sch_day where act_hrs <> 0 order by sequence");
+    }
+    ~Load() { fs::remove_all(folder_); }
+    Load(const Load&) = delete;
+    Load& operator=(const Load&) = delete;
+
+    /// False where something is not as it must be.
+    bool Run() {
+        std::mt19937 random(plan_.seed);
+        const auto end = Clock::now() + std::chrono::seconds(plan_.seconds);
+        for (int seat = 0; seat < plan_.seats; ++seat) {
+            Start(seat, random(), end);
+        }
+        int killed = 0;
+        while (killed < plan_.kills && Clock::now() < end) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(20 + random() % 100));
+            const int seat = static_cast<int>(random() % static_cast<unsigned>(plan_.seats));
+            ::kill(children_[seat], SIGKILL);
+            ::waitpid(children_[seat], nullptr, 0);
+            ++killed;
+            Start(seat, random(), end);
+        }
+        bool sound = true;
+        for (const auto& [seat, child] : children_) {
+            int status = 0;
+            ::waitpid(child, &status, 0);
+            if (status != 0) {
+                std::cout << "seat " << seat << " ended with " << status << '\n';
+                sound = false;
+            }
+        }
+        std::cout << "killed " << killed << '\n';
+        Report();
+        return Check() && sound;
+    }
+
+  private:
+    std::string Tool(std::vector<std::string> arguments) const {
+        std::vector<std::string> all = {"--data", (folder_ / "data").string(), "--settings",
+                                        (folder_ / "settings.ini").string()};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        std::ostringstream out;
+        std::ostringstream err;
+        if (RunTool(all, out, err) != 0) {
+            return out.str() + err.str();
+        }
+        return out.str();
+    }
+    std::string Rows(const std::string& statement) const { return Tool({"sql", statement}); }
+
+    void Start(int seat, unsigned seed, Clock::time_point end) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            try {
+                Seat(folder_, seat, seed).RunUntil(end);
+                ::_exit(0);
+            } catch (const std::exception& failure) {
+                std::cerr << "seat " << seat << ": " << failure.what() << '\n';
+                ::_exit(1);
+            }
+        }
+        children_[seat] = child;
+    }
+
+    void Report() const {
+        std::map<std::string, std::vector<long>> times;
+        std::map<std::string, long> words;
+        for (int seat = 0; seat < plan_.seats; ++seat) {
+            std::ifstream log(folder_ / fmt::format("seat{}.log", seat));
+            for (std::string line; std::getline(log, line);) {
+                const std::vector<std::string> parts = Split(line, '\t');
+                if (parts.size() < 3) {
+                    continue;  // its seat was killed while it wrote
+                }
+                if (parts[0] != "said") {
+                    times[parts[0]].push_back(std::atol(parts[1].c_str()));
+                }
+                if (!parts[2].empty()) {
+                    ++words[parts[2]];
+                }
+            }
+        }
+        std::cout << "| routine | runs | median ms | 99th percentile ms |\n|---|---|---|---|\n";
+        for (auto& [name, all] : times) {
+            std::sort(all.begin(), all.end());
+            const auto at = [&](double part) {
+                return static_cast<double>(
+                           all[static_cast<std::size_t>(part * static_cast<double>(all.size() - 1))]) /
+                       1000;
+            };
+            std::cout << fmt::format("| {} | {} | {:.1f} | {:.1f} |\n", name, all.size(), at(0.5), at(0.99));
+        }
+        for (const auto& [text, count] : words) {
+            std::cout << count << " times: " << text << '\n';
+        }
+    }
+
+    bool Check() const {
+        bool sound = true;
+        const auto fail = [&sound](const std::string& what) {
+            std::cout << "FAILED: " << what << '\n';
+            sound = false;
+        };
+        if (const std::string problems = Tool({"check"}); Trim(problems).rfind("{\"problems\":[]}", 0) != 0) {
+            fail(problems);
+        }
+        if (Rows("select sequence, act_hrs from sch_day where act_hrs <> 0 order by sequence") != worked_) {
+            fail("visits that were worked are not as they were");
+        }
+        const std::string doubled = Rows(
+            "select assign_seq, st_date, count(*) as visits from sch_day where assign_seq > 0 group by "
+            "assign_seq, "
+            "st_date having count(*) > 1");
+        if (doubled.find("\"rows\":[]") == std::string::npos) {
+            fail("visits stand twice: " + doubled.substr(0, 400));
+        }
+        return sound;
+    }
+
+    Plan plan_;
+    fs::path folder_;
+    std::map<int, pid_t> children_;
+    std::string worked_;
+};
+
+}  // namespace
+}  // namespace kv
+
+int main(int argc, char** argv) {
+    kv::Plan plan;
+    CLI::App app("Plays many seats on one data folder");
+    app.add_option("--seats", plan.seats, "How many seats");
+    app.add_option("--seconds", plan.seconds, "How long");
+    app.add_option("--kills", plan.kills, "How many times a seat is killed and started anew");
+    app.add_option("--seed", plan.seed, "Of what the seats do");
+    app.add_option("--clients", plan.clients, "Clients of the made-up agency");
+    app.add_option("--caregivers", plan.caregivers, "Its caregivers");
+    CLI11_PARSE(app, argc, argv);
+    return kv::Load(plan).Run() ? 0 : 1;
+}
