@@ -280,6 +280,13 @@ class Load {
         children_[seat] = child;
     }
 
+    /// The time under which a part of the sorted runs lies.
+    static double Milliseconds(const std::vector<long>& sorted, double part) {
+        constexpr double kMicroseconds = 1000;
+        const auto at = static_cast<std::size_t>(part * static_cast<double>(sorted.size() - 1));
+        return static_cast<double>(sorted[at]) / kMicroseconds;
+    }
+
     void Report() const {
         std::map<std::string, std::vector<long>> times;
         std::map<std::string, long> words;
@@ -301,12 +308,8 @@ class Load {
         std::cout << "| routine | runs | median ms | 99th percentile ms |\n|---|---|---|---|\n";
         for (auto& [name, all] : times) {
             std::sort(all.begin(), all.end());
-            const auto at = [&](double part) {
-                return static_cast<double>(
-                           all[static_cast<std::size_t>(part * static_cast<double>(all.size() - 1))]) /
-                       1000;
-            };
-            std::cout << fmt::format("| {} | {} | {:.1f} | {:.1f} |\n", name, all.size(), at(0.5), at(0.99));
+            std::cout << fmt::format("| {} | {} | {:.1f} | {:.1f} |\n", name, all.size(),
+                                     Milliseconds(all, 0.5), Milliseconds(all, 0.99));
         }
         for (const auto& [text, count] : words) {
             std::cout << count << " times: " << text << '\n';

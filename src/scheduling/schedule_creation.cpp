@@ -299,7 +299,7 @@ class ScheduleCreation::Run {
 
     const Facts& Known() {
         if (!facts_) {
-            facts_.emplace();
+            facts_ = Facts();
             Try([&] { ReadClient(); });
             Try([&] { ReadCaregiver(); });
             Try([&] { ReadType(); });

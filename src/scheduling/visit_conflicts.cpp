@@ -66,7 +66,7 @@ bool MomentsOverlap(std::string_view start, std::string_view end, std::string_vi
     return (start >= proposedStart && start < proposedEnd) || (proposedStart > start && proposedStart < end);
 }
 
-NonVisits::NonVisits(Session& session, std::string emp_id, Date first, Date last) {
+NonVisits::NonVisits(Session& session, const std::string& emp_id, Date first, Date last) {
     Recordset rows =
         session.dbMainWork->OpenRecordset(Sql("select CLIENT,Cancelled,st_date,[Day],St_time,END_TIME from "
                                               "sch_day where  emp_id = {} and st_date "

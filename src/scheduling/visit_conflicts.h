@@ -27,7 +27,7 @@ class NonVisits {
     /// Of no caregiver: no visit runs into them.
     NonVisits() = default;
     /// Reads those that visits from one day to the other may run into. Throws EngineError.
-    NonVisits(Session& session, std::string emp_id, Date first, Date last);
+    NonVisits(Session& session, const std::string& emp_id, Date first, Date last);
     /// How many of them the visit runs into, willingness not looked at.
     int Overlapping(const ProposedVisit& visit, Date today) const;
 

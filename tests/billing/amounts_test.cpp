@@ -40,12 +40,13 @@ class Amounts : public ::testing::Test {
 
 TEST_F(Amounts, AreThoseOfTheShifts) {
     struct Case {
-        const char* what;
+        const char* what = "";
         const ShiftTimes& shifts;
-        const char* method;
+        const char* method = "";
         Date start;
-        double hours;
-        double bill, pay;
+        double hours = 0;
+        double bill = 0;
+        double pay = 0;
     };
     const Case cases[] = {
         {"within the day", threeShifts_, "H", Moment(4, 8), 4, 40, 40},

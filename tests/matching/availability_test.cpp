@@ -54,7 +54,7 @@ class Display : public ::testing::Test {
     static std::string Hours(const AvailabilityDay& day) {
         std::string line;
         for (int hour = 0; hour < 24; ++hour) {
-            line += ".UAV"[static_cast<std::size_t>(day.quarters[static_cast<std::size_t>(hour * 4)].by)];
+            line += ".UAV"[static_cast<std::size_t>(day.quarters[4 * static_cast<std::size_t>(hour)].by)];
         }
         return line;
     }

@@ -170,7 +170,6 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     const GridColumn& column = columns_[static_cast<std::size_t>(index.column())];
     switch (role) {
         case Qt::DisplayRole:
-            return column.tick ? QVariant() : QVariant(TextOf(given, index.column()));
         case Qt::ToolTipRole:  // what is cut off can be read all the same
             return column.tick ? QVariant() : QVariant(TextOf(given, index.column()));
         case Qt::CheckStateRole:
