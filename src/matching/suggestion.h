@@ -51,8 +51,9 @@ struct Suggestion {
 };
 
 /// redo_Search and the thinning of its result: who can be sent, in the order of the grid. Writes the lines of
-/// the rejected to TEMP.TXT in the data folder. A step that fails is passed over; a query that fails finds
-/// nobody. Lets the window system breathe and can be broken off.
+/// the rejected to TEMP.TXT in the data folder. An employee query that fails finds nobody; where the
+/// caregivers' time can't be read EngineError is thrown, for nobody may be called free then. Lets the window
+/// system breathe and can be broken off.
 Suggestion SearchCaregivers(Session& session, const ClientNeeds& needs, const SuggestionRequest& request,
                             const SuggestionOptions& options);
 

@@ -434,6 +434,8 @@ void FRMempsug::redo_Search() {
     request_.day = *DTending->DateValue();
     request_.time = TXTtime->TimeValue().value_or(Date());
     request_.hours = NUMhours->Number();
+    // After a failure nobody of the search before may stand there.
+    found_ = Suggestion();
     Reported(session_, [this] {
         // The bill follows the day and the hours.
         needs_ = PrepareClient(session_, request_);
