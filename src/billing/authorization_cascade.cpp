@@ -4,6 +4,7 @@
 
 #include "base/format.h"
 #include "base/text.h"
+#include "scheduling/assignments.h"
 #include "scheduling/schedule_creation.h"
 #include "session/trans.h"
 
@@ -144,8 +145,14 @@ std::vector<RemovedVisit> CarryToAssignments(Session& session, const WrittenAuth
     Recordset assignments = session.dbMainWork->OpenRecordset(
         Sql("select * from assign where author_seq = {}", written.sequence));
     bool forward = false;
+    bool beginsLater = false;
     for (; !assignments.Eof(); assignments.MoveNext()) {
+        const Value began = assignments.Get("st_date");
+        beginsLater |= !began.IsNull() && began.ToDate() < written.from;
         forward |= UpdateAssignment(assignments, written, oldEnd, deleted);
+    }
+    if (beginsLater && written.status == "A") {
+        TellOfWaitingAssignments(session, written.sequence);
     }
     if (!forward || !session.dialogs.AskQuestion("You are moving an authorization forward.\r\n"
                                                  "Would you like to create any missing schedules?")) {

@@ -22,7 +22,7 @@ struct RatedVisit {
 
 /// A row of rates: the client's, a payer's, or a caregiver's.
 struct RateRow {
-    std::string method;           ///< "H" by the hour, "V" by the visit
+    std::string method;             ///< "H" by the hour, "V" by the visit
     std::array<double, 6> rates{};  ///< weekday day, evening, night, then weekend
     double liveIn = 0;
 };

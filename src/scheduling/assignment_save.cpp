@@ -264,8 +264,6 @@ bool CopyAssignments(Session& session, long from, const AssignmentParent& parent
         return false;
     }
     const Date today = session.clock.Today();
-    const int endDay = WeekdayNumber(session.WKENDING);
-    long waiting = 0;
     Recordset rows = OpenAssignments(session, parent.authorization);
     for (; !source.Eof(); source.MoveNext()) {
         rows.AddNew();
@@ -287,20 +285,28 @@ bool CopyAssignments(Session& session, long from, const AssignmentParent& parent
         const long sequence = static_cast<long>(rows.Get("sequence").ToInteger());
         rows.Update();
         Create_schedule_now(session, sequence, removed);
-        rows.FindFirst(Sql("sequence = {}", sequence));
-        if (!rows.NoMatch() && WeekEndOf(NextCreationDate(rows), endDay) < parent.from) {
-            ++waiting;
-        }
     }
-    // Schedule creation passes a week by that ends before the first day, and stays on it.
+    TellOfWaitingAssignments(session, parent.authorization);
+    return true;
+}
+
+void TellOfWaitingAssignments(Session& session, long authorization) {
+    const int endDay = WeekdayNumber(session.WKENDING);
+    long waiting = 0;
+    for (Recordset row = OpenAssignments(session, authorization); !row.Eof(); row.MoveNext()) {
+        const Value from = row.Get("st_date");
+        waiting += !from.IsNull() && !row.Get("Last_date").IsNull() &&
+                           WeekEndOf(NextCreationDate(row), endDay) < from.ToDate().DayOnly()
+                       ? 1
+                       : 0;
+    }
     if (waiting > 0) {
         session.ShowMessageWindow(
             std::to_string(waiting) +
-            " of the copied assignments have no schedules: the week of their Next Schedule "
-            "Creation Date ends before this authorization begins.  Please set that date to "
-            "the From date.");
+            " assignments of this authorization make no schedules: the week of their Next "
+            "Schedule Creation Date ends before it begins.  Please set that date to the "
+            "From date.");
     }
-    return true;
 }
 
 }  // namespace kv

@@ -142,4 +142,8 @@ std::vector<CopySource> CopySources(Session& session, const AssignmentParent& pa
 bool CopyAssignments(Session& session, long from, const AssignmentParent& parent,
                      std::vector<RemovedVisit>& removed);
 
+/// Schedule creation passes a week by that ends before an assignment's first day, and stays on it: tells how
+/// many of the authorization's assignments would never make a visit by themselves.
+void TellOfWaitingAssignments(Session& session, long authorization);
+
 }  // namespace kv

@@ -318,6 +318,23 @@ TEST_F(Authorizations, ALaterEndOffersTheMissingVisits) {
               (Lines{"2026-03-16 00:00:00", "2026-03-23 00:00:00"}));
 }
 
+TEST_F(Authorizations, AssignmentsThatWouldNeverBeginAreTold) {
+    const long author = Add();
+    agency.Insert("assign", {{"author_seq", author},
+                             {"howoften", 1},
+                             {"st_date", Day(1, 1)},
+                             {"Last_date", Day(3, 7)},
+                             {"END_DATE", Day(12, 31)}});
+    EXPECT_TRUE(Edit(author, [](Recordset& row) { row.Set("from_date", Day(3, 14)); }).saved);
+    EXPECT_EQ(agency.Said(), Lines()) << "the next week reaches the first day";
+    EXPECT_TRUE(Edit(author, [](Recordset& row) { row.Set("from_date", Day(3, 15)); }).saved);
+    EXPECT_EQ(agency.Said(),
+              Lines{"message: 1 assignments of this authorization make no schedules: the week of their Next "
+                    "Schedule Creation Date ends before it begins.  Please set that date to the From date."});
+    EXPECT_TRUE(Edit(author, [](Recordset& row) { row.Set("HRS", 11); }).saved);
+    EXPECT_EQ(agency.Said(), Lines()) << "told when it is moved, not at each save";
+}
+
 TEST_F(Authorizations, AreDeletedOnlyWithoutVisits) {
     const long sequence = Add();
     const long other = Add({{"from_date", Day(2, 1)}});

@@ -343,10 +343,11 @@ TEST_F(Assignments, ACopyRestartsAnOldPatternNearToday) {
     agency.Work().Execute("update Authorizations set from_date = #2026-03-02# where sequence = 1");
     agency.Work().Execute(Sql("delete from assign where author_seq = {}", author_));
     EXPECT_TRUE(CopyAssignments(session, old, Parent(), removed));
-    EXPECT_EQ(agency.Said(),
-              Lines{"message: 2 of the copied assignments have no schedules: the week of their Next Schedule "
-                    "Creation "
-                    "Date ends before this authorization begins.  Please set that date to the From date."});
+    EXPECT_EQ(
+        agency.Said(),
+        Lines{
+            "message: 2 assignments of this authorization make no schedules: the week of their Next Schedule "
+            "Creation Date ends before it begins.  Please set that date to the From date."});
     agency.Work().Execute(Sql("delete from assign where author_seq = {}", old));
     EXPECT_FALSE(CopyAssignments(session, old, Parent(), removed));
     EXPECT_EQ(agency.Said(), Lines{"message: No Assignments entered for the chosen Authorization"});
