@@ -200,6 +200,7 @@ AuthorizationSaved SaveAuthorization(Session& session, Recordset& authorizations
     const bool isNew = authorizations.EditMode() == EditState::Add;
     const AuthorizationChange change = ChangeOf(session, authorizations, entry);
     if (!CarryPayerToVisits(session, change, ask)) {
+        answer.givenUp = true;
         return answer;
     }
     answer.sequence = change.sequence;

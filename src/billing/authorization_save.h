@@ -30,7 +30,8 @@ void FillNewAuthorization(const Session& session, Recordset& authorizations);
 void RemindOfEndDate(Session& session, const std::string& state, const Value& end);
 
 struct AuthorizationSaved {
-    bool saved = false;  ///< false: faults were told, or the operator gave the save up; the edit goes on
+    bool saved = false;    ///< false: faults were told and the edit goes on, or it was given up
+    bool givenUp = false;  ///< by the operator: the edit ends, the row is as it was
     long sequence = 0;
     std::vector<RemovedVisit> removed;  ///< for the report
 };

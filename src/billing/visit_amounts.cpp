@@ -160,7 +160,8 @@ double RateVisitForPay(const ShiftTimes& shifts, const RateRow& row, Date start,
     double total = 0;
     Date moment = start;
     bool fromBefore = false;
-    for (int pass = 0; pass < kMostPasses && remaining != 0; ++pass) {
+    // A visit of no hours goes through once: by the visit it is paid all the same.
+    for (int pass = 0; pass < kMostPasses && (pass == 0 || remaining != 0); ++pass) {
         const std::optional<Laid> laid = ShiftOf(shifts, moment, fromBefore);
         if (!laid) {
             break;  // the moment would stay where it is

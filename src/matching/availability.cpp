@@ -92,10 +92,11 @@ class DisplayTable {
         }
     }
 
-    /// As a statement on the table's row: one with an apostrophe, or from a start between two quarters, fails
-    /// and changes nothing.
+    /// As statements on the table's row, one for the texts and one for the numbers of the rows behind them:
+    /// from a start between two quarters both fail and change nothing. A text with an apostrophe breaks only
+    /// its own; the number tells what is there all the same.
     void Write(std::size_t day, AvailabilityQuarter quarter, const std::string& text, int start, int end) {
-        if (start % kMinutesOfQuarter != 0 || text.find('\'') != std::string::npos || start == end) {
+        if (start % kMinutesOfQuarter != 0 || start == end) {
             return;
         }
         const std::optional<QuarterSpan> span = QuartersOf(start, end == kMinutesOfDay ? 0 : end);

@@ -171,8 +171,7 @@ std::vector<std::string> ExpiredInformation(Session& session, const Recordset& e
 std::filesystem::path CaregiverPicture(const Session& session, const std::string& emp_id) {
     std::filesystem::path picture;
     for (const char* ending : {".BMP", ".JPG"}) {
-        const std::filesystem::path file =
-            session.DataFile("PICTURES") / "employee" / NativePath(emp_id + ending);
+        const std::filesystem::path file = session.DataFile("PICTURES/employee/" + emp_id + ending);
         std::error_code ignored;
         if (std::filesystem::is_regular_file(file, ignored)) {
             picture = file;

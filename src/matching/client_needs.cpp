@@ -196,7 +196,7 @@ ClientNeeds PrepareClient(Session& session, const SuggestionRequest& request) {
 }
 
 std::string EmployeeStatement(const ClientNeeds& needs, const SuggestionRequest& request,
-                              const SuggestionOptions& options) {
+                              const SuggestionOptions& options, const std::string& emp_id) {
     const bool join = options.areas && !needs.area.empty();
     std::string statement =
         join ? Sql("select * from employee  inner join emp_locations on emp_locations.emp = employee.emp_id "
@@ -223,6 +223,9 @@ std::string EmployeeStatement(const ClientNeeds& needs, const SuggestionRequest&
         Sql(" and employee.disp_level {} {}", Raw{options.discipline ? "=" : ">="}, needs.disciplineValue);
     if (options.type && (needs.type == "FIELD" || needs.type == "STAFFING")) {
         statement += Sql(" and employee.EMP_TYPE <> {}", needs.type == "FIELD" ? "STAFFING" : "FIELD");
+    }
+    if (!emp_id.empty()) {
+        statement += Sql(" and employee.emp_id = {}", emp_id);
     }
     return statement + " order by emp_id";
 }

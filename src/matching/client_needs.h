@@ -69,7 +69,8 @@ struct ClientNeeds {
 ClientNeeds PrepareClient(Session& session, const SuggestionRequest& request);
 
 /// The query of the employees that the boxes let through.
+/// With an id, whether they let her through.
 std::string EmployeeStatement(const ClientNeeds& needs, const SuggestionRequest& request,
-                              const SuggestionOptions& options);
+                              const SuggestionOptions& options, const std::string& emp_id = {});
 
 }  // namespace kv

@@ -126,10 +126,10 @@ PersonDetail DescribeClient(Session& session, const std::string& client) {
     PersonDetail detail;
     Passing([&] {
         const Recordset row = Work(session, Sql("select * from ClientPR where client = {}", client));
+        detail.id = client;
         if (client.empty() || row.Eof()) {
             return;
         }
-        detail.id = client;
         detail.name = Trim(row.Text("LASTNAME")) + ", " + Trim(row.Text("FIRSTNAM"));
         detail.address = {row.Text("STREET"), row.Text("CITY"), row.Text("STATE"), row.Text("ZIP")};
         detail.notes = row.Text("Comments");
@@ -159,11 +159,11 @@ PersonDetail DescribeCaregiverInFull(Session& session, const std::string& emp_id
     PersonDetail detail;
     Passing([&] {
         const Recordset row = Work(session, Sql("select * from employee where emp_id = {}", emp_id));
+        detail.id = emp_id;
         if (emp_id.empty() || row.Eof()) {
             return;
         }
         const auto text = [&row](const char* field) { return row.Text(field); };
-        detail.id = emp_id;
         detail.name = Trim(text("LastName")) + ", " + Trim(text("FirstName"));
         detail.address = {text("Street"), text("City"), text("State"), text("Zip")};
         detail.notes = text("em_comment");

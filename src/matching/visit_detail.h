@@ -15,8 +15,8 @@ struct DetailNode {
     std::vector<DetailNode> children;
 };
 
-/// What FRMdisdetail shows of a client or caregiver. All of it is empty where there is no such person, or
-/// none was asked for.
+/// What FRMdisdetail shows of a client or caregiver. All but the id that was asked for is empty where there
+/// is no such person.
 struct PersonDetail {
     std::string id;
     std::vector<LabelledText> rows;

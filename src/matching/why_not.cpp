@@ -86,7 +86,37 @@ std::vector<Barrier> BarriersOf(Session& session, const Recordset& employee, con
     return barriers;
 }
 
-void TellBarriers(const std::vector<Barrier>& barriers, WhyNot& answer) {
+/// Would she be in the result?
+bool IsShown(Session& session, const ClientNeeds& needs, const SuggestionRequest& request,
+             const SuggestionOptions& options, const Candidate& candidate) {
+    if (session.dbMainWork
+            ->OpenRecordset(EmployeeStatement(needs, request, options, candidate.emp_id),
+                            RecordsetType::Snapshot)
+            .Eof()) {
+        return false;
+    }
+    CaregiverJudge judge(needs, request, options);
+    const AllCommitments commitments(session, request, judge.When(), candidate.emp_id);
+    QuarterTexts texts;
+    return judge.Judge(candidate, commitments.Of(candidate.emp_id), texts).leftOut == LeftOut::No;
+}
+
+/// The same search with the boxes unticked.
+SuggestionOptions Without(SuggestionOptions options, const std::vector<Barrier>& barriers) {
+    for (const Barrier& barrier : barriers) {
+        const std::string box = barrier.box == nullptr ? "" : barrier.box;
+        options.potential = options.potential && box != "Try 'Potential' Only";
+        options.language = options.language && box != "Language";
+        options.gender = options.gender && box != "Requested Gender";
+        options.discipline = options.discipline && box != "Discipline";
+        options.type = options.type && box != "Caregiver Type";
+        options.areas = options.areas && box != "Areas the Caregiver will Work";
+        options.group = box == "Care Group" ? "ALL" : options.group;
+    }
+    return options;
+}
+
+void TellBarriers(const std::vector<Barrier>& barriers, bool helps, WhyNot& answer) {
     std::vector<std::string> reasons;
     std::vector<std::string> boxes;
     for (const Barrier& barrier : barriers) {
@@ -96,7 +126,7 @@ void TellBarriers(const std::vector<Barrier>& barriers, WhyNot& answer) {
         }
     }
     answer.reason = Join(reasons, "; ") + ".";
-    if (boxes.size() == barriers.size()) {
+    if (helps) {
         const bool group = boxes.size() == 1 && boxes.front() == "'Care Group'";
         answer.change = group ? "Search in all care groups." : "Search without " + Join(boxes, " and ") + ".";
     }
@@ -117,10 +147,7 @@ std::string NearestStart(const Candidate& candidate, const ClientNeeds& needs, S
                 continue;
             }
             request.time = Date::FromTime(start / kMinutesOfHour, start % kMinutesOfHour);
-            CaregiverJudge judge(needs, request, options);
-            const AllCommitments commitments(session, request, judge.When(), candidate.emp_id);
-            QuarterTexts texts;
-            if (judge.Judge(candidate, commitments.Of(candidate.emp_id), texts).leftOut == LeftOut::No) {
+            if (IsShown(session, needs, request, options, candidate)) {
                 const int minutes = std::abs(start - asked);
                 const std::string span =
                     minutes < kMinutesOfHour
@@ -165,7 +192,15 @@ WhyNot ExplainCaregiver(Session& session, const ClientNeeds& needs, const Sugges
     const Candidate candidate = ReadCandidate(employee);
     answer.emp_name = Trim(candidate.lastName) + ", " + Trim(candidate.firstName);
     if (const auto barriers = BarriersOf(session, employee, needs, request, options); !barriers.empty()) {
-        TellBarriers(barriers, answer);
+        TellBarriers(barriers, IsShown(session, needs, request, Without(options, barriers), candidate),
+                     answer);
+        return answer;
+    }
+    if (session.dbMainWork
+            ->OpenRecordset(EmployeeStatement(needs, request, options, answer.emp_id),
+                            RecordsetType::Snapshot)
+            .Eof()) {
+        answer.reason = "The caregiver's record does not hold what the boxes ask for.";
         return answer;
     }
     CaregiverJudge judge(needs, request, options);
@@ -174,14 +209,16 @@ WhyNot ExplainCaregiver(Session& session, const ClientNeeds& needs, const Sugges
     QuarterTexts texts;
     const Judgement judgement = judge.Judge(candidate, commitments, texts);
     const auto nearest = [&] { return NearestStart(candidate, needs, request, options, session); };
+    SuggestionOptions other = options;
     switch (judgement.leftOut) {
         case LeftOut::No:
             answer.shown = true;
             break;
         case LeftOut::Unavailable:
             answer.reason = "Declared not to be available then.";
-            answer.change = nearest();
-            if (answer.change.empty()) {
+            answer.change = options.ignoreStart ? std::string() : nearest();
+            other.ignoreUnavailable = true;
+            if (answer.change.empty() && IsShown(session, needs, request, other, candidate)) {
                 answer.change = "Tick 'Ignore Unavailable Time'.";
             }
             break;
@@ -195,7 +232,10 @@ WhyNot ExplainCaregiver(Session& session, const ClientNeeds& needs, const Sugges
             break;
         case LeftOut::NoSkill:
             answer.reason = "Has none of the skills that the client needs.";
-            answer.change = "Search without 'Show Skills Percent'.";
+            other.skillsPercent = false;
+            if (IsShown(session, needs, request, other, candidate)) {
+                answer.change = "Search without 'Show Skills Percent'.";
+            }
             break;
         case LeftOut::NoCriticalSkill:
             answer.reason = "Lacks the critical skill: " + MissingSkill(needs, commitments) + ".";

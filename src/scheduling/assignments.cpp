@@ -2,6 +2,7 @@
 #include "scheduling/assignments.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "base/format.h"
 #include "base/text.h"
@@ -95,7 +96,7 @@ bool IsQuarterHour(Date time) {
 }
 
 Date EndOfVisit(Date start, double hours) {
-    return start.TimeOnly().AddMinutes(hours * kMinutesInAnHour).TimeOnly();
+    return start.TimeOnly().AddMinutes(std::round(hours * kMinutesInAnHour)).TimeOnly();
 }
 
 double HoursOfVisit(Date start, Date end) {

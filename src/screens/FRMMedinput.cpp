@@ -71,7 +71,7 @@ bool FRMMedinput::CheckText() {
 }
 
 void FRMMedinput::InputKey() {
-    if (CheckText()) {
+    if (CheckText() && !TXTinput->text().trimmed().isEmpty()) {
         accept();
     }
 }

@@ -353,13 +353,13 @@ void FRMauthorization::SetHiddenID(const std::string& id, ClientForm& mainScreen
     if (id != client_) {
         sequence_ = 0;
         CheckRights();
-        const bool check = mainScreen.Filter() == "Authorization Check";
-        Migration->setVisible(check);
-        if (check) {
-            const QSignalBlocker quiet(TDBAbove->Notifier());
-            TDBAbove->SetDate(session_.clock.Today().AddDays(kMigrationDays));
-        }
     }
+    const bool check = mainScreen.Filter() == "Authorization Check";
+    if (check && (id != client_ || Migration->isHidden())) {
+        const QSignalBlocker quiet(TDBAbove->Notifier());
+        TDBAbove->SetDate(session_.clock.Today().AddDays(kMigrationDays));
+    }
+    Migration->setVisible(check);
     client_ = id;
     RequeryAuthorizations();
     LoadAuthorizationScreen();
@@ -597,10 +597,27 @@ void FRMauthorization::EditKey() {
 }
 
 bool FRMauthorization::SaveKey() {
+    // The key leaves the box where it is: what was typed last is looked at now.
+    LeaveCallType();
+    if (!validCallType_) {
+        return false;
+    }
     const Hourglass hourglass(session_.progress);
     Dbauthor.WriteRow();
-    const AuthorizationSaved saved =
-        SaveAuthorization(session_, Dbauthor.Rows(), Entry(), client_, *form_, Ask);
+    AuthorizationSaved saved;
+    try {
+        saved = SaveAuthorization(session_, Dbauthor.Rows(), Entry(), client_, *form_, Ask);
+    } catch (const EngineError&) {
+        if (!IsWriting()) {
+            // The row itself is written; what follows it stopped on the way.
+            RequeryAuthorizations();
+            LoadAuthorizationScreen();
+        }
+        throw;
+    }
+    if (saved.givenUp) {
+        DiscardKey();
+    }
     if (!saved.saved) {
         return false;
     }

@@ -29,8 +29,6 @@ namespace kv {
 
 namespace {
 
-constexpr int kMostDays = 366;
-
 QuarterKind KindOf(Occupied by) {
     switch (by) {
         case Occupied::Unavailable:
@@ -108,7 +106,6 @@ QWidget* FRMdisEmp::MakeCriteria() {
     DTending = new DateBox(QStringLiteral("DTending"), tr("&From:"), group);
     TDBNumber1 = new NumberBox(QStringLiteral("TDBNumber1"), QStringLiteral("Display for the &following"),
                                "#0", 5, group);
-    TDBNumber1->SetLimits(std::nullopt, kMostDays);
     group->AddField(*TXTempid);
     group->AddBehind(Command1);
     group->AddField(*DTending);
@@ -175,6 +172,11 @@ void FRMdisEmp::ShowCaregiver() {
 void FRMdisEmp::RedoDisplay() {
     if (!DTending->Check() || !DTending->IsFilled() || !TDBNumber1->Check()) {
         session_.ShowMessageWindow("Please fill in the first day, and how many days to show.");
+        return;
+    }
+    // The key leaves the box where it is: the id that was typed last counts.
+    ShowCaregiver();
+    if (checkedId_.empty()) {
         return;
     }
     const Hourglass hourglass(session_.progress);

@@ -121,7 +121,8 @@ FRMdisdetail::~FRMdisdetail() {
 QWidget* FRMdisdetail::MakeSide(const QString& title, const PersonDetail& person, const Side& side) {
     auto* group = new QGroupBox(title, this);
     side.rows = MakePairs(side.names[0], title, group);
-    ShowPairs(*side.rows, person.id.empty() ? std::vector<LabelledText>{{"ID", "NONE"}} : person.rows);
+    const std::string id = person.id.empty() ? "NONE" : person.id;
+    ShowPairs(*side.rows, person.rows.empty() ? std::vector<LabelledText>{{"ID", id}} : person.rows);
     side.tree = new OutlineTree(QString::fromLatin1(side.names[1]), group);
     side.tree->setAccessibleName(tr("%1, more information").arg(title));
     std::vector<OutlineNode> nodes;
@@ -225,12 +226,8 @@ void FRMdisdetail::FindDirections() {
         }
         visit.address = VisitDirections(servers, from, client_.address);
     } else {
-        if (servers.home.empty()) {
-            session_.ShowMessageWindow(MapServerMissing(session_, "HomePage"));
-            return;
-        }
         // The operator types the two ends into the page of her choice.
-        visit.address = servers.home;
+        visit.address = servers.home.empty() ? "about:blank" : servers.home;
     }
     visit.note = VisitAddresses(from, client_.address);
     Visit(std::move(visit));

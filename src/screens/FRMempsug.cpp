@@ -437,11 +437,15 @@ void FRMempsug::redo_Search() {
     // After a failure nobody of the search before may stand there.
     found_ = Suggestion();
     Reported(session_, [this] {
-        // The bill follows the day and the hours.
-        needs_ = PrepareClient(session_, request_);
+        // The client's side stays; the bill follows the day and the hours.
+        const ClientNeeds now = PrepareClient(session_, request_);
+        needs_.bill = now.bill;
+        needs_.billFault = now.billFault;
+        needs_.panel = now.panel;
         ShowPairs(*FGcli, needs_.panel);
         ShowWarning(*LBLbillrate, needs_.billFault);
-        found_ = SearchCaregivers(session_, needs_, request_, Options());
+        options_ = Options();
+        found_ = SearchCaregivers(session_, needs_, request_, options_);
         WriteAssignHead(working_->Data(), found_, request_);
     });
     Toolbar1->setEnabled(true);
@@ -483,8 +487,7 @@ void FRMempsug::FillSuggestionGrid(int topRow) {
     // A start between two quarters is shown from its hour on.
     const int first = minute / kMinutesOfHour * kQuartersOfHour +
                       (inHour % kMinutesOfQuarter == 0 ? inHour / kMinutesOfQuarter : 0);
-    FG2->SetRequested(CHKignore_Times->isChecked() ? -1 : first,
-                      static_cast<int>(std::ceil(request_.hours * kQuartersOfHour)));
+    FG2->SetRequested(first, static_cast<int>(std::ceil(request_.hours * kQuartersOfHour)));
     for (const KnownCaregiver& known : needs_.visited) {
         const bool isShown = shown.count(Upper(known.emp_id)) != 0;
         const bool isBanned =
@@ -500,18 +503,19 @@ void FRMempsug::FillSuggestionGrid(int topRow) {
     }
     const bool any = !found_.rows.empty();
     CMDshowWeek->setVisible(any);
-    FG2->SetTopRow(topRow);
     LBLRecordCount->setText(ToQt("Count: " + FormatNumber(static_cast<double>(found_.rows.size()), "#,##0")) +
                             (found_.brokenOff ? tr(" (the search was broken off)") : QString()));
     LBLwhy->clear();
-    for (const char* key : {"first", "previous", "next", "last", "print"}) {
+    for (const char* key : {"first", "previous", "next", "last"}) {
         Toolbar1->EnableKey(QString::fromLatin1(key), any);
     }
     Toolbar1->EnableKey(QStringLiteral("select"), false);
     if (any) {
         FG2->SetCurrentRow(0);
+        FG2->SetTopRow(topRow);
         ShowCaregiverPanel();
     } else {
+        Frame1->setTitle(QStringLiteral("Caregiver Notes"));
         fgEMP->Clear();
         TreeView2->Clear();
         Sugtxt->clear();
@@ -530,7 +534,7 @@ void FRMempsug::ShowCaregiverPanel() {
     }
     const SuggestedCaregiver& found = found_.rows[static_cast<std::size_t>(row)];
     const CaregiverPanel panel =
-        DescribeCaregiverForVisit(session_, needs_, request_, Options(), found.emp_id, *amounts_);
+        DescribeCaregiverForVisit(session_, needs_, request_, options_, found.emp_id, *amounts_);
     ShowPairs(*fgEMP, panel.rows, panel.differing);
     ShowPairs(*FGcli, needs_.panel, panel.differing);
     ShowTrees(panel);
@@ -633,11 +637,17 @@ void FRMempsug::Why() {
         LBLwhy->setText(QStringLiteral("Caregiver was not found"));
         return;
     }
-    const WhyNot why = ExplainCaregiver(session_, needs_, request_, Options(), id);
+    const WhyNot why = ExplainCaregiver(session_, needs_, request_, options_, id);
     const QString name = ToQt(why.emp_name + " (" + why.emp_id + "): ");
+    const bool isListed =
+        std::any_of(found_.rows.begin(), found_.rows.end(),
+                    [&](const SuggestedCaregiver& row) { return EqualsNoCase(row.emp_id, id); });
     if (why.shown) {
-        LBLwhy->setText(name + tr("is in the list."));
-        NodePicked("E" + id);
+        LBLwhy->setText(name +
+                        (isListed ? tr("is in the list.") : tr("would be found now. Please search again.")));
+        if (isListed) {
+            NodePicked("E" + id);
+        }
         return;
     }
     LBLwhy->setText(name + ToQt(Trim(why.reason + " " + why.change)));

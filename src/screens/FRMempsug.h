@@ -109,6 +109,7 @@ class FRMempsug : public QDialog {
     std::unique_ptr<WorkingCopy> working_;
     SuggestionRequest request_;
     ClientNeeds needs_;
+    SuggestionOptions options_;  ///< of the search whose result is shown
     Suggestion found_;
     std::unique_ptr<VisitAmounts> amounts_;
     long burdens_ = 0;

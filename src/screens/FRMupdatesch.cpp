@@ -90,11 +90,13 @@ FRMupdatesch::FRMupdatesch(Session& session, ScheduleUpdate update, QWidget* par
 }
 
 void FRMupdatesch::Load() {
-    if (!DTEstart->IsFilled()) {
+    const std::optional<Date> from = DTEstart->DateValue();
+    if (!from) {
         return;
     }
+    from_ = *from;
     std::vector<std::string> results;
-    lines_ = LoadScheduleLines(session_, update_, *DTEstart->DateValue(), results);
+    lines_ = LoadScheduleLines(session_, update_, from_, results);
     std::vector<GridRow> rows;
     for (const ScheduleLine& line : lines_) {
         GridRow row;
@@ -113,9 +115,14 @@ void FRMupdatesch::Process() {
         DTEstart->setFocus();
         return;
     }
+    if (DTEstart->DateValue() != from_) {
+        // The box took its form as it was left: the list must be that of its day before anything changes.
+        Load();
+        return;
+    }
     const Hourglass hourglass(session_.progress);
     std::vector<std::string> results;
-    ProcessScheduleLines(session_, update_, lines_, *DTEstart->DateValue(), results);
+    ProcessScheduleLines(session_, update_, lines_, from_, results);
     // What was moved would move once more.
     CMDprocess->setEnabled(false);
     FGchg_Sch->setEnabled(false);

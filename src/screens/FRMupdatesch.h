@@ -34,6 +34,7 @@ class FRMupdatesch : public QDialog {
     Session& session_;
     ScheduleUpdate update_;
     std::vector<ScheduleLine> lines_;
+    Date from_;  ///< the day from which they are listed
 };
 
 }  // namespace kv

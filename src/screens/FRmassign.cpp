@@ -472,6 +472,9 @@ void FRmassign::DayClicked(int day) {
         }
     }
     BeginEdit();
+    if (!IsWriting()) {
+        ShowRow();  // another seat has the row: what it holds is shown again
+    }
 }
 
 void FRmassign::DeriveTimes() {
@@ -515,29 +518,29 @@ void FRmassign::CheckHowOften() {
 }
 
 void FRmassign::LimitCreation() {
-    if (TDBlastdate->IsFilled()) {
-        const Date date = *TDBlastdate->DateValue();
-        const Date limited = LimitCreationDate(date, session_.clock.Today(), parentRow_.to);
-        if (limited != date) {
+    if (const std::optional<Date> date = TDBlastdate->DateValue()) {
+        const Date limited = LimitCreationDate(*date, session_.clock.Today(), parentRow_.to);
+        if (limited != *date) {
             TDBlastdate->SetDate(limited);
         }
     }
 }
 
-void FRmassign::CheckCaregiverBox() {
+bool FRmassign::CheckCaregiverBox() {
     const std::string id = Trim(FromQt(TXTempid->Text()));
     if (busy_ || id == checkedId_) {
-        return;
+        return true;
     }
     const QScopedValueRollback<bool> busy(busy_, true);
-    checkedId_ = id;
     if (id.empty()) {
+        checkedId_.clear();
         ShowCaregiver({});
-        return;
+        return true;
     }
     CaregiverCheck caregiver = CheckCaregiver(session_, id, parentRow_, Entry().creation);
-    if (!caregiver.accepted) {
-        checkedId_.clear();
+    const bool accepted = caregiver.accepted;
+    checkedId_ = accepted ? id : std::string();
+    if (!accepted) {
         TXTempid->EnterValue(Value(""));
         TXTempid->setFocus();
         // Why she was not taken stays to be read.
@@ -546,12 +549,14 @@ void FRmassign::CheckCaregiverBox() {
         caregiver.discipline = discipline;
     }
     ShowCaregiver(caregiver);
+    return accepted;
 }
 
 bool FRmassign::CheckBoxes() {
-    CheckCaregiverBox();
+    if (!CheckCaregiverBox()) {
+        return false;
+    }
     CheckHowOften();
-    LimitCreation();
     for (BoundControl* box : BoundControlsOf(this)) {
         if (box->IsDataChanged() && !box->Check()) {
             session_.ShowMessageWindow(FromQt(box->Caption() + QLatin1Char(' ') + box->Fault()));
@@ -563,6 +568,7 @@ bool FRmassign::CheckBoxes() {
         CheckStart();
         return false;
     }
+    LimitCreation();
     if (!TXTsttime->IsFilled()) {
         session_.ShowMessageWindow("Please fill in the start time.");
         TXTsttime->setFocus();
@@ -603,8 +609,8 @@ bool FRmassign::SaveKey() {
         const Hourglass hourglass(session_.progress);
         saved = SaveAssignment(session_, DBassign.Rows(), Entry(), parentRow_, Asks);
     } catch (const EngineError&) {
-        if (adding) {
-            // Rows of the first days may be there already: the list tells which.
+        if (adding || !IsWriting()) {
+            // Rows of the first days may be there already, or the row is written: the list tells.
             Load(0);
         }
         throw;
@@ -655,9 +661,12 @@ void FRmassign::CopyKey() {
         return;
     }
     std::vector<RemovedVisit> removed;
-    {
+    try {
         const Hourglass hourglass(session_.progress);
         CopyAssignments(session_, source, parentRow_, removed);
+    } catch (const EngineError&) {
+        Load(0);
+        throw;
     }
     Load(0);
     if (!removed.empty()) {

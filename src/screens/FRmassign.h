@@ -95,7 +95,8 @@ class FRmassign : public QDialog {
     void CheckStart();
     void CheckHowOften();
     void LimitCreation();
-    void CheckCaregiverBox();
+    /// False where the caregiver who was entered is not accepted; the box is empty then.
+    bool CheckCaregiverBox();
     /// True where every box holds what can be stored; goes to the first that doesn't.
     bool CheckBoxes();
     void FocusFirstFault();

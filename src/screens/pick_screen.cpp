@@ -129,8 +129,9 @@ void PickScreen::Search() {
     try {
         rows_ = texts_.search(query);
     } catch (const EngineError& error) {
+        // Nothing that was found before may be taken for this.
+        rows_.clear();
         ReportEngineError(session_, error);
-        return;
     }
     std::vector<GridRow> shown;
     shown.reserve(rows_.size());

@@ -76,7 +76,7 @@ TEST_F(Display, ShowsWhatOccupiesEachDay) {
                   {{"emp_id", "E1"}, {"st_date", Day(3, 5)}, {"St_time", At(5)}, {"END_TIME", At(9)}});
     Visit(Day(3, 5), At(8), At(9));  // over what she is willing to work
     Visit(Day(3, 5), At(12), At(13), {{"cancelled", true}});
-    Visit(Day(3, 5), At(14), At(15), {{"cli_name", "O'Neil"}});  // breaks its statement
+    Visit(Day(3, 5), At(14), At(15), {{"cli_name", "O'Neil"}});  // its number tells it
     Visit(Day(3, 6), At(12, 10), At(13));                        // starts between two quarters
     const long late =
         Visit(Day(3, 6), At(21), At(0),
@@ -86,7 +86,7 @@ TEST_F(Display, ShowsWhatOccupiesEachDay) {
     EXPECT_EQ(shown.emp_name, "Ames, Al");
     EXPECT_EQ(shown.days[0].day, "WED");
     EXPECT_EQ(Hours(shown.days[0]), "......................AA");
-    EXPECT_EQ(Hours(shown.days[1]), "AA..U...VU..............");
+    EXPECT_EQ(Hours(shown.days[1]), "AA..U...VU....V.........");
     EXPECT_EQ(Hours(shown.days[2]), "....................UVVV")
         << "she is unavailable from eight, and visits from nine";
     EXPECT_EQ(shown.days[2].quarters[95].by, Occupied::Unavailable)
@@ -113,7 +113,7 @@ TEST_F(Display, ShowsWhatOccupiesEachDay) {
         PlainText(AvailabilityReport(shown, Day(3, 4))),
         " Run Date: Mar/04/2026\nCaregiver: Ames, Al\n\nWED | Mar/04/2026 | 22:00-24:00 Assignment\n"
         "THU | Mar/05/2026 | 00:00-02:00 Assignment | 04:00-05:00 Unavailable | 08:00-09:00 Grant, Ida | "
-        "09:00-10:00 Unavailable\n"
+        "09:00-10:00 Unavailable | 14:00-15:00 O\'Neil\n"
         "FRI | Mar/06/2026 | 20:00-21:00 Unavailable | 21:00-23:45 Care | 23:45-24:00 Unavailable\n");
 }
 
@@ -148,7 +148,7 @@ TEST_F(Display, TheSheetShowsBothOrEither) {
     EXPECT_EQ(caregiver.picture.filename(), "E1.JPG");
     EXPECT_EQ(caregiver.tree.back().children.at(0).text, "Car = own");
     for (const PersonDetail& none : {DescribeClient(session, ""), DescribeCaregiverInFull(session, "E9")}) {
-        EXPECT_TRUE(none.id.empty() && none.rows.empty() && none.tree.empty() && none.picture.empty());
+        EXPECT_TRUE(none.rows.empty() && none.tree.empty() && none.picture.empty());
     }
     EXPECT_EQ(
         VisitDirections({"https://maps", "", "", ""}, caregiver.address, client.address),

@@ -293,6 +293,12 @@ TEST_F(MatchingScreens, TheDaysOfACaregiverTellWhatStandsBehindThem) {
     qt_driver::Leave(*screen.TXTempid);
     EXPECT_FALSE(screen.Toolbar1->IsKeyEnabled(QStringLiteral("display")));
     EXPECT_FALSE(screen.Toolbar1->IsKeyEnabled(QStringLiteral("print")));
+    // The key counts the id that was typed last, though the box was not left.
+    qt_driver::Retype(*screen.TXTempid, QStringLiteral("000001"));
+    qt_driver::Leave(*screen.TXTempid);
+    qt_driver::Retype(*screen.TXTempid, QStringLiteral("000002"));
+    Press(screen.Toolbar1, "display");
+    EXPECT_EQ(screen.fgEMP->CellText(0, 1), QStringLiteral("000002"));
     screen.Pick = [] { return std::string("000003"); };
     screen.Command1->click();
     EXPECT_EQ(screen.FG2->RowCount(), 1);
@@ -332,7 +338,12 @@ TEST_F(MatchingScreens, TheSheetLeadsFromOneToTheOther) {
     std::vector<WebVisit> visits;
     screen.Visit = [&](const WebVisit& visit) { visits.push_back(visit); };
     screen.CMDdirections->click();
+    EXPECT_EQ(visits.at(0).address, "about:blank") << "no page is set: the addresses are told all the same";
+    visits.clear();
+    screen.CMBwhichMap->SetText(QStringLiteral("Google Maps"));
+    screen.CMDdirections->click();
     EXPECT_EQ(agency.Said().size(), 1U) << "which server?";
+    screen.CMBwhichMap->SetText(QStringLiteral("Map Quest"));
     session.Ini().Set("Maps", "DirectionsServer", "https://maps.example.com");
     session.Ini().Set("Maps", "HomePage", "https://www.example.com");
     agency.Work().Execute(

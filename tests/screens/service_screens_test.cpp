@@ -175,6 +175,31 @@ TEST_F(ServiceScreens, AnAuthorizationIsMadeShownAndGivenUp) {
     EXPECT_TRUE(screen.FGauth->hasFocus());
 }
 
+TEST_F(ServiceScreens, ACallTypeTypedLastIsLookedUpBeforeTheSave) {
+    agency.Insert("billcode_idetail", {{"billcode", 7}, {"visittype", "NUR"}, {"Description", "Nursing"}});
+    const long author = Authorization();
+    agency.Insert("sch_day", {{"author_seq", author}, {"Sch_code", "S"}, {"visit_type", "PCA"}});
+    Open();
+    auto& screen = Section<FRMauthorization>(2);
+    Press(screen.Toolbar3, "edit");
+    qt_driver::Retype(*screen.cmbVisType, QStringLiteral("Dancing"));
+    Press(screen.Toolbar3, "save");
+    EXPECT_EQ(agency.Said(), Lines{"message: Invalid Call Description.  Please try again"});
+    EXPECT_EQ(agency.Rows("select visit_type, vis_desc from Authorizations"), Lines{"PCA|Personal Care"});
+    qt_driver::Retype(*screen.cmbVisType, QStringLiteral("Nursing"));
+    qt_driver::Leave(*screen.cmbVisType);
+    // Not after all: the row is as it was, and the list can be used again.
+    screen.Ask = [](long) { return ImportantAnswer::No; };
+    Press(screen.Toolbar3, "save");
+    EXPECT_EQ(screen.txtVisName->text(), QStringLiteral("PCA"));
+    EXPECT_TRUE(screen.FGauth->isEnabled());
+    Press(screen.Toolbar3, "edit");
+    qt_driver::Retype(*screen.cmbVisType, QStringLiteral("Nursing"));
+    screen.Ask = [](long) { return ImportantAnswer::Yes; };
+    Press(screen.Toolbar3, "save");
+    EXPECT_EQ(agency.Rows("select visit_type, vis_desc from Authorizations"), Lines{"NUR|Nursing"});
+}
+
 TEST_F(ServiceScreens, AClosedAuthorizationClosesTheClientUnderTheScreen) {
     Authorization();
     Open();
@@ -436,6 +461,20 @@ TEST_F(AssignScreen, SeveralDaysAreEnteredAtOnceThenChangedOneByOne) {
               Lines{"question: Some information has changed, and is not saved.  Do you wish to save?"});
     EXPECT_FALSE(screen.isVisible());
     EXPECT_EQ(agency.Rows("select HRS from assign"), (Lines{"2", "2"}));
+}
+
+TEST_F(AssignScreen, ACaregiverTypedLastIsCheckedBeforeTheSave) {
+    FRmassign& screen = OpenAssign();
+    Press(screen.Toolbar2, "new");
+    screen.OPTday[1]->click();
+    screen.NUMhrs->SetNumber(2);
+    qt_driver::Retype(*screen.TXTempid, QStringLiteral("E9"));
+    Press(screen.Toolbar2, "save");
+    EXPECT_EQ(agency.Said(), Lines{"message: Caregiver was not found"});
+    EXPECT_EQ(agency.Rows("select sequence from assign"), Lines()) << "an open visit is made on purpose only";
+    EXPECT_TRUE(screen.TXTempid->text().isEmpty());
+    Press(screen.Toolbar2, "save");
+    EXPECT_EQ(agency.Rows("select emp_id from assign"), Lines{""});
 }
 
 TEST_F(AssignScreen, LookingAtARowIsNoChangeAndNeverSpeaks) {
