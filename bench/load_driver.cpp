@@ -1,6 +1,7 @@
-// Plays many seats at once on one data folder: each a process of its own that runs the real routines in a
-// weighted mix, some of them killed in the middle. Checks at the end that nothing was lost or doubled, and
-// tells what each routine took. docs/load.md keeps the figures.
+// Plays many seats at once on one data folder, or on a database server of its own: each a process that runs
+// the real routines in a weighted mix. Seats are killed, connections cut, the server stopped, all at random
+// moments. Checks meanwhile and at the end that nothing was lost or doubled, and tells what each routine
+// took. docs/load.md keeps the figures.
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -18,6 +19,7 @@
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
+#include <libpq-fe.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -34,6 +36,7 @@
 #include "session/start.h"
 #include "support/plain_form.h"
 #include "support/scripted_ports.h"
+#include "support/test_server.h"
 #include "tool/tool.h"
 
 namespace kv {
@@ -42,10 +45,18 @@ namespace {
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
+/// How many rows the seats count in.
+constexpr int kSharedRows = 20;
+constexpr const char* kWorkedVisits =
+    "select sequence, act_hrs from sch_day where act_hrs <> 0 order by sequence";
+
 struct Plan {
     int seats = 8;
     int seconds = 60;
+    bool server = false;
     int kills = 0;
+    int cuts = 0;   ///< connections that are cut
+    int stops = 0;  ///< times that the server is stopped and started
     unsigned seed = 1;
     long clients = 300;
     long caregivers = 400;
@@ -100,8 +111,9 @@ class Seat {
                                                  Routine{"save", 12, &Seat::Save},
                                                  Routine{"new client", 3, &Seat::NewOne},
                                                  Routine{"authorization", 5, &Seat::SaveAnAuthorization},
-                                                 Routine{"schedule", 10, &Seat::Schedule},
-                                                 Routine{"suggestion", 10, &Seat::Suggest}};
+                                                 Routine{"schedule", 8, &Seat::Schedule},
+                                                 Routine{"suggestion", 10, &Seat::Suggest},
+                                                 Routine{"count", 2, &Seat::Count}};
         while (Clock::now() < end) {
             int pick = Any(100);
             for (const Routine& routine : kRoutines) {
@@ -140,12 +152,19 @@ class Seat {
         FindClients(session_, {"LAST NAME", "ALL CLIENTS", "ALL", letter});
     }
     void Next() {
-        if (!MoveInClientList(session_, *form_, Any(20) == 0 ? ListMove::First : ListMove::Next)) {
-            return;
+        shown_ = false;
+        MoveInClientList(session_, *form_, Any(20) == 0 ? ListMove::First : ListMove::Next);
+        Show();
+    }
+    /// What a failure left half shown is shown again before anything is typed into it.
+    void Show() {
+        if (!shown_) {
+            form_->Show();
         }
-        form_->Show();
+        shown_ = true;
     }
     void Save() {
+        Show();
         form_->EditRow();
         form_->Type("TXTcity", Value(fmt::format("City {}", Any(1000))));
         form_->Type("TxtPhone", Value(fmt::format("518555{:04}", Any(10000))));
@@ -185,6 +204,15 @@ class Seat {
         ScheduleCreation creation(session_);
         creation.RunAll(AssignmentsOf(session_, AnAuthorization()));
     }
+    /// Counts one up in a row that all seats share: an update that is lost shows in the end.
+    void Count() {
+        Recordset row = session_.dbMainWork->OpenRecordset(
+            Sql("select * from load_count where place = {}", Any(kSharedRows)));
+        row.Edit();
+        row.Set("number", row.Get("number").ToInteger() + 1);
+        row.Update();
+        log_ << "counted\t0\t\n";
+    }
     void Suggest() {
         SuggestionRequest request;
         request.client = form_->List().Text("CLIENT");
@@ -204,6 +232,7 @@ class Seat {
     Session session_;
     std::unique_ptr<test::PlainForm> form_;
     std::vector<long> authorizations_;
+    bool shown_ = true;
 };
 
 /// The agency in a folder of its own, and the seats on it.
@@ -211,12 +240,21 @@ class Load {
   public:
     explicit Load(const Plan& plan)
         : plan_(plan), folder_(fs::temp_directory_path() / fmt::format("kv_load_{}", ::getpid())) {
-        fs::create_directories(folder_);
+        fs::create_directories(folder_ / "data");
+        if (plan.server) {
+            test::TestServer::OnDisk().MakeDatabase("agency");
+            IniFile(folder_ / "data" / "KESTRAVA.INI")
+                .Set("Database", "Server", test::TestServer::OnDisk().Connection("agency"));
+        }
         Tool({"init"});
         Tool({"demo", "--clients", std::to_string(plan.clients), "--caregivers",
               std::to_string(plan.caregivers)});
         Tool({"login", "--user", "LOAD"});
-        worked_ = Rows("select sequence, act_hrs from sch_day where act_hrs <> 0 order by sequence");
+        Tool({"sql", "create table load_count (place LONG, number LONG)"});
+        for (int place = 0; place < kSharedRows; ++place) {
+            Tool({"sql", fmt::format("insert into load_count values ({}, 0)", place)});
+        }
+        worked_ = Rows(kWorkedVisits);
     }
     ~Load() { fs::remove_all(folder_); }
     Load(const Load&) = delete;
@@ -229,15 +267,7 @@ class Load {
         for (int seat = 0; seat < plan_.seats; ++seat) {
             Start(seat, random(), end);
         }
-        int killed = 0;
-        while (killed < plan_.kills && Clock::now() < end) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(20 + random() % 100));
-            const int seat = static_cast<int>(random() % static_cast<unsigned>(plan_.seats));
-            ::kill(children_[seat], SIGKILL);
-            ::waitpid(children_[seat], nullptr, 0);
-            ++killed;
-            Start(seat, random(), end);
-        }
+        DoHarm(random, end);
         bool sound = true;
         for (const auto& [seat, child] : children_) {
             int status = 0;
@@ -247,12 +277,59 @@ class Load {
                 sound = false;
             }
         }
-        std::cout << "killed " << killed << '\n';
+        std::cout << fmt::format("{} seats killed, {} connections cut, {} stops of the server\n", plan_.kills,
+                                 plan_.cuts, plan_.stops);
         Report();
-        return Check() && sound;
+        return Check() && sound && sound_;
     }
 
   private:
+    enum class Harm { Kill, Cut, Stop };
+
+    /// Spreads what is done to the seats over the time, and looks after each few seconds whether all is well.
+    void DoHarm(std::mt19937& random, Clock::time_point end) {
+        std::vector<Harm> harms(static_cast<std::size_t>(plan_.kills), Harm::Kill);
+        harms.insert(harms.end(), static_cast<std::size_t>(plan_.cuts), Harm::Cut);
+        harms.insert(harms.end(), static_cast<std::size_t>(plan_.stops), Harm::Stop);
+        std::shuffle(harms.begin(), harms.end(), random);
+        constexpr std::chrono::seconds kBetweenLooks(10);
+        const auto pause = (end - Clock::now()) / (harms.size() + 1);
+        auto looked = Clock::now();
+        for (std::size_t next = 0; Clock::now() < end;) {
+            const auto wait = harms.empty() ? std::chrono::seconds(1) : pause;
+            std::this_thread::sleep_for(std::min<Clock::duration>(wait, end - Clock::now()));
+            if (next < harms.size()) {
+                Do(harms[next++], random, end);
+            }
+            if (Clock::now() - looked > kBetweenLooks) {
+                looked = Clock::now();
+                sound_ = CheckVisits() && sound_;
+            }
+        }
+    }
+
+    void Do(Harm harm, std::mt19937& random, Clock::time_point end) {
+        if (harm == Harm::Kill) {
+            const int seat = static_cast<int>(random() % static_cast<unsigned>(plan_.seats));
+            ::kill(children_[seat], SIGKILL);
+            ::waitpid(children_[seat], nullptr, 0);
+            Start(seat, random(), end);
+            return;
+        }
+        test::TestServer& server = test::TestServer::OnDisk();
+        if (harm == Harm::Stop) {
+            server.Stop();
+            server.Start();
+            return;
+        }
+        const std::unique_ptr<PGconn, decltype(&PQfinish)> connection(
+            PQconnectdb(server.Connection("agency").c_str()), PQfinish);
+        PQclear(
+            PQexec(connection.get(),
+                   "select pg_terminate_backend(pid) from pg_stat_activity where application_name = 'kvCli' "
+                   "order by random() limit 1"));
+    }
+
     std::string Tool(std::vector<std::string> arguments) const {
         std::vector<std::string> all = {"--data", (folder_ / "data").string(), "--settings",
                                         (folder_ / "settings.ini").string()};
@@ -266,16 +343,29 @@ class Load {
     }
     std::string Rows(const std::string& statement) const { return Tool({"sql", statement}); }
 
+    /// A seat from its start on; one that finds the server down tries again, as its operator does.
+    int Play(int seat, unsigned seed, Clock::time_point end) const {
+        while (Clock::now() < end) {
+            try {
+                Seat(folder_, seat, seed).RunUntil(end);
+            } catch (const EngineError& failure) {
+                if (failure.Number() != engine_error::kConnectionFailed) {
+                    std::cerr << "seat " << seat << ": " << failure.what() << '\n';
+                    return 1;
+                }
+                std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            } catch (const std::exception& failure) {
+                std::cerr << "seat " << seat << ": " << failure.what() << '\n';
+                return 1;
+            }
+        }
+        return 0;
+    }
+
     void Start(int seat, unsigned seed, Clock::time_point end) {
         const pid_t child = ::fork();
         if (child == 0) {
-            try {
-                Seat(folder_, seat, seed).RunUntil(end);
-                ::_exit(0);
-            } catch (const std::exception& failure) {
-                std::cerr << "seat " << seat << ": " << failure.what() << '\n';
-                ::_exit(1);
-            }
+            ::_exit(Play(seat, seed, end));
         }
         children_[seat] = child;
     }
@@ -287,7 +377,7 @@ class Load {
         return static_cast<double>(sorted[at]) / kMicroseconds;
     }
 
-    void Report() const {
+    void Report() {
         std::map<std::string, std::vector<long>> times;
         std::map<std::string, long> words;
         for (int seat = 0; seat < plan_.seats; ++seat) {
@@ -297,7 +387,11 @@ class Load {
                 if (parts.size() < 3) {
                     continue;  // its seat was killed while it wrote
                 }
-                if (parts[0] != "said") {
+                if (parts[0] == "counted") {
+                    ++counted_;
+                    continue;
+                }
+                if (parts[0] != "said" && parts[2].empty()) {
                     times[parts[0]].push_back(std::atol(parts[1].c_str()));
                 }
                 if (!parts[2].empty()) {
@@ -325,7 +419,27 @@ class Load {
         if (const std::string problems = Tool({"check"}); Trim(problems).rfind("{\"problems\":[]}", 0) != 0) {
             fail(problems);
         }
-        if (Rows("select sequence, act_hrs from sch_day where act_hrs <> 0 order by sequence") != worked_) {
+        sound = CheckVisits() && sound;
+        // A seat that is killed, or loses its connection, between the save and its note has counted all the
+        // same.
+        const long unsure = plan_.kills + plan_.cuts + static_cast<long>(plan_.stops) * plan_.seats;
+        const std::string answer = Rows("select sum(number) from load_count");
+        const long stored = std::atol(answer.substr(std::min(answer.find("[[") + 2, answer.size())).c_str());
+        if (stored < counted_ || stored > counted_ + unsure) {
+            fail(fmt::format("{} were counted and {} stand there", counted_, stored));
+        }
+        std::cout << fmt::format("counted {} times in {} shared rows, {} stand there\n", counted_,
+                                 kSharedRows, stored);
+        return sound;
+    }
+
+    bool CheckVisits() const {
+        bool sound = true;
+        const auto fail = [&sound](const std::string& what) {
+            std::cout << "FAILED: " << what << '\n';
+            sound = false;
+        };
+        if (Rows(kWorkedVisits) != worked_) {
             fail("visits that were worked are not as they were");
         }
         const std::string doubled = Rows(
@@ -342,6 +456,8 @@ class Load {
     fs::path folder_;
     std::map<int, pid_t> children_;
     std::string worked_;
+    bool sound_ = true;
+    long counted_ = 0;
 };
 
 }  // namespace
@@ -349,9 +465,13 @@ class Load {
 
 int main(int argc, char** argv) {
     kv::Plan plan;
-    CLI::App app("Plays many seats on one data folder");
+    CLI::App app("Plays many seats on one data folder or database server");
     app.add_option("--seats", plan.seats, "How many seats");
     app.add_option("--seconds", plan.seconds, "How long");
+    app.add_flag("--server", plan.server,
+                 "On a database server of its own, with what is committed on the disk");
+    app.add_option("--cuts", plan.cuts, "How many connections are cut");
+    app.add_option("--stops", plan.stops, "How many times the server is stopped and started");
     app.add_option("--kills", plan.kills, "How many times a seat is killed and started anew");
     app.add_option("--seed", plan.seed, "Of what the seats do");
     app.add_option("--clients", plan.clients, "Clients of the made-up agency");

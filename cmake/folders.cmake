@@ -18,9 +18,10 @@ function(kv_folder path)
   endif()
 endfunction()
 
-# kv_tests(name LIBRARIES libs... [QT]): the program kv_<name>_tests of every source below tests/<name>.
+# kv_tests(name LIBRARIES libs... [QT] [SERVER]): the program kv_<name>_tests of every source below tests/<name>. With
+# SERVER it runs twice, the second time on a database server of its own.
 function(kv_tests name)
-  cmake_parse_arguments(ARG "QT" "TIMEOUT" "LIBRARIES" ${ARGN})
+  cmake_parse_arguments(ARG "QT;SERVER" "TIMEOUT" "LIBRARIES" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${name}/*.cpp ${PROJECT_SOURCE_DIR}/tests/${name}/*.h)
   if(NOT sources)
     return()
@@ -38,6 +39,11 @@ function(kv_tests name)
     target_link_libraries(kv_${name}_tests PRIVATE GTest::gtest_main)
   endif()
   add_test(NAME ${name} COMMAND kv_${name}_tests)
-  set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT}
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC")
+  set(environment QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 TZ=UTC)
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "${environment}")
+  if(ARG_SERVER)
+    add_test(NAME ${name}_on_server COMMAND kv_${name}_tests)
+    set_tests_properties(${name}_on_server PROPERTIES TIMEOUT ${ARG_TIMEOUT}
+      ENVIRONMENT "${environment};KV_TEST_ENGINE=server")
+  endif()
 endfunction()

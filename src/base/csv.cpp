@@ -84,7 +84,9 @@ std::string CsvLine(const CsvRow& row) {
         if (!row[i])
             continue;
         const std::string& cell = *row[i];
-        if (!cell.empty() && cell.find_first_of("\",\r\n") == std::string::npos) {
+        // At the front of a file a byte-order mark would be taken for the file's.
+        if (!cell.empty() && cell.find_first_of("\",\r\n") == std::string::npos &&
+            !cell.starts_with(kByteOrderMark)) {
             line += cell;
             continue;
         }

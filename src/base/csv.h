@@ -41,7 +41,8 @@ class CsvReader {
     std::size_t columns_ = 0;  // of the first row
 };
 
-/// One line with its CR LF; texts are quoted when empty or when they hold a quote, a comma or a line end.
+/// One line with its CR LF; texts are quoted when empty, when they hold a quote, a comma or a line end, and
+/// when they begin with a byte-order mark.
 std::string CsvLine(const CsvRow& row);
 
 }  // namespace kv

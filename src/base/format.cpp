@@ -195,6 +195,8 @@ std::string FormatNumber(double number, std::string_view patternText) {
         return std::string(patternText);
     const int decimals = static_cast<int>(pattern.decimals.size());
     const double rounded = RoundTo(pattern.hundredfold ? number * 100 : number, decimals);
+    if (!std::isfinite(rounded))
+        return NumberText(rounded);
     std::string digits = fmt::format("{:.{}f}", std::fabs(rounded), decimals);
     std::string fraction;
     if (decimals > 0) {

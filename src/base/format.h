@@ -14,7 +14,8 @@ std::string FormatDate(Date date, std::string_view pattern);
 
 /// Formats a number by a pattern of 0, #, a comma for thousands, one point, %, $ and literal text:
 /// "##,##0.00", "000". Rounds half away from zero; a percent sign multiplies by 100 only where the pattern
-/// has no blank before it. A # shows no needless nought, and a point without decimals is left out.
+/// has no blank before it. A # shows no needless nought, and a point without decimals is left out. A result
+/// beyond all numbers is written without the pattern: "inf".
 std::string FormatNumber(double number, std::string_view pattern);
 
 /// Formats a text by a pattern whose # take the characters from the right, as "(###) ###-####" does with ten

@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -70,5 +71,11 @@ bool HasLocalDisplay();
 /// A descriptor that can be read from once the system asks the program to end (log-out, shutdown, Ctrl+C); a
 /// second request ends it at once. -1 where there is none.
 int WatchTermination();
+
+/// Runs the work in a process of its own, a copy of this one whose words on standard error go nowhere, and
+/// waits for it: true when it came to its end, false when it crashed or threw. What it changes in memory is
+/// lost; it uses no file, connection or lock that this process has open. Throws std::system_error when no
+/// process can be had.
+bool SurvivesApart(const std::function<void()>& work);
 
 }  // namespace kv

@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <pwd.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -110,6 +111,34 @@ bool WaylandAnswers(std::string_view display) {
     return !display.empty() && SocketAnswers(folder / display);
 }
 
+/// While it lives, a write to a peer that has gone fails with an error in this thread instead of ending the
+/// program: for libraries that write to sockets without asking for that themselves.
+class BrokenPipesHeld {
+  public:
+    BrokenPipesHeld() {
+        ::sigemptyset(&brokenPipe_);
+        ::sigaddset(&brokenPipe_, SIGPIPE);
+        sigset_t pending;
+        ::sigpending(&pending);
+        wasPending_ = ::sigismember(&pending, SIGPIPE) == 1;
+        ::pthread_sigmask(SIG_BLOCK, &brokenPipe_, &before_);
+    }
+    ~BrokenPipesHeld() {
+        const timespec atOnce{};
+        // A signal that was waiting before is somebody else's.
+        while (!wasPending_ && ::sigtimedwait(&brokenPipe_, nullptr, &atOnce) < 0 && errno == EINTR) {
+        }
+        ::pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+    }
+    BrokenPipesHeld(const BrokenPipesHeld&) = delete;
+    BrokenPipesHeld& operator=(const BrokenPipesHeld&) = delete;
+
+  private:
+    sigset_t brokenPipe_{};
+    sigset_t before_{};
+    bool wasPending_ = false;
+};
+
 /// Lets the X library say whether the server takes this user: a server that answers may still turn him away.
 /// Without the library the socket's word holds.
 bool XServerTakesUser(const std::string& display) {
@@ -124,6 +153,7 @@ bool XServerTakesUser(const std::string& display) {
     const auto disconnect = reinterpret_cast<Disconnect>(::dlsym(library, "xcb_disconnect"));
     bool taken = true;
     if (connect && hasError && disconnect) {
+        const BrokenPipesHeld held;
         void* connection = connect(display.c_str(), nullptr);
         taken = hasError(connection) == 0;
         disconnect(connection);
@@ -325,6 +355,31 @@ bool HasLocalDisplay() {
 int WatchTermination() {
     static const int descriptor = MakeTerminationPipe();
     return descriptor;
+}
+
+bool SurvivesApart(const std::function<void()>& work) {
+    const pid_t child = ::fork();
+    if (child < 0)
+        throw std::system_error(errno, std::generic_category(), "fork");
+    if (child == 0) {
+        // Ends without the exit handlers, which would write this process's buffers a second time. A crash is
+        // expected here, so that the system need keep no image of it.
+        const rlimit noImage{0, 0};
+        ::setrlimit(RLIMIT_CORE, &noImage);
+        const Descriptor nowhere(::open("/dev/null", O_WRONLY | O_CLOEXEC));
+        ::dup2(nowhere.Get(), STDERR_FILENO);
+        try {
+            work();
+        } catch (...) {
+            ::_exit(EXIT_FAILURE);
+        }
+        ::_exit(EXIT_SUCCESS);
+    }
+    int status = 0;
+    while (::waitpid(child, &status, 0) < 0)
+        if (errno != EINTR)
+            throw std::system_error(errno, std::generic_category(), "waitpid");
+    return WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS;
 }
 
 }  // namespace kv

@@ -22,6 +22,7 @@ struct ColumnInfo {
     /// What a new row holds where nothing is written; Null where the schema states none (a Boolean starts
     /// false).
     Value defaultValue;
+    friend bool operator==(const ColumnInfo&, const ColumnInfo&) = default;
 };
 
 struct IndexInfo {
@@ -29,6 +30,7 @@ struct IndexInfo {
     std::vector<std::string> columns;
     bool unique = false;
     bool primary = false;
+    friend bool operator==(const IndexInfo&, const IndexInfo&) = default;
 };
 
 struct TableInfo {
@@ -40,6 +42,7 @@ struct TableInfo {
     std::optional<std::size_t> Find(std::string_view column) const;
     /// The counter's place, or nothing.
     std::optional<std::size_t> Counter() const;
+    friend bool operator==(const TableInfo&, const TableInfo&) = default;
 };
 
 /// The value type that a column's fields hold.
@@ -51,6 +54,7 @@ class Catalogue {
     void Add(TableInfo table);
     const TableInfo* Find(std::string_view table) const;
     const std::vector<std::string>& Names() const { return names_; }
+    friend bool operator==(const Catalogue&, const Catalogue&) = default;
 
   private:
     std::unordered_map<std::string, TableInfo> tables_;  // by lower-cased name

@@ -74,8 +74,8 @@ const Catalogue& Database::Tables() const {
     return *connection_->Tables();
 }
 
-const std::filesystem::path& Database::Path() const {
-    return connection_->Path();
+std::string Database::Name() const {
+    return connection_->Name();
 }
 
 ReadSpan Database::BeginRead() {
@@ -90,8 +90,16 @@ std::int64_t Database::ChangeStamp() const {
     return connection_->Stamp();
 }
 
+void Database::RefreshCache() {
+    connection_->RefreshCache();
+}
+
 std::vector<std::string> Database::CheckIntegrity() {
     return connection_->CheckIntegrity();
+}
+
+void Database::LearnTables() {
+    connection_->LearnTables();
 }
 
 std::int64_t Database::NextCounter(std::string_view table) {

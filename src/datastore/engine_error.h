@@ -44,6 +44,7 @@ inline constexpr int kSyntaxInOrderBy = 3138;
 inline constexpr int kSyntaxInSelect = 3141;
 inline constexpr int kTextAfterEnd = 3142;
 inline constexpr int kSyntaxInUpdate = 3144;
+inline constexpr int kConnectionFailed = 3151;
 inline constexpr int kFieldTooSmall = 3163;
 inline constexpr int kFieldNotUpdatable = 3164;
 inline constexpr int kRecordDeleted = 3167;

@@ -4,7 +4,9 @@
 #include <system_error>
 
 #include "base/platform.h"
+#include "base/text.h"
 #include "datastore/engine/connection.h"
+#include "datastore/engine/postgres/pg_open.h"
 #include "datastore/engine/sqlite/sqlite_open.h"
 #include "datastore/script.h"
 
@@ -22,36 +24,67 @@ fs::path FilePath(const fs::path& path) {
 }  // namespace
 
 struct Workspace::Connections {
-    std::map<fs::path, std::weak_ptr<Connection>> open;
+    /// By the file's path, or the server's connection string and the schema.
+    std::map<std::string, std::weak_ptr<Connection>> open;
     std::function<Date()> clock;
 };
+
+namespace {
+
+std::string KeyOf(const DatabasePlace& place, const fs::path& file) {
+    if (!place.server.empty())
+        return place.server + '\n' + Lower(place.schema);
+    std::error_code error;
+    const fs::path canonical = fs::weakly_canonical(file, error);
+    return (error ? file : canonical).string();
+}
+
+}  // namespace
 
 Workspace::Workspace() : connections_(std::make_unique<Connections>()) {}
 
 Workspace::~Workspace() = default;
 
-DatabasePtr Workspace::OpenDatabase(const fs::path& path, SchemaCheck check) {
-    const fs::path file = FilePath(path);
-    std::error_code error;
-    const fs::path canonical = fs::weakly_canonical(file, error);
+DatabasePtr Workspace::OpenDatabase(const DatabasePlace& place, SchemaCheck check) {
+    const bool onServer = !place.server.empty();
+    const fs::path file = onServer ? fs::path() : FilePath(place.file);
     std::erase_if(connections_->open, [](const auto& entry) { return entry.second.expired(); });
-    std::weak_ptr<Connection>& known = connections_->open[error ? file : canonical];
+    std::weak_ptr<Connection>& known = connections_->open[KeyOf(place, file)];
     std::shared_ptr<Connection> connection = known.lock();
     if (!connection) {
-        connection = sqlite::Open(file, check);
+        connection = onServer ? postgres::Open(place.server, place.schema, check) : sqlite::Open(file, check);
         if (connections_->clock)
             connection->clock = connections_->clock;
         known = connection;
     } else if (check == SchemaCheck::Required) {
-        sqlite::RequireSchema(*connection);
+        onServer ? postgres::RequireSchema(*connection) : sqlite::RequireSchema(*connection);
     }
     return std::make_shared<Database>(std::move(connection));
 }
 
-DatabasePtr Workspace::CreateDatabase(const fs::path& path, std::string_view script) {
-    const fs::path file = FilePath(path);
-    sqlite::Create(file, SplitScript(script));
-    return OpenDatabase(file);
+DatabasePtr Workspace::CreateDatabase(const DatabasePlace& place, std::string_view script) {
+    if (!place.server.empty())
+        postgres::Create(place.server, place.schema, SplitScript(script));
+    else
+        sqlite::Create(FilePath(place.file), SplitScript(script));
+    return OpenDatabase(place);
+}
+
+bool Workspace::HasDatabase(const DatabasePlace& place) {
+    return place.server.empty() ? fs::exists(FilePath(place.file))
+                                : postgres::Exists(place.server, place.schema);
+}
+
+void Workspace::DropDatabase(const DatabasePlace& place) {
+    if (!place.server.empty())
+        postgres::Drop(place.server, place.schema);
+    else
+        sqlite::Drop(FilePath(place.file));
+}
+
+void Workspace::MoveDatabases(const std::string& server,
+                              const std::vector<std::pair<std::string, std::string>>& moves) {
+    postgres::MoveAll(server, moves);
 }
 
 void Workspace::SetClock(std::function<Date()> now) {

@@ -1,10 +1,13 @@
 #pragma once
+#include <concepts>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "datastore/catalogue.h"
 #include "datastore/engine_error.h"
@@ -43,6 +46,21 @@ class Transaction {
     Connection* connection_;
 };
 
+/// Where a database lies: a file, or a schema of a database server.
+struct DatabasePlace {
+    template <typename Path>
+    // It takes what is a path and nothing else. NOLINTNEXTLINE(bugprone-forwarding-reference-overload)
+    requires std::convertible_to<Path, std::filesystem::path> DatabasePlace(Path&& path)
+        : file(std::forward<Path>(path)) {}
+    /// `connection`: a connection string of the server's library, without a password.
+    DatabasePlace(std::string connection, std::string schemaName)
+        : server(std::move(connection)), schema(std::move(schemaName)) {}
+
+    std::filesystem::path file;
+    std::string server;  ///< empty for a file
+    std::string schema;
+};
+
 /// An open database. Handles to one path share what the engine needs; each is closed by its opener.
 class Database {
   public:
@@ -57,13 +75,20 @@ class Database {
     Value Lookup(std::string_view sql);
 
     const Catalogue& Tables() const;
-    const std::filesystem::path& Path() const;
+    /// What messages call it: the file's name, or the schema's.
+    std::string Name() const;
     ReadSpan BeginRead();
     Transaction BeginTransaction();
     /// A number that changes whenever this or another program has written to the database.
     std::int64_t ChangeStamp() const;
+    /// What was read before counts as old from now on. A server does not tell what other seats write, so a
+    /// field may be as old as a quarter of a second there.
+    void RefreshCache();
     /// The engine's own test of its file: one line per fault, empty when sound.
     std::vector<std::string> CheckIntegrity();
+    /// To be called when many rows were loaded, outside a transaction: the engine then finds its way through
+    /// them.
+    void LearnTables();
     /// The counter that the next AddNew of the table hands out. 3251 for a table without one.
     std::int64_t NextCounter(std::string_view table);
     /// Sets it, after rows with given counters were loaded.
@@ -84,14 +109,21 @@ class Workspace {
     Workspace();
     ~Workspace();
 
-    /// Shared, read-write; the file name is matched without regard to case, "\\" and "/" are alike. Throws
-    /// EngineError with words for the operator: 3024 no such file, 3051 it can't be opened or written, 3343
-    /// it is no database, an Access file, or one of another schema version (not looked at with
-    /// SchemaCheck::Ignored).
-    DatabasePtr OpenDatabase(const std::filesystem::path& path, SchemaCheck check = SchemaCheck::Required);
+    /// Shared, read-write; a file's name is matched without regard to case, "\\" and "/" are alike. Throws
+    /// EngineError with words for the operator: 3024 no such file or schema, 3051 it can't be opened or
+    /// written, 3151 the server can't be reached, 3343 it is no database, an Access file, or one of another
+    /// schema version (not looked at with SchemaCheck::Ignored).
+    DatabasePtr OpenDatabase(const DatabasePlace& place, SchemaCheck check = SchemaCheck::Required);
     /// Makes an empty database from a script of CREATE statements separated by semicolons (lines that begin
-    /// with -- are remarks), whole or not at all. 3204 when the file exists.
-    DatabasePtr CreateDatabase(const std::filesystem::path& path, std::string_view script);
+    /// with -- are remarks), whole or not at all. 3204 when it exists.
+    DatabasePtr CreateDatabase(const DatabasePlace& place, std::string_view script);
+    /// Whether there is a file, or a schema of this program. Throws 3151 where the server can't be reached.
+    static bool HasDatabase(const DatabasePlace& place);
+    /// Takes a schema of this program, or a file with all that lies beside it, away. Nobody has it open.
+    static void DropDatabase(const DatabasePlace& place);
+    /// Puts databases of one server in the place of others, all at once or none: schema names, from and to.
+    static void MoveDatabases(const std::string& server,
+                              const std::vector<std::pair<std::string, std::string>>& moves);
     /// What now() and date() answer in the statements of databases opened from now on; the system's time
     /// without it.
     void SetClock(std::function<Date()> now);

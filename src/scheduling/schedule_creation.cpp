@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <map>
 #include <optional>
-#include <utility>
 
 #include "base/format.h"
 #include "base/text.h"
+#include "scheduling/schedule_facts.h"
+#include "scheduling/try_step.h"
 #include "scheduling/visit_conflicts.h"
 #include "scheduling/work_week.h"
 
@@ -21,21 +21,11 @@ constexpr long kWeeksNeglected = 2;
 /// How far a schedule typed in by hand may begin from the assignment's time and still be its visit.
 constexpr long kSameVisitMinutes = 15;
 
-/// One step. Where it fails, the next one runs all the same: a single bad value must not cost the other
-/// visits.
-template <typename Step>
-void Try(const Step& step) {
-    try {
-        step();
-    } catch (const EngineError&) {
-        // Passed over on purpose; the row shows what is missing.
-    }
-}
-
 /// Her status is active, or she left on the day or later.
-bool WorksOn(const Recordset& caregiver, Date day) {
-    const Value left = caregiver.Get("t_date");
-    return EqualsNoCase(caregiver.Text("t_code"), "A") || (!left.IsNull() && left.ToDate().DayOnly() >= day);
+bool WorksOn(const FactRow& caregiver, Date day) {
+    const Value& left = caregiver.at("t_date");
+    return EqualsNoCase(caregiver.at("t_code").ToText(), "A") ||
+           (!left.IsNull() && left.ToDate().DayOnly() >= day);
 }
 
 Date AddWeeks(Date day, long weeks) {
@@ -51,17 +41,19 @@ Date NextWeekEnd(Date last, long howoften, int endDay) {
 
 }  // namespace
 
-/// One assignment's way through its weeks. What it needs beside its row is read when the first visit is to be
-/// made, once for all of them.
+/// One assignment's way through its weeks. What it needs beside its row is asked of the stroke when the first
+/// visit is to be made, once for all of them.
 class ScheduleCreation::Run {
   public:
-    Run(ScheduleCreation& creation, long assignment)
+    Run(ScheduleCreation& creation, StrokeFacts& stroke, long assignment)
         : creation_(creation),
+          stroke_(stroke),
           session_(creation.session_),
-          work_(*session_.dbMainWork),
           visit_(creation.visits_),
           today_(session_.clock.Today()),
-          assign_(work_.OpenRecordset(Sql("select * from assign where sequence = {}", assignment))) {}
+          horizon_(creation.Horizon()),
+          assign_(session_.dbMainWork->OpenRecordset(
+              Sql("select * from assign where sequence = {}", assignment))) {}
 
     void Go() {
         if (assign_.Eof()) {
@@ -135,7 +127,7 @@ class ScheduleCreation::Run {
     bool MayRun() const {
         const Value end = assign_.Get("END_DATE");
         const Value begin = assign_.Get("st_date");
-        return weekEnd_ <= AddWeeks(today_, creation_.weeks_) && EqualsNoCase(assign_.Text("Type"), "A") &&
+        return weekEnd_ <= horizon_ && EqualsNoCase(assign_.Text("Type"), "A") &&
                assign_.Get("HRS").NumberOr(0) > 0 && EqualsNoCase(assign_.Text("author_status"), "A") &&
                !end.IsNull() && end.ToDate().DayOnly() >= weekEnd_.AddDays(1 - kDaysInAWeek) &&
                !begin.IsNull() && begin.ToDate().DayOnly() <= weekEnd_ &&
@@ -179,11 +171,15 @@ class ScheduleCreation::Run {
 
     /// The assignment's own visit of that day, or one typed in by hand that stands for it.
     bool IsThere() {
+        const VisitsByDay* visits = Known().visits;
+        if (made_.contains(visitDay_.DayNumber()) || !visits) {
+            return made_.contains(visitDay_.DayNumber());
+        }
         const auto sequence = static_cast<double>(assign_.Get("sequence").ToInteger());
         const Date start = assign_.Get("St_time").IsNull() ? Date() : assign_.Get("St_time").ToDate();
-        const auto [first, last] = Known().visits.equal_range(visitDay_.DayNumber());
+        const auto [first, last] = visits->equal_range(visitDay_.DayNumber());
         return std::any_of(first, last, [&](const auto& entry) {
-            const Existing& visit = entry.second;
+            const ExistingVisit& visit = entry.second;
             return visit.assignment == sequence ||
                    (visit.assignment == 0 && visit.start &&
                     std::labs(MinutesBetween(visit.start->TimeOnly(), start.TimeOnly())) <=
@@ -229,25 +225,25 @@ class ScheduleCreation::Run {
         visit_.Update();
         ++creation_.created_;
         // Where the assignment's row is held by another seat, the next pass comes to this day again.
-        facts_->visits.emplace(visitDay_.DayNumber(),
-                               Existing{static_cast<double>(assign_.Get("sequence").ToInteger()), {}, {}});
+        made_.insert(visitDay_.DayNumber());
     }
 
     /// A caregiver who no longer works on that day is taken off this visit alone.
     void AddCaregiver() {
-        const Recordset& caregiver = Known().caregiver;
-        if (!caregiver.IsOpen() || caregiver.Eof()) {
+        const FactRow* caregiver = Known().caregiver;
+        if (!caregiver) {
             return;
         }
-        if (!WorksOn(caregiver, visitDay_)) {
+        if (!WorksOn(*caregiver, visitDay_)) {
             TakeOff("Not Active");
             return;
         }
-        Put("emp_name", Trim(caregiver.Text("LastName")) + ", " + Trim(caregiver.Text("FirstName")));
-        Put("PAY_TRAVEL", caregiver.Get("PAY_MILEAGE"));
-        Put("PAY_ERRAND", caregiver.Get("PAY_ERRAND"));
-        Put("PAY_EXPENSE", caregiver.Get("PAY_EXPENSES"));
-        Put("emp_group", caregiver.Get("dept"));
+        Put("emp_name",
+            Trim(caregiver->at("LastName").ToText()) + ", " + Trim(caregiver->at("FirstName").ToText()));
+        Put("PAY_TRAVEL", caregiver->at("PAY_MILEAGE"));
+        Put("PAY_ERRAND", caregiver->at("PAY_ERRAND"));
+        Put("PAY_EXPENSE", caregiver->at("PAY_EXPENSES"));
+        Put("emp_group", caregiver->at("dept"));
     }
 
     void KeepFreeOfNonVisits() {
@@ -277,106 +273,12 @@ class ScheduleCreation::Run {
                                       start.IsNull() ? std::string() : FormatDate(start.ToDate(), "HH:NN")});
     }
 
-    struct Existing {
-        double assignment;
-        std::optional<Date> start;
-        std::string type;
-    };
-    /// What the visits of the run are made with beside the assignment's row.
-    struct Facts {
-        Recordset client;
-        Recordset caregiver;
-        std::string type = "R";
-        std::vector<std::pair<const char*, Value>> extras;
-        Value description;
-        std::multimap<long, Existing> visits;  ///< the client's, by day
-        NonVisits nonVisits;
-
-        Value Client(const char* field) const {
-            return client.IsOpen() && !client.Eof() ? client.Get(field) : Value();
-        }
-    };
-
-    const Facts& Known() {
+    const VisitFacts& Known() {
         if (!facts_) {
-            facts_ = Facts();
-            Try([&] { ReadClient(); });
-            Try([&] { ReadCaregiver(); });
-            Try([&] { ReadType(); });
-            Try([&] { ReadExtras(); });
-            Try([&] {
-                facts_->description = session_.dbMainCode->Lookup(
-                    Sql("select Description from visit_types where code = {}", assign_.Text("visit_type")));
-            });
-            // A visit that stands twice is seen; one that is missing leaves somebody alone.
-            Try([&] { ReadVisits(); });
+            facts_ = stroke_.Of(assign_, weekEnd_);
         }
         return *facts_;
     }
-
-    Recordset Row(const std::string& statement) {
-        return work_.OpenRecordset(statement, RecordsetType::Snapshot);
-    }
-    void ReadClient() {
-        facts_->client =
-            Row(Sql("select Manager,HOL_COV,disaster_code,Grouping,bill_mileage,bill_errand,"
-                    "bill_expenses from clientPR where [client]={}",
-                    assign_.Text("CLIENT")));
-    }
-    void ReadCaregiver() {
-        const std::string id = assign_.Text("emp_id");
-        if (Trim(id).empty()) {
-            return;
-        }
-        facts_->caregiver =
-            Row(Sql("select t_code,t_date,LastName,FirstName,dept,PAY_MILEAGE,PAY_ERRAND,"
-                    "PAY_EXPENSES from employee where [EMP_ID] = {}",
-                    id));
-        facts_->nonVisits = NonVisits(session_, Trim(id), weekEnd_.AddDays(1 - kDaysInAWeek), Horizon());
-    }
-    void ReadType() {
-        const std::string type = work_
-                                     .Lookup(Sql("select sch_type from Authorizations where sequence = {}",
-                                                 assign_.Get("author_seq")))
-                                     .ToText();
-        if (!type.empty()) {
-            facts_->type = type;
-        }
-    }
-    /// Mileage, errands and expenses are billed as the payer takes them: 1 is the client.
-    void ReadExtras() {
-        constexpr double kClientPays = 1;
-        const double billto = assign_.Get("billto").NumberOr(0);
-        Recordset payer;
-        const bool clientPays = billto == kClientPays && facts_->client.IsOpen() && !facts_->client.Eof();
-        if (!clientPays) {
-            payer =
-                Row(Sql("select bill_mileage,bill_errand,bill_expenses from Billcode_imaster where "
-                        "billcode = {}",
-                        billto));
-        }
-        const Recordset& from = clientPays ? facts_->client : payer;
-        if (!from.Eof()) {
-            facts_->extras = {{"BILL_TRAVEL", from.Get("bill_mileage")},
-                              {"bill_errand", from.Get("bill_errand")},
-                              {"BILL_EXPENSE", from.Get("bill_expenses")}};
-        }
-    }
-    void ReadVisits() {
-        Recordset rows =
-            Row(Sql("select st_date,assign_seq,St_time,visit_type from sch_DAY where client = {} "
-                    "and st_date >= {} and st_date <= {}",
-                    assign_.Text("CLIENT"), weekEnd_.DayNumber() - kDaysInAWeek, Horizon().DayNumber()));
-        for (; !rows.Eof(); rows.MoveNext()) {
-            const Value start = rows.Get("St_time");
-            facts_->visits.emplace(rows.Get("st_date").ToDate().DayNumber(),
-                                   Existing{rows.Get("assign_seq").NumberOr(-1),
-                                            start.IsNull() ? std::nullopt : std::optional(start.ToDate()),
-                                            rows.Text("visit_type")});
-        }
-    }
-    /// No visit lies behind it.
-    Date Horizon() const { return AddWeeks(today_, creation_.weeks_); }
 
     void Put(const char* column, const Value& value) {
         Try([&] { visit_.Set(column, value); });
@@ -384,12 +286,14 @@ class ScheduleCreation::Run {
     void Copy(const char* column) { Put(column, assign_.Get(column)); }
 
     ScheduleCreation& creation_;
+    StrokeFacts& stroke_;
     Session& session_;
-    Database& work_;
     Recordset& visit_;
     Date today_;
+    Date horizon_;
     Recordset assign_;
-    std::optional<Facts> facts_;
+    std::optional<VisitFacts> facts_;
+    std::set<long> made_;  ///< the days of its new visits
     Date weekEnd_;
     Date visitDay_;
 };
@@ -412,9 +316,14 @@ ScheduleCreation::ScheduleCreation(Session& session)
     visits_ = session.dbMainWork->OpenRecordset("select * from sch_day where sequence = 0");
 }
 
+Date ScheduleCreation::Horizon() const {
+    return AddWeeks(session_.clock.Today(), weeks_);
+}
+
 void ScheduleCreation::RunFor(long assignment) {
     Transaction whole = session_.dbMainWork->BeginTransaction();
-    Run(*this, assignment).Go();
+    StrokeFacts alone(session_, {}, Horizon());
+    Run(*this, alone, assignment).Go();
     whole.Commit();
 }
 
@@ -425,8 +334,9 @@ bool ScheduleCreation::RunAll(const std::vector<long>& assignments) {
     for (std::size_t at = 0; at < assignments.size();) {
         Transaction stroke = session_.dbMainWork->BeginTransaction();
         const std::size_t end = std::min(at + kInOneStroke, assignments.size());
+        StrokeFacts facts(session_, {assignments.begin() + at, assignments.begin() + end}, Horizon());
         for (; at < end; ++at) {
-            Run(*this, assignments[at]).Go();
+            Run(*this, facts, assignments[at]).Go();
             bar.Advance();
         }
         stroke.Commit();

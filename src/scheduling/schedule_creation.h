@@ -29,6 +29,8 @@ class ScheduleCreation {
 
   private:
     class Run;
+    /// No visit lies behind it.
+    Date Horizon() const;
     Session& session_;
     int endDay_;  ///< the weekday on which a week ends, 1 to 7
     bool paperwork_ = false;

@@ -67,22 +67,32 @@ bool MomentsOverlap(std::string_view start, std::string_view end, std::string_vi
 }
 
 NonVisits::NonVisits(Session& session, const std::string& emp_id, Date first, Date last) {
-    Recordset rows =
-        session.dbMainWork->OpenRecordset(Sql("select CLIENT,Cancelled,st_date,[Day],St_time,END_TIME from "
-                                              "sch_day where  emp_id = {} and st_date "
-                                              "between {} AND {}",
-                                              emp_id, first.DayNumber() - 1, last.DayNumber() + 1),
-                                          RecordsetType::Snapshot);
-    for (; !rows.Eof(); rows.MoveNext()) {
-        if (!rows.Text("CLIENT").empty() || rows.Get("Cancelled").IsTrue()) {
-            continue;
-        }
-        // A row that lacks its times stands nowhere.
-        if (!rows.Get("St_time").IsNull() && !rows.Get("END_TIME").IsNull()) {
-            rows_.push_back({rows.Get("st_date").ToDate().DayNumber(), rows.Text("Day"),
-                             rows.Get("St_time").ToDate(), rows.Get("END_TIME").ToDate()});
-        }
+    *this = std::move(ReadNonVisitsOf(session, {emp_id}, first, last)[emp_id]);
+}
+
+void NonVisits::Add(const Recordset& row) {
+    if (!row.Text("CLIENT").empty() || row.Get("Cancelled").IsTrue()) {
+        return;
     }
+    // A row that lacks its times stands nowhere.
+    if (!row.Get("St_time").IsNull() && !row.Get("END_TIME").IsNull()) {
+        rows_.push_back({row.Get("st_date").ToDate().DayNumber(), row.Text("Day"),
+                         row.Get("St_time").ToDate(), row.Get("END_TIME").ToDate()});
+    }
+}
+
+NonVisitsById ReadNonVisitsOf(Session& session, const std::vector<std::string>& emp_ids, Date first,
+                              Date last) {
+    NonVisitsById found;
+    for (Recordset row = session.dbMainWork->OpenRecordset(
+             Sql("select emp_id,CLIENT,Cancelled,st_date,[Day],St_time,END_TIME from sch_day where emp_id in "
+                 "({}) and st_date between {} AND {}",
+                 TextList{emp_ids}, first.DayNumber() - 1, last.DayNumber() + 1),
+             RecordsetType::Snapshot);
+         !row.Eof(); row.MoveNext()) {
+        found[row.Text("emp_id")].Add(row);
+    }
+    return found;
 }
 
 int NonVisits::Overlapping(const ProposedVisit& visit, Date today) const {

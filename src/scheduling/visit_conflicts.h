@@ -1,8 +1,10 @@
 #pragma once
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/text_less.h"
 #include "session/session.h"
 
 namespace kv {
@@ -32,14 +34,24 @@ class NonVisits {
     int Overlapping(const ProposedVisit& visit, Date today) const;
 
   private:
+    friend std::map<std::string, NonVisits, TextLess> ReadNonVisitsOf(Session& session,
+                                                                      const std::vector<std::string>& emp_ids,
+                                                                      Date first, Date last);
     struct Row {
         long day;          ///< st_date
         std::string name;  ///< its Day, as it is stored
         Date from;
         Date to;
     };
+    /// Takes the row of sch_day if it is one.
+    void Add(const Recordset& row);
     std::vector<Row> rows_;
 };
+
+using NonVisitsById = std::map<std::string, NonVisits, TextLess>;
+/// Those of several caregivers in one statement; who has none may be missing. Throws EngineError.
+NonVisitsById ReadNonVisitsOf(Session& session, const std::vector<std::string>& emp_ids, Date first,
+                              Date last);
 
 /// How many times the visit runs into a Non-Visit row of the caregiver (no client, not cancelled) that no
 /// willingness row outweighs. 0 is none. Throws EngineError.

@@ -1,6 +1,9 @@
 #include "session/data_folder.h"
 
+#include <algorithm>
+
 #include "base/platform.h"
+#include "base/text.h"
 #include "datastore/schema.h"
 #include "session/ini_file.h"
 
@@ -14,6 +17,10 @@ struct ShiftWindow {
 constexpr ShiftWindow kShifts[] = {{7, 15}, {15, 23}, {23, 7}};
 /// The numbers of the weekday's and the weekend's first window in the column names.
 constexpr int kFirstWindows[] = {1, 6};
+
+constexpr const char* kIniFile = "KESTRAVA.INI";
+/// The databases that all seats work on; tempassign is the template of a seat's private copies.
+const std::vector<std::string> kShared = {"kestrava", "main", "archive", "trans"};
 
 void AddAgency(Database& main) {
     Recordset agency = main.OpenRecordset("Agency");
@@ -33,15 +40,16 @@ void AddAgency(Database& main) {
     agency.Update();
 }
 
-void MakeDatabase(Workspace& workspace, const std::filesystem::path& file, const std::string& name) {
-    const DatabasePtr made = workspace.CreateDatabase(file, SchemaScript(name));
+void MakeDatabase(Workspace& workspace, const DatabasePlace& place, const std::string& name) {
+    DatabasePtr made = workspace.CreateDatabase(place, SchemaScript(name));
     if (name != "main")
         return;
     try {
         AddAgency(*made);
     } catch (...) {
-        // A main.mdb without its Agency row would count as existing from now on.
-        std::filesystem::remove(file);
+        // Without its Agency row it would count as existing from now on.
+        made.reset();
+        Workspace::DropDatabase(place);
         throw;
     }
 }
@@ -52,18 +60,45 @@ std::string DatabaseFile(const std::string& name) {
     return name + ".mdb";
 }
 
+const std::vector<std::string>& SharedDatabases() {
+    return kShared;
+}
+
+std::string ServerOf(const std::filesystem::path& folder) {
+    constexpr std::size_t kLongest = 4096;
+    const std::filesystem::path file = FindNoCase(folder, kIniFile);
+    // Without it nobody knows where the agency works: files that lie here may be those of long ago.
+    std::error_code none;
+    if (std::filesystem::exists(file, none) && !ReadFile(file))
+        throw EngineError(
+            engine_error::kCannotOpenFile,
+            "The file '" + file.string() + "' can't be read. It tells where the databases are.");
+    return IniFile(file).Get("Database", "Server", "", kLongest);
+}
+
+DatabasePlace PlaceOf(const std::filesystem::path& folder, std::string_view name) {
+    const std::filesystem::path file = name;
+    const std::string stem = Lower(file.stem().string());
+    const bool database = !file.has_extension() || EqualsNoCase(file.extension().string(), ".mdb");
+    if (database && std::find(kShared.begin(), kShared.end(), stem) != kShared.end()) {
+        if (std::string server = ServerOf(folder); !server.empty())
+            return {std::move(server), stem};
+    }
+    return FindNoCase(folder, file.has_extension() ? file.string() : DatabaseFile(stem));
+}
+
 std::vector<std::string> InitDataFolder(Workspace& workspace, const std::filesystem::path& folder,
                                         const std::string& country) {
     std::filesystem::create_directories(folder);
     std::vector<std::string> created;
     for (const std::string& name : SchemaNames()) {
-        const std::filesystem::path file = FindNoCase(folder, DatabaseFile(name));
-        if (std::filesystem::exists(file))
+        const DatabasePlace place = PlaceOf(folder, name);
+        if (Workspace::HasDatabase(place))
             continue;
-        MakeDatabase(workspace, file, name);
+        MakeDatabase(workspace, place, name);
         created.push_back(DatabaseFile(name));
     }
-    const IniFile ini(FindNoCase(folder, "KESTRAVA.INI"));
+    const IniFile ini(FindNoCase(folder, kIniFile));
     if (ini.Get("Kestrava System", "Country", "").empty())
         ini.Set("Kestrava System", "Country", country);
     return created;

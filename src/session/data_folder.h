@@ -10,8 +10,17 @@ namespace kv {
 /// The file name of a database of the data folder: "kestrava" is in "kestrava.mdb".
 std::string DatabaseFile(const std::string& name);
 
-/// Makes the data folder and what it lacks of its databases, each empty but for main.mdb, which gets one
-/// Agency row with workable defaults; and KESTRAVA.INI with the country ("US" or "CANADA"). What exists is
+/// Where a database of the data folder lies: the shared ones on the server that KESTRAVA.INI names (section
+/// "Database", key "Server", a connection string of libpq without a password), else and all others in the
+/// folder's file of that name, its case ignored. `name` is "kestrava", "kestrava.mdb" or another file's.
+DatabasePlace PlaceOf(const std::filesystem::path& folder, std::string_view name);
+/// The databases that all seats work on, without tempassign, the template of a seat's private copies.
+const std::vector<std::string>& SharedDatabases();
+/// The server that KESTRAVA.INI names, or the empty text.
+std::string ServerOf(const std::filesystem::path& folder);
+
+/// Makes the data folder and what it lacks of its databases, each empty but for main, which gets one Agency
+/// row with workable defaults; and KESTRAVA.INI with the country ("US" or "CANADA"). What exists is
 /// left alone. Answers the file names of the databases that were made, in the order of SchemaNames. Throws
 /// EngineError and std::filesystem::filesystem_error.
 std::vector<std::string> InitDataFolder(Workspace& workspace, const std::filesystem::path& folder,

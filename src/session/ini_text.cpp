@@ -51,7 +51,8 @@ std::string WrittenValue(std::string_view value) {
 }  // namespace
 
 IniText::IniText(std::string_view text) {
-    if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark)
+    // A careless editor puts a mark before the one that is there.
+    while (text.starts_with(kByteOrderMark))
         text.remove_prefix(kByteOrderMark.size());
     if (text.find("\r\n") != std::string_view::npos)
         lineEnd_ = "\r\n";
@@ -59,7 +60,7 @@ IniText::IniText(std::string_view text) {
         const std::size_t end = text.find('\n');
         std::string_view line = text.substr(0, end);
         text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-        if (!line.empty() && line.back() == '\r')
+        while (line.ends_with('\r'))
             line.remove_suffix(1);
         lines_.emplace_back(line);
     }

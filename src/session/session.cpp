@@ -1,6 +1,7 @@
 #include "session/session.h"
 
 #include "base/platform.h"
+#include "session/data_folder.h"
 
 namespace kv {
 
@@ -17,17 +18,7 @@ std::filesystem::path Session::DataFile(std::string_view name) const {
 }
 
 DatabasePtr Session::OpenData(std::string_view name) {
-    RefuseServer(Ini());
-    return workspace.OpenDatabase(DataFile(name));
-}
-
-void RefuseServer(const IniFile& ini) {
-    if (ini.Get("Database", "Server", "").empty())
-        return;
-    throw EngineError(engine_error::kCannotOpenFile,
-                      "The file '" + ini.File().string() +
-                          "' names a database server (section Database, key Server). This program works with "
-                          "databases in the data folder only.");
+    return workspace.OpenDatabase(PlaceOf(NativePath(DBloc), name));
 }
 
 void ReportEngineError(Session& session, const EngineError& error) {

@@ -50,18 +50,14 @@ class Session {
 
     /// A file of the data folder, its name matched without regard to case.
     std::filesystem::path DataFile(std::string_view name) const;
-    /// Opens a database of the data folder ("kestrava.mdb"); closed by its opener. Throws EngineError, also
-    /// where RefuseServer does.
+    /// Opens a database of the data folder ("kestrava.mdb"), wherever it lies; closed by its opener. Throws
+    /// EngineError.
     DatabasePtr OpenData(std::string_view name);
     IniFile Ini() const { return IniFile(DataFile("KESTRAVA.INI")); }
     void ShowMessageWindow(const std::string& text, bool beep = false) {
         dialogs.ShowMessageWindow(text, beep);
     }
 };
-
-/// Throws EngineError where the INI file names a database server (section "Database", key "Server"): the
-/// files beside it are then not what the agency works on, and this program can't reach the server.
-void RefuseServer(const IniFile& ini);
 
 /// The common error handler: shows the engine's words through ShowMessageWindow and clears the hourglass.
 void ReportEngineError(Session& session, const EngineError& error);

@@ -7,6 +7,7 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
+#include "datastore/engine_error.h"
 
 namespace kv::tool {
 namespace {
@@ -36,6 +37,15 @@ Value ReadWhole(const std::string& text, ColumnType type) {
     if (number > most || number < -most - 1)
         throw CellError("the number is too large");
     return static_cast<long>(number);
+}
+
+Value ReadMoney(const std::string& text) {
+    const double amount = ReadNumber(text).ToDouble();
+    try {
+        return Currency::FromDouble(amount);
+    } catch (const EngineError&) {
+        throw CellError("the number is too large");
+    }
 }
 
 Value ReadDate(const std::string& text) {
@@ -68,7 +78,7 @@ Value ReadCell(const CsvCell& cell, const ColumnInfo& column) {
         case ColumnType::Double:
             return ReadNumber(*cell);
         case ColumnType::Currency:
-            return Currency::FromDouble(ReadNumber(*cell).ToDouble());
+            return ReadMoney(*cell);
         case ColumnType::DateTime:
             return ReadDate(*cell);
         case ColumnType::Text:

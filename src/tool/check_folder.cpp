@@ -99,14 +99,14 @@ class FolderCheck {
     /// Opens also what the program itself would refuse for its schema's version; nothing for what is no
     /// database at all.
     DatabasePtr Open(const std::string& name) {
-        const std::filesystem::path file = FindNoCase(folder_, DatabaseFile(name));
+        const DatabasePlace place = PlaceOf(folder_, name);
         try {
-            return workspace_.OpenDatabase(file);
+            return workspace_.OpenDatabase(place);
         } catch (const EngineError& error) {
             Report(name, error.Description());
         }
         try {
-            return workspace_.OpenDatabase(file, SchemaCheck::Ignored);
+            return workspace_.OpenDatabase(place, SchemaCheck::Ignored);
         } catch (const EngineError&) {
             return nullptr;  // told above
         }

@@ -18,7 +18,8 @@ const std::vector<Command>& Commands() {
         {"logout", "Take the login's STARTED mark away", PrepareLogout},
         {"load", "Add the rows of a CSV file to a table", PrepareLoad},
         {"dump", "Write a table as CSV, ordered by its key", PrepareDump},
-        {"copy", "Copy all databases to an empty data folder", PrepareCopy},
+        {"copy", "Copy all databases to an empty data folder or database server", PrepareCopy},
+        {"import-mdb", "Read Access files into the databases of the data folder", PrepareImportMdb},
         {"check", "Test the databases", PrepareCheck},
         {"sql", "Run one statement", PrepareSql},
         {"next-id", "The id that a new client would get", PrepareNextId},
@@ -37,7 +38,6 @@ const std::vector<Command>& Commands() {
 std::filesystem::path Context::DataFolder() const {
     if (session.DBloc.empty())
         throw Refused("No data folder is known; name it with --data, or log in");
-    RefuseServer(session.Ini());
     return NativePath(session.DBloc);
 }
 
@@ -45,8 +45,9 @@ DatabasePtr Context::OpenDatabase(const std::string& name) const {
     static const std::vector<std::string> kShortNames = {"kestrava", "main", "archive", "trans"};
     for (const std::string& known : kShortNames)
         if (EqualsNoCase(name, known))
-            return session.workspace.OpenDatabase(FindNoCase(DataFolder(), DatabaseFile(known)));
-    return session.workspace.OpenDatabase(NativePath(name));
+            return session.workspace.OpenDatabase(PlaceOf(DataFolder(), known));
+    const std::filesystem::path file = NativePath(name);
+    return session.workspace.OpenDatabase(PlaceOf(file.parent_path(), file.filename().string()));
 }
 
 void Context::OpenWork() const {

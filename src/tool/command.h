@@ -64,6 +64,7 @@ Action PrepareLogout(CLI::App& command);
 Action PrepareLoad(CLI::App& command);
 Action PrepareDump(CLI::App& command);
 Action PrepareCopy(CLI::App& command);
+Action PrepareImportMdb(CLI::App& command);
 Action PrepareCheck(CLI::App& command);
 Action PrepareSql(CLI::App& command);
 Action PrepareNextId(CLI::App& command);

@@ -1,17 +1,19 @@
 #include "tool/copy_folder.h"
 
 #include <algorithm>
-#include <iterator>
+#include <functional>
+#include <memory>
 
 #include <fmt/format.h>
 
-#include "base/platform.h"
+#include "base/numbers.h"
 #include "base/text.h"
+#include "datastore/convert.h"
 #include "datastore/schema.h"
 #include "session/data_folder.h"
 #include "tool/command.h"
+#include "tool/copy_target.h"
 #include "tool/schema_script.h"
-#include "tool/scratch_folder.h"
 #include "tool/table_rows.h"
 
 namespace kv::tool {
@@ -47,41 +49,99 @@ std::string ScriptOf(const std::vector<TableInfo>& tables) {
     return script;
 }
 
-/// The rows of one table; how many.
-long CopyRows(Database& source, const TableInfo& from, Database& target, const TableInfo& to) {
-    std::vector<std::string> names;
-    std::vector<std::size_t> places;
-    for (const ColumnInfo& column : from.columns) {
-        if (const auto place = to.Find(column.name)) {
-            names.push_back(column.name);
-            places.push_back(*place);
+/// What is compared of a table: a sum of hashes does not depend on the order of the rows.
+struct TableDigest {
+    long rows = 0;
+    std::uint64_t sum = 0;
+    friend bool operator==(const TableDigest&, const TableDigest&) = default;
+};
+
+class DigestedRow {
+  public:
+    void Add(const Value& value) {
+        text_ += static_cast<char>('0' + static_cast<int>(value.Type()));
+        text_ += value.Type() == ValueType::Date ? NumberText(StoredSerial(value.ToDate())) : value.ToText();
+        text_ += '\0';
+    }
+    void AddTo(TableDigest& digest) {
+        ++digest.rows;
+        digest.sum += std::hash<std::string>()(text_);
+        text_.clear();
+    }
+
+  private:
+    std::string text_;
+};
+
+/// The columns that both tables have.
+struct SharedColumns {
+    SharedColumns(const TableInfo& from, const TableInfo& to) {
+        for (const ColumnInfo& column : from.columns) {
+            if (const auto place = to.Find(column.name)) {
+                names.push_back(column.name);
+                places.push_back(*place);
+            }
         }
     }
-    Recordset rows = source.OpenRecordset(RowsInKeyOrder(from, names), RecordsetType::Snapshot);
-    RowWriter writer(target, to, places);
-    long count = 0;
-    for (; !rows.Eof(); rows.MoveNext(), ++count) {
+    std::vector<std::string> names;
+    std::vector<std::size_t> places;  ///< in the target
+};
+
+TableDigest CopyRows(Database& source, const TableInfo& from, Database& target, const TableInfo& to,
+                     const SharedColumns& shared) {
+    Recordset rows = source.OpenRecordset(RowsInKeyOrder(from, shared.names), RecordsetType::Snapshot);
+    RowWriter writer(target, to, shared.places);
+    TableDigest digest;
+    DigestedRow row;
+    for (; !rows.Eof(); rows.MoveNext()) {
         writer.Begin();
-        for (std::size_t i = 0; i < names.size(); ++i)
-            writer.Set(i, rows.Get(i));
+        for (std::size_t i = 0; i < shared.names.size(); ++i) {
+            Value value = ConvertToColumn(rows.Get(i), to.columns[shared.places[i]]);
+            row.Add(value);
+            writer.Set(i, std::move(value));
+        }
         writer.Write();
+        row.AddTo(digest);
     }
     if (from.Counter() && to.Counter())
         target.SetNextCounter(to.name, source.NextCounter(from.name));
-    return count;
+    return digest;
+}
+
+TableDigest DigestOf(Database& database, const TableInfo& table, const SharedColumns& shared) {
+    Recordset rows = database.OpenRecordset(RowsInKeyOrder(table, shared.names), RecordsetType::Snapshot);
+    TableDigest digest;
+    DigestedRow row;
+    for (; !rows.Eof(); rows.MoveNext()) {
+        for (std::size_t i = 0; i < shared.names.size(); ++i)
+            row.Add(rows.Get(i));
+        row.AddTo(digest);
+    }
+    return digest;
+}
+
+/// Copies a table and compares what arrived; how many rows it has.
+long CopyTable(Database& source, const TableInfo& from, Database& target, const TableInfo& to) {
+    const SharedColumns shared(from, to);
+    const TableDigest sent = CopyRows(source, from, target, to, shared);
+    const TableDigest arrived = DigestOf(target, to, shared);
+    if (sent != arrived)
+        throw Refused(
+            fmt::format("the copy of {} differs from its source ({} rows of {}); nothing was copied",
+                        from.name, arrived.rows, sent.rows));
+    return sent.rows;
 }
 
 CopyCounts CopyTables(Database& source, Database& target, Progress& progress) {
     const Catalogue from = source.Tables();
     const Catalogue to = target.Tables();
-    ProgressBar bar(progress, "Copying " + source.Path().filename().string(),
-                    static_cast<long>(from.Names().size()));
+    ProgressBar bar(progress, "Copying " + source.Name(), static_cast<long>(from.Names().size()));
     const ReadSpan span = source.BeginRead();
     Transaction all = target.BeginTransaction();
     CopyCounts counts;
     for (const std::string& name : from.Names()) {
         try {
-            counts.rows += CopyRows(source, *from.Find(name), target, *to.Find(name));
+            counts.rows += CopyTable(source, *from.Find(name), target, *to.Find(name));
         } catch (const EngineError& error) {
             throw EngineError(error.Number(), name + ": " + error.Description());
         }
@@ -89,10 +149,11 @@ CopyCounts CopyTables(Database& source, Database& target, Progress& progress) {
         bar.Advance();
     }
     all.Commit();
+    target.LearnTables();
     return counts;
 }
 
-CopyCounts CopyDatabase(Workspace& workspace, const fs::path& from, const fs::path& to,
+CopyCounts CopyDatabase(Workspace& workspace, const DatabasePlace& from, const DatabasePlace& to,
                         const std::string& name, Progress& progress) {
     const DatabasePtr source = workspace.OpenDatabase(from, SchemaCheck::Ignored);
     const auto tables = MergedTables(SchemaTables(workspace, name), source->Tables());
@@ -100,83 +161,35 @@ CopyCounts CopyDatabase(Workspace& workspace, const fs::path& from, const fs::pa
     return CopyTables(*source, *target, progress);
 }
 
-/// The file of a database, or one that the engine keeps beside it.
-bool BelongsTo(const fs::path& file, const std::string& database) {
-    static constexpr const char* kBeside[] = {"", "-wal", "-shm", "-journal", ".lck"};
-    return std::any_of(std::begin(kBeside), std::end(kBeside), [&](const char* suffix) {
-        return EqualsNoCase(file.filename().string(), database + suffix);
-    });
-}
-
-/// True when a database holds no more than `init` puts into a new one: its Agency row.
-bool IsFresh(Workspace& workspace, const fs::path& file) {
-    const DatabasePtr database = workspace.OpenDatabase(file, SchemaCheck::Ignored);
-    const auto isFresh = [&](const std::string& table) {
-        const long most = EqualsNoCase(table, "Agency") ? 1 : 0;
-        return database->OpenRecordset(table, RecordsetType::Snapshot).RecordCount() <= most;
-    };
-    const std::vector<std::string> names = database->Tables().Names();
-    return std::all_of(names.begin(), names.end(), isFresh);
-}
-
-void RefuseUsedTarget(Workspace& workspace, const fs::path& from, const fs::path& to) {
-    if (fs::exists(to) && fs::equivalent(from, to))
-        throw Refused("A data folder can't be copied to itself");
-    for (const std::string& name : SchemaNames()) {
-        const fs::path file = FindNoCase(to, DatabaseFile(name));
-        if (fs::exists(file) && !IsFresh(workspace, file))
-            throw Refused(file.string() + " holds rows already; name an empty data folder");
-    }
-}
-
-void MoveInto(const fs::path& made, const fs::path& to) {
-    std::vector<fs::path> old;
-    for (const fs::directory_entry& entry : fs::directory_iterator(to))
-        for (const std::string& name : SchemaNames())
-            if (BelongsTo(entry.path(), DatabaseFile(name)))
-                old.push_back(entry.path());
-    for (const fs::path& file : old)
-        fs::remove(file);
-    for (const fs::directory_entry& entry : fs::directory_iterator(made))
-        fs::rename(entry.path(), to / entry.path().filename());
-}
-
-void CopyIni(const fs::path& from, const fs::path& to) {
-    const auto content = ReadFile(FindNoCase(from, "KESTRAVA.INI"));
-    const fs::path target = FindNoCase(to, "KESTRAVA.INI");
-    if (content && !fs::exists(target))
-        ReplaceFile(target, *content);
-}
-
 }  // namespace
 
-CopyCounts CopyDataFolder(Workspace& workspace, const fs::path& from, const fs::path& to,
+CopyCounts CopyDataFolder(Workspace& workspace, const fs::path& from, const std::string& to,
                           Progress& progress) {
-    RefuseUsedTarget(workspace, from, to);
-    fs::create_directories(to);
+    const std::unique_ptr<CopyTarget> target = MakeCopyTarget(to, from);
+    target->RefuseUsed(workspace);
+    target->Begin();
     CopyCounts counts;
-    {
-        const ScratchFolder scratch(to);
-        for (const std::string& name : SchemaNames()) {
-            const CopyCounts added = CopyDatabase(workspace, FindNoCase(from, DatabaseFile(name)),
-                                                  scratch.Path() / DatabaseFile(name), name, progress);
-            counts.tables += added.tables;
-            counts.rows += added.rows;
-        }
-        MoveInto(scratch.Path(), to);
+    for (const std::string& name : SchemaNames()) {
+        if (!target->Takes(name))
+            continue;
+        const CopyCounts added =
+            CopyDatabase(workspace, PlaceOf(from, name), target->Scratch(name), name, progress);
+        counts.tables += added.tables;
+        counts.rows += added.rows;
     }
-    CopyIni(from, to);
+    // A seat may have begun to work there meanwhile.
+    target->RefuseUsed(workspace);
+    target->Finish(from);
     return counts;
 }
 
 Action PrepareCopy(CLI::App& command) {
     auto to = std::make_shared<std::string>();
-    command.add_option("--to", *to, "An empty data folder")->required();
+    command.add_option("--to", *to, "An empty data folder, or a database server's connection string")
+        ->required();
     return [to](Context& context) {
-        if (to->find('=') != std::string::npos)
-            throw Refused("This program can't copy to a database server");
-        const CopyCounts counts = CopyDataFolder(context.session.workspace, context.DataFolder(),
-                                                 NativePath(*to), context.session.progress);
+        const CopyCounts counts =
+            CopyDataFolder(context.session.workspace, context.DataFolder(), *to, context.session.progress);
         context.Print({{"tables", counts.tables}, {"rows", counts.rows}});
         return 0;
     };

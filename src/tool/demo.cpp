@@ -41,12 +41,12 @@ demo::World MakeWorld(Database& code, const Clock& clock, const DemoOptions& opt
 DemoCounts RunDemo(Workspace& workspace, const std::filesystem::path& folder, const Clock& clock,
                    Progress& progress, const DemoOptions& options) {
     CheckNumbers(options);
-    const auto file = [&](const char* name) { return FindNoCase(folder, DatabaseFile(name)); };
-    if (std::filesystem::exists(file("kestrava"))) {
-        CheckEmpty(*workspace.OpenDatabase(file("kestrava")));
+    const auto place = [&](const char* name) { return PlaceOf(folder, name); };
+    if (Workspace::HasDatabase(place("kestrava"))) {
+        CheckEmpty(*workspace.OpenDatabase(place("kestrava")));
     }
     InitDataFolder(workspace, folder, "US");
-    const auto open = [&](const char* name) { return workspace.OpenDatabase(file(name)); };
+    const auto open = [&](const char* name) { return workspace.OpenDatabase(place(name)); };
     const DatabasePtr work = open("kestrava");
     const DatabasePtr code = open("main");
     const DatabasePtr archive = open("archive");
@@ -70,6 +70,8 @@ DemoCounts RunDemo(Workspace& workspace, const std::filesystem::path& folder, co
     codeRows.Commit();
     archiveRows.Commit();
     workRows.Commit();
+    for (const DatabasePtr& database : {work, code, archive})
+        database->LearnTables();
     IniFile(FindNoCase(folder, "KESTRAVA.INI"))
         .Set("KESTRAVA SYSTEM", "ClientID", std::to_string(options.clients));
     bar.Advance();

@@ -57,21 +57,26 @@ std::string TypeWords(const ColumnInfo& column) {
     return column.size > 0 ? fmt::format("TEXT({})", column.size) : "TEXT";
 }
 
-std::string TableScript(const TableInfo& table) {
+std::vector<std::string> TableStatements(const TableInfo& table) {
     std::vector<std::string> lines;
     for (const ColumnInfo& column : table.columns)
         lines.push_back(ColumnWords(column));
-    std::string indexes;
+    std::vector<std::string> statements(1);
     for (const IndexInfo& index : table.indexes) {
         if (index.primary)
             lines.push_back(fmt::format("CONSTRAINT {} PRIMARY KEY ({})", Bracketed(index.name),
                                         BracketedList(index.columns)));
         else
-            indexes +=
-                fmt::format("CREATE {}INDEX {} ON {} ({});\n", index.unique ? "UNIQUE " : "",
-                            Bracketed(index.name), Bracketed(table.name), BracketedList(index.columns));
+            statements.push_back(fmt::format("CREATE {}INDEX {} ON {} ({})", index.unique ? "UNIQUE " : "",
+                                             Bracketed(index.name), Bracketed(table.name),
+                                             BracketedList(index.columns)));
     }
-    return fmt::format("CREATE TABLE {} (\n{}\n);\n{}", Bracketed(table.name), Join(lines, ",\n"), indexes);
+    statements.front() = fmt::format("CREATE TABLE {} (\n{}\n)", Bracketed(table.name), Join(lines, ",\n"));
+    return statements;
+}
+
+std::string TableScript(const TableInfo& table) {
+    return Join(TableStatements(table), ";\n") + ";\n";
 }
 
 Catalogue SchemaTables(Workspace& workspace, const std::string& name) {

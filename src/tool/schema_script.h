@@ -1,5 +1,6 @@
 #pragma once
 #include <string>
+#include <vector>
 
 #include "datastore/workspace.h"
 
@@ -7,7 +8,9 @@ namespace kv::tool {
 
 /// A column's type in the words of data/schema: "TEXT(30)", "COUNTER", "DATETIME".
 std::string TypeWords(const ColumnInfo& column);
-/// The CREATE statements of a table and its indexes.
+/// The CREATE statements of a table and its indexes, the table's first.
+std::vector<std::string> TableStatements(const TableInfo& table);
+/// The same as a script.
 std::string TableScript(const TableInfo& table);
 
 /// The tables of a database of the data folder as data/schema has them.

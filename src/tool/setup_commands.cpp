@@ -28,8 +28,8 @@ int Init(Context& context, const std::string& country) {
 
 /// The agency's week-ending day, where the folder has an agency already.
 std::string WeekEnding(Context& context) {
-    const std::filesystem::path main = FindNoCase(context.DataFolder(), DatabaseFile("main"));
-    if (!std::filesystem::exists(main))
+    const DatabasePlace main = PlaceOf(context.DataFolder(), "main");
+    if (!Workspace::HasDatabase(main))
         return {};
     return context.session.workspace.OpenDatabase(main)->Lookup("select wkending from Agency").ToText();
 }

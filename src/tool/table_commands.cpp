@@ -113,6 +113,7 @@ int Load(Context& context, const LoadOptions& options) {
         database->Execute("delete * from " + Bracketed(table.name));
     const long rows = Loader(*database, table, text).Run();
     all.Commit();
+    database->LearnTables();
     context.Print({{"table", table.name}, {"rows", rows}});
     return 0;
 }

@@ -20,8 +20,8 @@ TableInfo FindTable(const Database& database, std::string_view name) {
         name = name.substr(1, name.size() - 2);
     const TableInfo* table = database.Tables().Find(name);
     if (table == nullptr)
-        throw EngineError(engine_error::kTableNotFound, "The table " + std::string(name) + " is not in " +
-                                                            database.Path().filename().string());
+        throw EngineError(engine_error::kTableNotFound,
+                          "The table " + std::string(name) + " is not in " + database.Name());
     return *table;
 }
 

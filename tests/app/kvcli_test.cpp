@@ -15,6 +15,7 @@
 
 #include "base/platform.h"
 #include "support/test_agency.h"
+#include "support/test_server.h"
 
 namespace kv {
 namespace {
@@ -99,7 +100,17 @@ TEST_F(Program, DrawsTheMainScreenWithoutADisplay) {
     EXPECT_EQ(Run(Draw(), "QT_QPA_PLATFORM=offscreen").out, Picture() + "\n");
 }
 
+TEST_F(Program, SaysWhyItCanNotReachTheServer) {
+    agency_.session().Ini().Set("Database", "Server", "host=/nowhere dbname=agency");
+    const Result result = Run(Draw());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+    EXPECT_NE(result.err.find("The database server can't be reached"), std::string::npos) << result.err;
+}
+
 TEST_F(Program, SaysWhyItCanNotStart) {
+    if (test::TestServer::Wanted())
+        GTEST_SKIP() << "about files";
     const fs::path data = agency_.Folder();
     agency_.session().dbMainWork.reset();
     const std::string whole = ReadFile(data / "kestrava.mdb").value_or("");

@@ -1,8 +1,10 @@
 #include "base/platform.h"
 
+#include <csignal>
 #include <cstddef>
 #include <cstdlib>
 #include <fstream>
+#include <stdexcept>
 #include <system_error>
 #include <thread>
 
@@ -224,6 +226,15 @@ TEST_F(Platform, TheConfigurationFolderIsTheUsers) {
     }
     const Variable other("XDG_CONFIG_HOME", "/etc/xdg");
     EXPECT_EQ(UserConfigFolder(), fs::path("/etc/xdg"));
+}
+
+TEST_F(Platform, WorkApartLeavesThisProgramAsItIs) {
+    int changed = 0;
+    EXPECT_TRUE(SurvivesApart([&] { changed = 1; }));
+    EXPECT_EQ(changed, 0);
+    EXPECT_FALSE(SurvivesApart([] { throw std::runtime_error("no"); }));
+    EXPECT_FALSE(SurvivesApart([] { std::raise(SIGSEGV); }));
+    EXPECT_FALSE(SurvivesApart([] { std::abort(); }));
 }
 
 }  // namespace

@@ -106,7 +106,7 @@ TEST_F(PotentialStatus, ChangesWhenTheOperatorIsSure) {
 TEST_F(PotentialStatus, ARefusedWriteLeavesNoEditBehind) {
     Workspace otherSeat;
     Recordset theirs =
-        otherSeat.OpenDatabase(session.DataFile("kestrava.mdb"))->OpenRecordset("select * from clientpr");
+        otherSeat.OpenDatabase(agency.Place("kestrava"))->OpenRecordset("select * from clientpr");
     theirs.Edit();
     Recordset list = session.dbMainWork->OpenRecordset("select * from clientpr");
     agency.ports.dialogs.Answer({true});

@@ -272,7 +272,7 @@ TEST_F(ClientSave, AnErrorLeavesTheStepsBeforeItDone) {
 
 TEST_F(ClientSave, AnotherSeatThatHoldsTheRowStopsTheSave) {
     Workspace otherSeat;
-    const DatabasePtr other = otherSeat.OpenDatabase(session.DataFile("kestrava.mdb"));
+    const DatabasePtr other = otherSeat.OpenDatabase(agency.Place("kestrava"));
     Recordset theirs = other->OpenRecordset("select * from clientpr where client = '00001'");
     theirs.Edit();
     PlainForm form(session, {}, "00001");

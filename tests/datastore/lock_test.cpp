@@ -14,7 +14,7 @@ constexpr const char* kRow = "select * from people where client = 'A01'";
 
 class LockTest : public testing::Test {
   protected:
-    LockTest() : theirs(otherSeat.OpenDatabase(small.File())) {}
+    LockTest() : theirs(otherSeat.OpenDatabase(small.Place())) {}
 
     static void Rename(Recordset& rows, const char* name) {
         rows.Edit();
@@ -105,13 +105,13 @@ TEST_F(LockTest, ARowDeletedMeanwhileSaysSo) {
 /// Another program that holds the row in edit until it is killed.
 class HoldingProgram {
   public:
-    explicit HoldingProgram(const std::filesystem::path& file) {
+    explicit HoldingProgram(const DatabasePlace& place) {
         int ready[2];
         EXPECT_EQ(::pipe(ready), 0);
         child_ = ::fork();
         if (child_ == 0) {
             Workspace workspace;
-            const DatabasePtr database = workspace.OpenDatabase(file);
+            const DatabasePtr database = workspace.OpenDatabase(place);
             Recordset rows = database->OpenRecordset(kRow);
             rows.Edit();
             rows.Set("lastname", "Never written");
@@ -143,10 +143,10 @@ class HoldingProgram {
 
 TEST(LockOfAProgram, VanishesWithIt) {
     SmallDatabase small;
-    const std::filesystem::path file = small.File();
+    const DatabasePlace place = small.Place();
     small.database.reset();  // an open connection must not be carried into another program
-    HoldingProgram program(file);
-    small.database = small.workspace.OpenDatabase(file);
+    HoldingProgram program(place);
+    small.database = small.workspace.OpenDatabase(place);
     Recordset rows = small->OpenRecordset(kRow);
     rows.Edit();
     rows.Set("lastname", "Mine");

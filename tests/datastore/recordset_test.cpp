@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "datastore/small_database.h"
+#include "support/test_server.h"
 
 namespace kv::test {
 namespace {
@@ -277,7 +278,7 @@ TEST_F(RecordsetTest, CountersHaveNoGapsAndNoTwins) {
     EXPECT_EQ(rows.EditMode(), EditState::None);
 
     Workspace otherSeat;
-    const DatabasePtr other = otherSeat.OpenDatabase(small.File());
+    const DatabasePtr other = otherSeat.OpenDatabase(small.Place());
     Recordset theirs = other->OpenRecordset("visits");
     theirs.AddNew();
     rows.AddNew();
@@ -301,7 +302,9 @@ TEST_F(RecordsetTest, CountersHaveNoGapsAndNoTwins) {
     }
     committed.Commit();
     theirs.AddNew();
-    EXPECT_EQ(theirs.Get("sequence").ToInteger(), before + 21);
+    // A server's counter is not turned back with the transaction, so there it leaves a gap.
+    const std::int64_t next = theirs.Get("sequence").ToInteger();
+    EXPECT_TRUE(TestServer::Wanted() ? next > before + 20 : next == before + 21) << next;
 }
 
 TEST_F(RecordsetTest, ACounterMayBeGiven) {
@@ -330,7 +333,8 @@ TEST_F(RecordsetTest, ACounterMayBeGiven) {
         }
         load.Commit();
     }
-    EXPECT_EQ(small->NextCounter("visits"), 120);
+    const std::int64_t next = small->NextCounter("visits");
+    EXPECT_TRUE(TestServer::Wanted() ? next >= 120 : next == 120) << next;
     rows.FindFirst("sequence = 71");
     rows.Edit();
     EXPECT_EQ(ErrorOf([&] { rows.Set("sequence", 5); }), 3164);

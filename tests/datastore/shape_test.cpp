@@ -84,7 +84,7 @@ TEST(Shape, EachStatementHasItsOwnValues) {
 TEST(Shape, NewTablesAreSeenByWhatWasCompiledBefore) {
     SmallDatabase small;
     Workspace otherSeat;
-    const DatabasePtr other = otherSeat.OpenDatabase(small.File());
+    const DatabasePtr other = otherSeat.OpenDatabase(small.Place());
     EXPECT_EQ(ErrorOf([&] { small->OpenRecordset("select * from late"); }), 3078);
     other->Execute("create table late (a LONG)");
     other->Execute("insert into late values (5)");

@@ -74,7 +74,7 @@ constexpr const char* kRows[] = {
 
 SmallDatabase::SmallDatabase() {
     workspace.SetClock([] { return Date::FromCivil(2026, 3, 4, 5, 6, 7); });
-    database = workspace.CreateDatabase(File(), kScript);
+    database = workspace.CreateDatabase(Place(), kScript);
     Transaction rows = database->BeginTransaction();
     for (const char* row : kRows)
         database->Execute(row);

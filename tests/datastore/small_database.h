@@ -5,19 +5,22 @@
 
 #include "datastore/workspace.h"
 #include "support/test_agency.h"
+#include "support/test_places.h"
 
 namespace kv::test {
 
-/// A database of a few tables in a folder of its own, for the store's own tests.
+/// A database of a few tables in a place of its own, for the store's own tests.
 class SmallDatabase {
   public:
     SmallDatabase();
 
     Database& operator*() { return *database; }
     Database* operator->() { return database.get(); }
-    std::filesystem::path File() const { return folder.Path() / "small.mdb"; }
+    DatabasePlace Place() const { return places.Place("small"); }
+    /// Its file, where it has one.
+    std::filesystem::path File() const { return Place().file; }
 
-    TempFolder folder;
+    TestPlaces places;
     Workspace workspace;
     DatabasePtr database;
 };

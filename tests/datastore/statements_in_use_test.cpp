@@ -5,10 +5,10 @@
 #include <map>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "base/text.h"
 #include "datastore/schema.h"
+#include "datastore/small_database.h"
 #include "datastore/workspace.h"
 
 namespace kv {
@@ -17,15 +17,9 @@ namespace {
 class StatementsInUse : public testing::Test {
   protected:
     StatementsInUse() {
-        std::filesystem::create_directories(folder_);
         for (const std::string& name : SchemaNames())
-            open_[name] = workspace_.CreateDatabase(folder_ / (name + ".mdb"), SchemaScript(name));
+            open_[name] = workspace_.CreateDatabase(places_.Place(name), SchemaScript(name));
     }
-    ~StatementsInUse() override {
-        open_.clear();
-        std::filesystem::remove_all(folder_);
-    }
-
     void Run(const std::vector<std::string>& line) {
         if (line[0] == "find") {
             Recordset rows = open_.at(line[1])->OpenRecordset(line[2]);
@@ -45,8 +39,7 @@ class StatementsInUse : public testing::Test {
         return Join({line.begin() + static_cast<std::ptrdiff_t>(from), line.end()}, "|");
     }
 
-    std::filesystem::path folder_ =
-        std::filesystem::temp_directory_path() / ("kv_statements_" + std::to_string(::getpid()));
+    test::TestPlaces places_;
     Workspace workspace_;
     std::map<std::string, DatabasePtr> open_;
 };

@@ -1,4 +1,6 @@
 // Assignments become visits.
+#include <functional>
+
 #include <gtest/gtest.h>
 
 #include "scheduling/schedule_creation.h"
@@ -313,12 +315,118 @@ TEST_F(Creation, OneBadValueDoesNotStopTheOthers) {
 TEST_F(Creation, AnotherSeatsLockOnTheAssignmentDoublesNothing) {
     Assign();
     Workspace otherSeat;
-    const DatabasePtr database = otherSeat.OpenDatabase(agency.Folder() / "kestrava.mdb");
+    const DatabasePtr database = otherSeat.OpenDatabase(agency.Place("kestrava"));
     Recordset held = database->OpenRecordset("select * from assign");
     held.Edit();
     EXPECT_EQ(Run(1), On({Day(3, 2)})) << "its week, over and over";
     held.Close();
     EXPECT_EQ(Run(1), On({Day(3, 2), Day(3, 9), Day(3, 16), Day(3, 23)}));
+}
+
+// An agency in which facts are shared by some assignments, missing for others, and refused by the store.
+TEST_F(Creation, AStrokeMakesWhatItsAssignmentsMakeOneByOne) {
+    agency.Client("c2", "Hale", "Una", {{"MANAGER", "M2"}, {"HOL_COV", "NO"}, {"grouping", "South"}});
+    agency.Insert("Employee", {{"emp_id", "E2"}, {"LastName", "Bly"}, {"FirstName", "Bo"}, {"t_code", "T"}});
+    agency.Insert("Employee", {{"emp_id", " E3"}, {"LastName", "Cox"}, {"FirstName", "Cy"}, {"t_code", "A"}});
+    agency.Insert("Holidays", {{"date", Day(3, 9)}, {"Description", "Founders"}});
+    const std::int64_t other =
+        agency.Insert("Authorizations", {{"CLIENT", "c2"}, {"status_code", "A"}, {"sch_type", "P"}});
+    const auto nonVisit = [&](const char* caregiver, Date day) {
+        agency.Insert("sch_day", {{"emp_id", caregiver},
+                                  {"st_date", day},
+                                  {"Day", "MON"},
+                                  {"assign_seq", -1},
+                                  {"St_time", Date::FromTime(12, 0)},
+                                  {"END_TIME", Date::FromTime(14, 0)}});
+    };
+    nonVisit("e1", Day(3, 16));
+    nonVisit("E3", Day(3, 23));
+    nonVisit("E1", Day(2, 2));
+    for (const char* client : {"00001", "C2"}) {
+        agency.Insert("sch_day", {{"CLIENT", client},
+                                  {"st_date", Day(3, 23)},
+                                  {"St_time", Date::FromTime(9, 0)},
+                                  {"visit_type", "PCA"}});
+    }
+    const Cells assignments[] = {
+        {{"emp_id", "E1"}},
+        {{"emp_id", "E1"}, {"St_time", Date::FromTime(13, 30)}, {"billto", 1}},
+        {{"emp_id", "e1"}, {"CLIENT", "C2"}, {"author_seq", other}},
+        {{"emp_id", "E2"}, {"CLIENT", "c2"}, {"author_seq", other}, {"St_time", Date::FromTime(18, 0)}},
+        {{"emp_id", " E3"}, {"visit_type", "pca"}, {"Day", "TUE"}},
+        {{"emp_id", " E3"}, {"St_time", Date::FromTime(11, 0)}},
+        {{"emp_id", "O'H"}, {"CLIENT", "C2"}, {"Day", "THU"}},
+        {{"emp_id", "E1"}, {"CLIENT", "1'2"}, {"visit_type", "O'B"}, {"author_seq", other}},
+        {{"emp_id", "GONE"}, {"CLIENT", "GONE"}, {"billto", 99}, {"author_seq", Value()}},
+        {{"CLIENT", "C2"}, {"author_seq", 99}, {"billto", 1}, {"visit_type", Value()}},
+        // Neglected, so its weeks begin before those of the others; a few, and very many.
+        {{"emp_id", "E1"}, {"Last_date", Day(1, 24)}, {"St_time", Date::FromTime(10, 0)}},
+        {{"emp_id", "E1"}, {"CLIENT", "c2"}, {"Last_date", Day(9, 27, 2025)}, {"st_date", Day(9, 1, 2025)}},
+        // Its visits have no client: time that the caregiver has for none of those behind it.
+        {{"emp_id", "E1"}, {"CLIENT", Value()}, {"St_time", Date::FromTime(6, 0)}},
+        {{"emp_id", "E1"}, {"CLIENT", "c2"}, {"St_time", Date::FromTime(7, 0)}},
+        {{"Last_date", Value()}},
+        {{"author_status", "C"}, {"CLIENT", "c2"}},
+    };
+    std::vector<long> all;
+    for (const Cells& cells : assignments) {
+        all.push_back(Assign(cells));
+    }
+    const auto made = [&](const std::function<void()>& run) {
+        agency.Work().Execute("delete from sch_day where assign_seq > 0");
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            Cells cells = {{"Last_date", Day(2, 28)}};
+            cells.insert(cells.end(), assignments[i].begin(), assignments[i].end());
+            for (const auto& [column, value] : cells) {
+                if (column == "Last_date") {
+                    Recordset row =
+                        agency.Work().OpenRecordset(Sql("select * from assign where sequence = {}", all[i]));
+                    row.Edit();
+                    row.Set(column, value);
+                    row.Update();
+                }
+            }
+        }
+        removed_.clear();
+        run();
+        Lines lines = agency.Rows(
+            "select assign_seq,st_date,CLIENT,emp_id,emp_name,emp_group,sch_type,Manager,visit_desc,"
+            "disaster_code,cli_group,BILL_TRAVEL,bill_errand,BILL_EXPENSE,PAY_TRAVEL,St_time from sch_day "
+            "where assign_seq > 0 order by assign_seq,st_date");
+        const Lines removed = Removed();
+        lines.insert(lines.end(), removed.begin(), removed.end());
+        const Lines rows = agency.Rows("select sequence,howoften,Last_date from assign order by sequence");
+        lines.insert(lines.end(), rows.begin(), rows.end());
+        return lines;
+    };
+    const Lines oneByOne = made([&] {
+        for (const long assignment : all) {
+            Create_schedule_now(session, assignment, removed_);
+        }
+    });
+    const Lines together = made([&] {
+        ScheduleCreation creation(session);
+        EXPECT_TRUE(creation.RunAll(all));
+        removed_ = creation.Removed();
+    });
+    EXPECT_EQ(together, oneByOne);
+    EXPECT_GT(together.size(), 80U);
+    EXPECT_EQ(agency.Rows("select count(*) from sch_day where assign_seq = 14 and emp_id = ''"), Lines{"3"})
+        << "the visits without a client took her";
+    EXPECT_EQ(agency.Rows("select emp_name from sch_day where assign_seq = 6 order by st_date"),
+              (Lines{"Cox, Cy", "Cox, Cy", "Cox, Cy", ""}))
+        << "her Non-Visit time is found without the blank";
+
+    // The same one again, held by another seat so that its weeks come again, sees what it made.
+    agency.Work().Execute("delete from sch_day");
+    agency.Work().Execute("update assign set last_date = #2026-02-28#");
+    Workspace otherSeat;
+    const DatabasePtr database = otherSeat.OpenDatabase(agency.Place("kestrava"));
+    Recordset held = database->OpenRecordset("select * from assign");
+    held.Edit();
+    ScheduleCreation creation(session);
+    creation.RunAll({1, 1, 2, 1});
+    EXPECT_EQ(agency.Rows("select st_date from sch_day where assign_seq = 1"), On({Day(3, 2)}));
 }
 
 TEST_F(Creation, ManyAreRunInTurnUntilTheOperatorBreaksOff) {

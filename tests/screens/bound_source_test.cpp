@@ -11,7 +11,7 @@
 #include "screens/widgets/masked_box.h"
 #include "screens/widgets/number_box.h"
 #include "screens/widgets/text_box.h"
-#include "support/test_agency.h"
+#include "support/test_places.h"
 
 namespace kv {
 namespace {
@@ -29,7 +29,7 @@ class BoundSourceTest : public testing::Test {
   protected:
     BoundSourceTest() {
         database = workspace.CreateDatabase(
-            folder.Path() / "people.mdb",
+            places.Place("people"),
             "CREATE TABLE people (id COUNTER PRIMARY KEY, code TEXT(5), name TEXT(8), note MEMO,"
             " born DATETIME, hours DOUBLE, phone TEXT(20), lang TEXT(2), active YESNO);"
             "CREATE UNIQUE INDEX by_code ON people (code)");
@@ -61,7 +61,7 @@ class BoundSourceTest : public testing::Test {
         return 0;
     }
 
-    test::TempFolder folder;
+    test::TestPlaces places;
     Workspace workspace;
     DatabasePtr database;
     QWidget window;
@@ -223,7 +223,7 @@ TEST_F(BoundSourceTest, ARefusedUpdateLeavesScreenAndEditAsTheyAre) {
 
 TEST_F(BoundSourceTest, AnotherSeatsLockIsMetAtUpdate) {
     Workspace otherSeat;
-    const DatabasePtr theirs = otherSeat.OpenDatabase(database->Path(), SchemaCheck::Ignored);
+    const DatabasePtr theirs = otherSeat.OpenDatabase(places.Place("people"), SchemaCheck::Ignored);
     Recordset row = Open(*theirs);
     row.Edit();
     name.setText("Zoe");

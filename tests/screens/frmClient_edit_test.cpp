@@ -108,7 +108,7 @@ TEST_F(MainScreenEdit, ARowThatAnotherSeatHoldsIsNotSaved) {
     AddClient("00001", {{"STREET", "1 Oak"}});
     Open();
     Workspace otherSeat;
-    const DatabasePtr database = otherSeat.OpenDatabase(agency.Folder() / "kestrava.mdb");
+    const DatabasePtr database = otherSeat.OpenDatabase(agency.Place("kestrava"));
     Recordset held = database->OpenRecordset("select * from clientpr");
     held.Edit();
     Type("txtStreet", "9 Elm");

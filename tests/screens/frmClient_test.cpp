@@ -323,8 +323,8 @@ TEST_F(MainScreen, EndsWithoutQuestionsWhenTheSystemCloses) {
 }
 
 TEST_F(MainScreen, TellsWhereAStartFails) {
-    std::filesystem::remove(agency.Folder() / "main.mdb");
     session.dbMainCode.reset();
+    Workspace::DropDatabase(agency.Place("main"));
     frmClient screen(session);
     EXPECT_THROW(screen.Start(), EngineError);
     screen.Unload();

@@ -60,14 +60,15 @@ TEST(Start, CountryComesFromTheIniFile) {
     EXPECT_FALSE(session.Canada);
 }
 
-TEST(Start, ANamedServerIsRefusedInWords) {
+TEST(Start, AServerThatCantBeReachedIsToldInWords) {
     test::TestAgency agency;
-    agency.session().Ini().Set("Database", "Server", "host=db dbname=kv");
+    agency.session().Ini().Set("Database", "Server", "host=/nowhere dbname=kv");
     try {
         OpenSessionData(agency.session());
         FAIL() << "the files were opened although the agency works on a server";
     } catch (const EngineError& error) {
-        EXPECT_THAT(error.Description(), testing::HasSubstr("names a database server"));
+        EXPECT_EQ(error.Number(), engine_error::kConnectionFailed);
+        EXPECT_THAT(error.Description(), testing::HasSubstr("The database server can't be reached"));
     }
 }
 

@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "session/data_folder.h"
 #include "session/start.h"
+#include "support/test_server.h"
 
 namespace kv::test {
 namespace {
@@ -32,8 +33,9 @@ std::filesystem::path TestRoot() {
 
 }  // namespace
 
-TempFolder::TempFolder() {
-    static const std::filesystem::path root = TestRoot();
+TempFolder::TempFolder() : TempFolder(TestRoot()) {}
+
+TempFolder::TempFolder(const std::filesystem::path& root) {
     std::string pattern = (root / "kv-test-XXXXXX").string();
     if (::mkdtemp(pattern.data()) == nullptr)
         throw std::runtime_error("no temporary folder can be made: " + pattern);
@@ -45,15 +47,52 @@ TempFolder::~TempFolder() {
     std::filesystem::remove_all(path_, ignored);
 }
 
+namespace {
+
+constexpr const char* kServersTemplate = "kv_fresh";
+
+void NameServer(const std::filesystem::path& folder, const std::string& database) {
+    IniFile(folder / "KESTRAVA.INI").Set("Database", "Server", TestServer::Get().Connection(database));
+}
+
+std::filesystem::path MakeFreshData(const std::filesystem::path& folder) {
+    std::filesystem::create_directory(folder);
+    if (TestServer::Wanted()) {
+        TestServer::Get().MakeDatabase(kServersTemplate);
+        NameServer(folder, kServersTemplate);
+    }
+    Workspace workspace;
+    InitDataFolder(workspace, folder, "US");
+    return folder;
+}
+
+}  // namespace
+
 void CopyFreshData(const std::filesystem::path& to) {
     // Made once for the whole process.
     static const TempFolder folder;
-    static const std::filesystem::path data = [] {
-        Workspace workspace;
-        InitDataFolder(workspace, folder.Path() / "data", "US");
-        return folder.Path() / "data";
-    }();
+    static const std::filesystem::path data = MakeFreshData(folder.Path() / "data");
     std::filesystem::copy(data, to);
+    if (!TestServer::Wanted())
+        return;
+    const std::string database = TestServer::Get().FreshName();
+    TestServer::Get().MakeDatabase(database, kServersTemplate);
+    NameServer(to, database);
+}
+
+void NameEmptyServer(const std::filesystem::path& folder) {
+    if (!TestServer::Wanted())
+        return;
+    std::filesystem::create_directory(folder);
+    const std::string database = TestServer::Get().FreshName();
+    TestServer::Get().MakeDatabase(database);
+    NameServer(folder, database);
+}
+
+void DropServerData(const std::filesystem::path& folder) {
+    const std::string server = TestServer::Wanted() ? ServerOf(folder) : "";
+    if (const std::string database = TestServer::DatabaseOf(server); !database.empty())
+        TestServer::Get().DropDatabase(database);
 }
 
 namespace {
@@ -97,7 +136,15 @@ TestAgency::TestAgency() : dataFolder_(folder_.Path() / "data"), settings_(folde
     session_->ClientSort = "client";
 }
 
-TestAgency::~TestAgency() = default;
+TestAgency::~TestAgency() {
+    others_.clear();
+    session_.reset();
+    DropServerData(dataFolder_);
+}
+
+DatabasePlace TestAgency::Place(const std::string& name) const {
+    return PlaceOf(dataFolder_, name);
+}
 
 Database& TestAgency::Data(const std::string& name) {
     if (name == "kestrava")

@@ -15,6 +15,7 @@ namespace kv::test {
 class TempFolder {
   public:
     TempFolder();
+    explicit TempFolder(const std::filesystem::path& root);
     ~TempFolder();
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
@@ -24,8 +25,15 @@ class TempFolder {
     std::filesystem::path path_;
 };
 
-/// Puts a fresh data folder, as `kvtool init` makes it, at a path that is not there yet.
+/// Puts a fresh data folder, as `kvtool init` makes it, at a path that is not there yet. Where the tests run
+/// on the server its shared databases are there, in a database of the folder's own.
 void CopyFreshData(const std::filesystem::path& to);
+/// Where the tests run on the server: makes the folder with a KESTRAVA.INI that names an empty database
+/// there.
+void NameEmptyServer(const std::filesystem::path& folder);
+/// Where the tests run on the server: drops the database that the folder's KESTRAVA.INI names. Nobody has it
+/// open any more.
+void DropServerData(const std::filesystem::path& folder);
 
 using Cells = std::vector<std::pair<std::string, Value>>;
 
@@ -40,6 +48,8 @@ class TestAgency {
     TestAgency& operator=(const TestAgency&) = delete;
 
     const std::filesystem::path& Folder() const { return dataFolder_; }
+    /// Where another seat finds a database: "kestrava", "main", "archive" or "trans".
+    DatabasePlace Place(const std::string& name) const;
     Session& session() { return *session_; }
     Database& Work() { return *session_->dbMainWork; }
     Database& Code() { return *session_->dbMainCode; }

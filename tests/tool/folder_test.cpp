@@ -1,9 +1,13 @@
+#include <fstream>
+
 #include <gmock/gmock.h>
 
 #include "base/platform.h"
 #include "base/text.h"
 #include "datastore/schema.h"
+#include "session/data_folder.h"
 #include "session/ini_file.h"
+#include "support/test_server.h"
 #include "tool/schema_script.h"
 #include "tool/tool_run.h"
 
@@ -11,6 +15,7 @@ namespace kv {
 namespace {
 
 using test::Answer;
+using test::TestServer;
 using test::ToolFolder;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -77,17 +82,18 @@ TEST(Copy, TakesTablesRowsAndCounters) {
 TEST(Copy, BringsAnOlderSchemaUpAndReplacesAFreshFolder) {
     const ToolFolder folder;
     test::CopyFreshData(folder.Path("fresh"));
-    std::filesystem::remove(folder.Data("trans.mdb"));
+    const DatabasePlace trans = PlaceOf(folder.Path("data"), "trans");
+    Workspace::DropDatabase(trans);
     {
         // A column was added and one taken away since.
         Workspace workspace;
         const DatabasePtr old = workspace.CreateDatabase(
-            folder.Data("trans.mdb"),
-            "create table trans (Type text(1), Module text(1), ID text(50), seat long)");
+            trans, "create table trans (Type text(1), Module text(1), ID text(50), seat long)");
         old->Execute("insert into trans (Type, Module, ID, seat) values ('A', 'C', '00001', 3)");
     }
     const std::string target = folder.Path("fresh").string();
-    const Answer answer = folder.Run({"copy", "--to", target});
+    const std::string server = ServerOf(target);
+    const Answer answer = folder.Run({"copy", "--to", server.empty() ? target : server});
     ASSERT_EQ(answer.status, 0) << answer.err;
     EXPECT_EQ(folder.Rows("select Type, Module, ID, [WHEN], seat from trans", target + "/trans.mdb"),
               R"([["A","C","00001",null,3]])");
@@ -101,6 +107,62 @@ TEST(Copy, AFailureLeavesTheTargetAsItWas) {
     std::filesystem::remove(folder.Data("tempassign.mdb"));
     EXPECT_EQ(folder.Run({"copy", "--to", folder.Path("road").string()}).status, 1);
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path("road")));
+}
+
+TEST(Copy, GoesToAServerAndBackAsARoadCopy) {
+    if (!TestServer::Wanted())
+        GTEST_SKIP() << "about the server";
+    const ToolFolder folder;
+    folder.Do({"load", "ClientPR",
+               folder.Write("clients.csv",
+                            "CLIENT,LASTNAME,BDATE,Billmile_rate,Comments,istelephony\n"
+                            "00001,Zo\xC3\xAB"
+                            ",1931-05-06,0.4051,\"two\nlines\",true\n00002,,1899-12-30 09:15:00,,,\n")});
+    folder.Do({"sql", "create table own (id counter primary key, [Two Words] memo)"});
+    folder.Do({"sql", "insert into own ([Two Words]) values ('it')"});
+    const std::string road = folder.Path("road").string();
+    const auto counts = folder.Run({"copy", "--to", road}).Document();
+    EXPECT_EQ(IniFile(road + "/KESTRAVA.INI").Get("Database", "Server", ""), "")
+        << "it works on its own files";
+    for (const char* table : {"ClientPR", "own"})
+        EXPECT_EQ(folder.Run({"dump", table, "--db", road + "/kestrava.mdb"}).out,
+                  folder.Run({"dump", table}).out);
+
+    // Back to another server, where a copy that was broken off left its beginnings.
+    const std::string database = TestServer::Get().FreshName();
+    TestServer::Get().MakeDatabase(database);
+    const std::string server = TestServer::Get().Connection(database);
+    Workspace().CreateDatabase(DatabasePlace(server, "kv_copy_kestrava"), "create table half (a long)");
+    std::filesystem::rename(folder.Path("data"), folder.Path("office"));
+    std::filesystem::rename(folder.Path("road"), folder.Path("data"));
+    const auto back = folder.Run({"copy", "--to", server}).Document();
+    EXPECT_EQ(back["rows"], counts["rows"]);
+    const std::string dumped = folder.Run({"dump", "ClientPR"}).out;
+    EXPECT_EQ(folder.Run({"copy", "--to", server}).status, 1) << "it holds rows now";
+    IniFile(folder.Data("KESTRAVA.INI")).Set("Database", "Server", server);
+    EXPECT_EQ(folder.Run({"dump", "ClientPR"}).out, dumped);
+    EXPECT_EQ(folder.Rows("select [Two Words] from own"), R"([["it"]])");
+    EXPECT_EQ(folder.Run({"check"}).out, "{\"problems\":[]}\n");
+    EXPECT_FALSE(Workspace::HasDatabase(DatabasePlace(server, "kv_copy_kestrava")));
+    TestServer::Get().DropDatabase(database);
+    std::filesystem::rename(folder.Path("data"), road);
+    std::filesystem::rename(folder.Path("office"), folder.Path("data"));
+}
+
+TEST(Copy, OneThatWasBrokenOffIsMadeAgain) {
+    if (TestServer::Wanted())
+        GTEST_SKIP() << "about files";
+    const ToolFolder folder;
+    folder.Do({"sql", "insert into clientpr (client) values ('00001')"});
+    const std::filesystem::path road = folder.Path("road");
+    EXPECT_EQ(folder.Run({"copy", "--to", road.string()}).status, 0);
+    // Broken off while the files were moved: all but the last are there.
+    std::filesystem::remove(road / "kestrava.mdb");
+    std::ofstream(road / ".kvtool-moving").put('\n');
+    EXPECT_EQ(folder.Run({"copy", "--to", road.string()}).Document()["rows"], 2);
+    EXPECT_FALSE(std::filesystem::exists(road / ".kvtool-moving"));
+    EXPECT_EQ(folder.Rows("select client from clientpr", (road / "kestrava.mdb").string()), R"([["00001"]])");
+    EXPECT_EQ(folder.Run({"copy", "--to", road.string()}).status, 1) << "and counts as made now";
 }
 
 TEST(Check, FindsWhatTheRulesForbid) {
@@ -157,12 +219,12 @@ TEST(Check, FindsWhatTheRulesForbid) {
 
 TEST(Check, FindsDamagedMissingAndOtherDatabases) {
     const ToolFolder folder;
-    std::filesystem::remove(folder.Data("archive.mdb"));
+    Workspace::DropDatabase(PlaceOf(folder.Path("data"), "archive"));
     ReplaceFile(folder.Data("tempassign.mdb"), "This is no database at all, only a text in its place.");
-    std::filesystem::remove(folder.Data("trans.mdb"));
+    const DatabasePlace trans = PlaceOf(folder.Path("data"), "trans");
+    Workspace::DropDatabase(trans);
     Workspace().CreateDatabase(
-        folder.Data("trans.mdb"),
-        "create table trans (Type text(3), Module text(1) not null, ID text(50) not null)");
+        trans, "create table trans (Type text(3), Module text(1) not null, ID text(50) not null)");
     const Answer answer = folder.Run({"check"});
     EXPECT_EQ(answer.status, 1);
     EXPECT_THAT(

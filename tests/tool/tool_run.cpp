@@ -12,6 +12,12 @@ namespace kv::test {
 ToolFolder::ToolFolder(Content content) {
     if (content == FreshData)
         CopyFreshData(Path("data"));
+    else
+        NameEmptyServer(Path("data"));
+}
+
+ToolFolder::~ToolFolder() {
+    DropServerData(Path("data"));
 }
 
 Answer ToolFolder::Run(std::vector<std::string> arguments) const {

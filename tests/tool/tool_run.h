@@ -24,6 +24,9 @@ class ToolFolder {
     enum Content { Empty, FreshData };
     /// With the data folder as `init` makes it, or without.
     explicit ToolFolder(Content content = FreshData);
+    ~ToolFolder();
+    ToolFolder(const ToolFolder&) = delete;
+    ToolFolder& operator=(const ToolFolder&) = delete;
     Answer Run(std::vector<std::string> arguments) const;
     /// Run, which must succeed without a word on standard error; its document.
     nlohmann::ordered_json Do(const std::vector<std::string>& arguments) const;

@@ -189,7 +189,7 @@ class Reader {
                 ReadHexByte();
                 break;
             case '*':
-                Group().passedOver = true;
+                PassOver();
                 break;
             case '~':
                 Literal(" ");
@@ -212,6 +212,13 @@ class Reader {
                     TakeStandIn();  // an optional hyphen and the like
                 }
         }
+    }
+
+    /// What the group holds is none of the notes. The document's own group always is: a mark that strayed
+    /// there would hide all that follows.
+    void PassOver() {
+        constexpr std::size_t kDocument = 2;
+        Group().passedOver = groups_.size() > kDocument;
     }
 
     void ReadHexByte() {
@@ -278,7 +285,7 @@ class Reader {
         if (word.name == "bin") {
             at_ += std::min(static_cast<std::size_t>(std::max(number, 0L)), text_.size() - at_);
         } else if (kPassedOver.contains(word.name)) {
-            Group().passedOver = true;
+            PassOver();
             Group().fontTable = word.name == "fonttbl";
         } else if (word.name == "u") {
             ReadUnicode(number);
@@ -401,6 +408,15 @@ class Reader {
     std::map<int, int> fontCodePages_;
 };
 
+/// Where the character that begins there ends; a byte that is no UTF-8 is one of its own, whatever stands
+/// behind it.
+std::size_t EndOfCharacter(std::string_view text, std::size_t begin) {
+    auto at = static_cast<int32_t>(begin);
+    UChar32 code = 0;
+    U8_NEXT(text.data(), at, static_cast<int32_t>(text.size()), code);
+    return code < 0 ? begin + 1 : static_cast<std::size_t>(at);
+}
+
 }  // namespace
 
 Pieces ReadRichText(std::string_view source) {
@@ -409,13 +425,9 @@ Pieces ReadRichText(std::string_view source) {
 
 Pieces ReadPlainText(std::string_view source) {
     Pieces pieces;
-    std::size_t at = 0;
-    while (at < source.size()) {
-        const std::size_t begin = at++;
-        const auto first = static_cast<uint8_t>(source[begin]);
-        while (first >= 0x80 && at < source.size() && U8_IS_TRAIL(static_cast<uint8_t>(source[at]))) {
-            ++at;
-        }
+    for (std::size_t at = 0; at < source.size();) {
+        const std::size_t begin = at;
+        at = EndOfCharacter(source, begin);
         if (source[begin] == '\r' && at < source.size() && source[at] == '\n') {
             ++at;
         }

@@ -227,6 +227,31 @@ void RichText::Replace(std::size_t position, std::size_t removed, const Characte
     if (rich_) {
         Separate(place.piece > 0 ? place.piece - 1 : 0, lastTouched);
     }
+    Secure();
+}
+
+/// Damaged notes may hide or swallow what is put into them: a table that never ends, a picture that was cut
+/// off, halves of characters that become whole side by side. They are written anew then. The looks that this
+/// program does not know are lost with that; the words never are.
+void RichText::Secure() {
+    const Characters wanted = Shown();
+    const RichText read(Source());
+    const Characters found = read.Shown();
+    if (read.rich_ != rich_ ||
+        !std::equal(wanted.begin(), wanted.end(), found.begin(), found.end(), IsSame)) {
+        WriteAnew();
+    }
+}
+
+void RichText::WriteAnew() {
+    std::erase_if(pieces_.all, [](const Piece& piece) { return !piece.IsShown(); });
+    for (Piece& piece : pieces_.all) {
+        piece.source = piece.code == U'\n' ? "\r\n" : Utf8Of(piece.code);
+    }
+    pieces_.behindFirst = 0;
+    if (rich_ || IsRichText(Source())) {
+        Enrich();
+    }
 }
 
 std::vector<Piece> RichText::Encode(const Piece& looks, const Characters& added) const {
@@ -269,9 +294,16 @@ void RichText::Separate(std::size_t first, std::size_t last) {
     }
 }
 
+/// Makes rich text of pieces that are all shown.
 void RichText::Enrich() {
     std::vector<Piece> rich = {Kept(kHead)};
+    Marks marks;
     for (Piece& piece : pieces_.all) {
+        if (piece.marks != marks) {
+            rich.push_back(Kept(Turn(marks, piece.marks)));
+        }
+        marks = piece.marks;
+        piece.standIns = 1;
         piece.source = Encoded(piece.code, piece.standIns);
         rich.push_back(std::move(piece));
     }

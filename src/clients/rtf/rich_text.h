@@ -47,6 +47,8 @@ class RichText {
     void Enrich();
     std::vector<Piece> Encode(const Piece& looks, const Characters& added) const;
     void Separate(std::size_t first, std::size_t last);
+    void Secure();
+    void WriteAnew();
 
     bool rich_ = false;
     Pieces pieces_;

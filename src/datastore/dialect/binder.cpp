@@ -38,6 +38,9 @@ class SelectBinder {
         BindOrder();
         names_.CheckNames();
         select_.aggregated = names_.SawAggregate() || !select_.groupBy.empty();
+        if (select_.having && !select_.aggregated)
+            throw EngineError(engine_error::kNotInAggregate,
+                              "The HAVING clause stands in a query without groups and totals.");
         if (select_.aggregated)
             CheckGrouped();
     }

@@ -126,17 +126,14 @@ class TableParser {
     Value ParseDefault() {
         const bool negative = tokens_.TakeIf(Symbol::Minus);
         const Token token = tokens_.Take();
-        switch (token.kind) {
-            case TokenKind::Number: {
-                Value number = LiteralValue(tokens_.TextOf(token), token.kind);
-                return negative ? Value(-number.ToDouble()) : number;
-            }
-            case TokenKind::Text:
-            case TokenKind::Date:
-                return tokens_.Literal(token);
-            default:
-                break;
+        if (token.kind == TokenKind::Number) {
+            Value number = LiteralValue(tokens_.TextOf(token), token.kind);
+            return negative ? Value(-number.ToDouble()) : number;
         }
+        if (negative)
+            Fail();
+        if (token.kind == TokenKind::Text || token.kind == TokenKind::Date)
+            return LiteralValue(tokens_.TextOf(token), token.kind);
         if (token.keyword == Keyword::True || token.keyword == Keyword::False)
             return {token.keyword == Keyword::True};
         if (token.keyword != Keyword::Null)

@@ -133,6 +133,9 @@ class Lexer {
             TakeSymbol(token);
         }
         token.end = static_cast<std::uint32_t>(at_);
+        // The engines' statements end at a nought character, within a text or name too.
+        if (out_.TextOf(token).find('\0') != std::string_view::npos)
+            token.kind = TokenKind::Bad;
         return token;
     }
 
@@ -239,11 +242,12 @@ class Lexer {
             ++at_;
     }
 
-    /// The expressions of a grouped query are compared with each other, so its literals stay part of its
-    /// shape.
+    /// The expressions of a grouped query, and of one without doubles, are compared with each other, so its
+    /// literals stay part of its shape.
     bool IsGrouped() const {
         for (std::size_t i = 1; i < out_.tokens.size(); ++i)
-            if (out_.tokens[i].keyword == Keyword::By && out_.tokens[i - 1].keyword == Keyword::Group)
+            if (out_.tokens[i].keyword == Keyword::Distinct ||
+                (out_.tokens[i].keyword == Keyword::By && out_.tokens[i - 1].keyword == Keyword::Group))
                 return true;
         return false;
     }

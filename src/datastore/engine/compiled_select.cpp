@@ -5,6 +5,7 @@
 
 #include "datastore/dialect/binder.h"
 #include "datastore/dialect/parser.h"
+#include "datastore/engine/connection.h"
 
 namespace kv {
 namespace {
@@ -15,6 +16,13 @@ void ShiftSlots(dialect::Expression& expression, int by) {
     if (auto* slot = std::get_if<dialect::Slot>(&expression.node))
         slot->number += by;
     dialect::ForEachChild(expression, [by](dialect::ExpressionPtr& child) { ShiftSlots(*child, by); });
+}
+
+std::vector<const TableInfo*> TablesOf(const dialect::Select& select) {
+    std::vector<const TableInfo*> tables;
+    for (const dialect::Source& source : select.sources)
+        tables.push_back(source.info);
+    return tables;
 }
 
 }  // namespace
@@ -62,10 +70,11 @@ const EngineSql& FieldSubset::Sql(Form form) const {
 // query
 
 CompiledSelect::CompiledSelect(std::shared_ptr<const Catalogue> catalogue, dialect::Select select,
-                               const Generator& generator)
+                               Connection& connection)
     : catalogue_(std::move(catalogue)),
       select_(std::move(select)),
-      generator_(generator),
+      generator_(connection.Sql()),
+      watch_(connection.Watch(TablesOf(select_))),
       criteria_(kCriteriaKept),
       used_(select_.columns.size(), 0) {
     for (const dialect::OutputColumn& column : select_.columns) {

@@ -13,10 +13,13 @@
 #include "datastore/engine/engine_sql.h"
 #include "datastore/engine/generator.h"
 #include "datastore/engine/lru_cache.h"
+#include "datastore/engine/table_watch.h"
 #include "datastore/name_index.h"
 #include "datastore/recordset.h"
 
 namespace kv {
+
+class Connection;
 
 /// A condition over a query's rows, as FindFirst takes it.
 class CompiledCriteria {
@@ -80,7 +83,7 @@ class FieldSubset {
 class CompiledSelect {
   public:
     CompiledSelect(std::shared_ptr<const Catalogue> catalogue, dialect::Select select,
-                   const Generator& generator);
+                   Connection& connection);
 
     /// Statements about the whole result: its fields without keys, its first field, the keys from one to
     /// another, how many rows it has, the last key of its table.
@@ -95,6 +98,7 @@ class CompiledSelect {
     const dialect::Select& Tree() const { return select_; }
     const std::vector<FieldInfo>& Fields() const { return fields_; }
     const NameIndex& Names() const { return names_; }
+    const TableWatch& Watch() const { return watch_; }
     bool Keyed() const { return select_.Keyed(); }
     std::size_t KeyCount() const { return Keyed() ? select_.sources.size() : 0; }
     /// The one table whose rows can be changed through the query, or null.
@@ -115,6 +119,7 @@ class CompiledSelect {
     std::shared_ptr<const Catalogue> catalogue_;
     dialect::Select select_;
     const Generator& generator_;
+    TableWatch watch_;
     std::vector<FieldInfo> fields_;
     NameIndex names_;
     std::shared_ptr<const FieldSubset> all_;

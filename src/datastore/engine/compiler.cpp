@@ -95,8 +95,7 @@ Ready<CompiledSelect> Compiler::CompileSelect(std::string_view sqlOrTable) {
         if (!tree)
             throw EngineError(engine_error::kInvalidOperation,
                               "Invalid operation: the statement has no rows to open.");
-        select =
-            std::make_shared<const CompiledSelect>(connection_.Tables(), std::move(*tree), connection_.Sql());
+        select = std::make_shared<const CompiledSelect>(connection_.Tables(), std::move(*tree), connection_);
         if (lexed.shape.size() <= kLongestKept)
             Keep(lexed, select);
     }
@@ -143,7 +142,7 @@ std::shared_ptr<const CompiledChange> Compiler::MakeChange(const dialect::Statem
         const auto counter = change->table->Counter();
         for (const dialect::Assignment& assignment : insert.assignments)
             change->givesCounter |= counter && static_cast<std::size_t>(assignment.column) == *counter;
-        change->takesCounter = counter && !change->givesCounter;
+        change->takesCounter = counter && !change->givesCounter && !generator.FillsCounters();
         change->sql =
             generator.Insert(insert, change->takesCounter ? &change->table->columns[*counter] : nullptr);
         if (change->takesCounter && insert.query)

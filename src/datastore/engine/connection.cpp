@@ -4,6 +4,7 @@
 #include <ctime>
 
 #include "datastore/engine/compiler.h"
+#include "datastore/engine/generator.h"
 
 namespace kv {
 namespace {
@@ -25,6 +26,17 @@ Date SystemNow() {
 Connection::Connection() : clock(SystemNow), compiler_(std::make_unique<Compiler>(*this)) {}
 
 Connection::~Connection() = default;
+
+bool Connection::ChangeRow(const TableInfo& table, RowKey key, std::span<const std::size_t> columns,
+                           std::vector<Value> values) {
+    values.emplace_back(static_cast<long long>(key));
+    return Change(table, Sql().UpdateRow(table, columns), values) > 0;
+}
+
+bool Connection::DeleteRow(const TableInfo& table, RowKey key) {
+    const Value values[] = {static_cast<long long>(key)};
+    return Change(table, Sql().DeleteRow(table), values) > 0;
+}
 
 WriteStep::WriteStep(Connection& connection) : connection_(connection), open_(!connection.InTransaction()) {
     if (open_)

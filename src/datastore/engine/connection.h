@@ -1,5 +1,4 @@
 #pragma once
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <span>
@@ -9,6 +8,7 @@
 #include "datastore/catalogue.h"
 #include "datastore/engine/engine_sql.h"
 #include "datastore/engine/row_block.h"
+#include "datastore/engine/table_watch.h"
 #include "datastore/value.h"
 
 namespace kv {
@@ -44,7 +44,8 @@ class Connection {
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    virtual const std::filesystem::path& Path() const = 0;
+    /// What messages call the database: the file's name, or the schema's.
+    virtual std::string Name() const = 0;
     virtual const Generator& Sql() const = 0;
     /// The tables as they are now. The pointer keeps the catalogue that a compiled statement was made with.
     virtual std::shared_ptr<const Catalogue> Tables() = 0;
@@ -52,10 +53,15 @@ class Connection {
     virtual bool RefreshTables() = 0;
 
     virtual std::unique_ptr<Cursor> Query(const std::string& sql, std::span<const Value> values) = 0;
-    /// Runs a statement that writes; how many rows it touched.
-    virtual long Change(const std::string& sql, std::span<const Value> values) = 0;
-    /// Adds one row; its key.
-    virtual RowKey Insert(const std::string& sql, std::span<const Value> values) = 0;
+    /// Runs a statement that writes to a table; how many rows it touched.
+    virtual long Change(const TableInfo& table, const std::string& sql, std::span<const Value> values) = 0;
+    /// Adds one row with all its columns; its key. `ownCounter`: its counter was not handed out by the store,
+    /// which goes on above it.
+    virtual RowKey AddRow(const TableInfo& table, std::span<const Value> values, bool ownCounter) = 0;
+    /// Writes the columns of those places; false when there is no such row any more.
+    virtual bool ChangeRow(const TableInfo& table, RowKey key, std::span<const std::size_t> columns,
+                           std::vector<Value> values);
+    bool DeleteRow(const TableInfo& table, RowKey key);
 
     virtual void CreateTable(const TableInfo& table) = 0;
     virtual void CreateIndex(const std::string& table, const IndexInfo& index,
@@ -75,6 +81,11 @@ class Connection {
     /// program, has it.
     virtual bool TryLockRow(const TableInfo& table, RowKey key, const void* owner) = 0;
     virtual void UnlockRow(const TableInfo& table, RowKey key, const void* owner) = 0;
+    /// Changes whenever the rows taken before were let go without their owners' doing, with a connection that
+    /// was lost.
+    virtual std::int64_t LockEpoch() { return 0; }
+    /// Whether a statement costs a way over the network, so that many small ones are dear.
+    virtual bool IsRemote() const { return false; }
 
     // Read spans nest; a write inside refreshes the view.
     virtual void BeginSpan() = 0;
@@ -85,10 +96,18 @@ class Connection {
     virtual void RollbackTransaction() noexcept = 0;
     virtual bool InTransaction() const = 0;
 
-    /// A number that changes whenever what this connection sees may have changed. Cheap enough to ask for
-    /// every field.
-    virtual std::int64_t Stamp() = 0;
+    /// A number that changes whenever what this connection sees of a query's tables may have changed. Cheap
+    /// enough to ask for every field.
+    virtual std::int64_t Stamp(const TableWatch& tables) = 0;
+    /// What Stamp needs to know of the tables; it lives as long as the connection.
+    virtual TableWatch Watch(const std::vector<const TableInfo*>& /*tables*/) { return {}; }
+    std::int64_t Stamp() { return Stamp(TableWatch()); }
+    /// What was read before counts as old from now on; for an engine that can't tell by itself.
+    virtual void RefreshCache() {}
     virtual std::vector<std::string> CheckIntegrity() = 0;
+    /// Many rows came at once: the engine learns how its tables look now, to find the short ways through
+    /// them.
+    virtual void LearnTables() = 0;
 
     Compiler& Statements() { return *compiler_; }
 

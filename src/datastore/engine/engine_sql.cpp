@@ -4,6 +4,14 @@
 
 namespace kv {
 
+namespace {
+
+Value InForm(Value value, ValueType form) {
+    return form == ValueType::Null ? value : ConvertTo(value, form);
+}
+
+}  // namespace
+
 std::vector<Value> ParameterValues(const EngineSql& sql, std::span<const Value> literals,
                                    std::span<const Value> given, const std::function<Date()>& clock) {
     std::vector<Value> values;
@@ -13,16 +21,16 @@ std::vector<Value> ParameterValues(const EngineSql& sql, std::span<const Value> 
         switch (parameter.from) {
             case Parameter::From::Literal:
                 values.push_back(parameter.column ? ConvertToColumn(literals[number], *parameter.column)
-                                                  : literals[number]);
+                                                  : InForm(literals[number], parameter.form));
                 break;
             case Parameter::From::Given:
                 values.push_back(given[number]);
                 break;
             case Parameter::From::Today:
-                values.emplace_back(clock().DayOnly());
+                values.push_back(InForm(clock().DayOnly(), parameter.form));
                 break;
             case Parameter::From::Now:
-                values.emplace_back(clock());
+                values.push_back(InForm(clock(), parameter.form));
                 break;
         }
     }

@@ -21,6 +21,8 @@ struct Parameter {
     int number = 0;
     /// The column that the value is written to, whose type it takes; none for a value that is only compared.
     const ColumnInfo* column = nullptr;
+    /// The form in which the engine wants a value that is only compared; Null for the value as it is.
+    ValueType form = ValueType::Null;
 };
 
 /// A statement in the engine's own language, with its placeholders in order.

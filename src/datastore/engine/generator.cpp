@@ -93,22 +93,27 @@ class Generator::Writer {
         : engine_(engine), sources_(sources), table_(table) {}
 
     std::string Condition(const Expression& expression);
+    /// A value to calculate with.
     std::string Number(const Expression& expression);
-    /// A value that is compared, grouped or ordered by.
+    /// A value as it stands in its column: to show, to count, to test for Null.
+    std::string Plain(const Expression& expression);
+    /// A value that is grouped or ordered by.
     std::string Compared(const Expression& expression);
     /// A value on its way into a column: a literal takes the column's type.
     std::string Written(const Expression& expression, const ColumnInfo& column);
-    std::string Add(Parameter parameter) {
+    std::string Add(Parameter parameter, ValueType type) {
+        if (engine_.SeparatesTypes())
+            parameter.form = type;
         parameters.push_back(parameter);
-        return engine_.Placeholder(parameters.size());
+        return engine_.Placeholder(parameters.size(), type);
     }
-    std::string Given(int number) { return Add({Parameter::From::Given, number}); }
+    std::string Given(int number) { return Add({Parameter::From::Given, number}, ValueType::Integer); }
     std::string Key(std::size_t source) const {
-        return fmt::format("s{}.{}", source, Quoted(KeyColumnOf(*(*sources_)[source].info)));
+        return fmt::format("s{}.{}", source, engine_.Name(KeyColumnOf(*(*sources_)[source].info)));
     }
     std::string Joins(const JoinTree& tree);
     std::string Named(std::size_t source) const {
-        return fmt::format("{} AS s{}", Quoted((*sources_)[source].info->name), source);
+        return fmt::format("{} AS s{}", engine_.Name((*sources_)[source].info->name), source);
     }
 
     std::vector<Parameter> parameters;
@@ -117,11 +122,23 @@ class Generator::Writer {
     struct ConditionWriter;
     struct ValueWriter;
 
+    const ColumnInfo& InfoOf(const ColumnName& name) const;
     std::string Column(const ColumnName& name) const;
+    bool IsDateColumn(const Expression& expression) const;
+    /// Whether operands are compared as dates of the engine's own.
+    bool AsMoments(std::initializer_list<const Expression*> operands) const;
+    std::string Operand(const Expression& expression, bool moments);
+    std::string MomentOf(const Expression& expression);
+    std::string LeftOperand(const Expression& expression, bool moments);
+    static bool HoldsTextColumn(const Expression& expression);
+    /// The form in which a value is calculated with: a date is a number.
+    ValueType NumberForm(ValueType type) const {
+        return engine_.SeparatesTypes() && type == ValueType::Date ? ValueType::Double : type;
+    }
     std::string Binary(const dialect::Binary& node);
     /// A left side of the same kind needs no parentheses, so that long chains do not nest.
     std::string Chained(const Expression& left, std::initializer_list<Operator> kind, bool condition);
-    std::string List(const std::vector<ExpressionPtr>& list);
+    std::string List(const std::vector<ExpressionPtr>& list, bool moments);
 
     const Generator& engine_;
     const std::vector<Source>* sources_;
@@ -137,27 +154,33 @@ struct Generator::Writer::ConditionWriter {
                                writer.Condition(*node.right));
         if (node.op == Operator::Like)
             return writer.engine_.Like(writer.Number(*node.left), writer.Number(*node.right));
-        return fmt::format("({}{}{})", writer.Compared(*node.left), SymbolOf(node.op),
-                           writer.Number(*node.right));
+        const bool moments = writer.AsMoments({node.left.get(), node.right.get()});
+        std::string left = writer.LeftOperand(*node.left, moments);
+        return fmt::format("({}{}{})", left, SymbolOf(node.op), writer.Operand(*node.right, moments));
     }
     std::string operator()(const dialect::Not& node) const {
         return "(NOT " + writer.Condition(*node.operand) + ")";
     }
     std::string operator()(const dialect::Between& node) const {
-        std::string value = writer.Compared(*node.value);
-        std::string low = writer.Number(*node.low);
+        const bool moments = writer.AsMoments({node.value.get(), node.low.get(), node.high.get()});
+        std::string value = writer.LeftOperand(*node.value, moments);
+        std::string low = writer.Operand(*node.low, moments);
         return fmt::format("({} {}BETWEEN {} AND {})", value, node.negated ? "NOT " : "", low,
-                           writer.Number(*node.high));
+                           writer.Operand(*node.high, moments));
     }
     std::string operator()(const dialect::InList& node) const {
-        std::string value = writer.Compared(*node.value);
-        return fmt::format("({} {}IN ({}))", value, node.negated ? "NOT " : "", writer.List(node.list));
+        bool moments = writer.AsMoments({node.value.get()});
+        for (const ExpressionPtr& item : node.list)
+            moments = moments || writer.AsMoments({item.get()});
+        std::string value = writer.LeftOperand(*node.value, moments);
+        return fmt::format("({} {}IN ({}))", value, node.negated ? "NOT " : "",
+                           writer.List(node.list, moments));
     }
     std::string operator()(const dialect::IsNull& node) const {
-        return fmt::format("({} IS {}NULL)", writer.Number(*node.value), node.negated ? "NOT " : "");
+        return fmt::format("({} IS {}NULL)", writer.Plain(*node.value), node.negated ? "NOT " : "");
     }
     std::string operator()(const dialect::Call& node) const {
-        return fmt::format("({} IS NULL)", writer.Number(*node.arguments.front()));
+        return fmt::format("({} IS NULL)", writer.Plain(*node.arguments.front()));
     }
     template <typename Node>
     std::string operator()(const Node&) const {
@@ -169,9 +192,11 @@ struct Generator::Writer::ValueWriter {
     Writer& writer;
     const Expression& expression;
 
-    std::string operator()(const ColumnName& node) const { return writer.Column(node); }
+    std::string operator()(const ColumnName& node) const {
+        return writer.engine_.ColumnNumber(writer.Column(node), writer.InfoOf(node).type);
+    }
     std::string operator()(const Slot& node) const {
-        return writer.Add({Parameter::From::Literal, node.number});
+        return writer.Add({Parameter::From::Literal, node.number}, writer.NumberForm(expression.type));
     }
     std::string operator()(const Constant& node) const { return writer.engine_.ConstantText(node.value); }
     std::string operator()(const Negate& node) const { return "(- " + writer.Number(*node.operand) + ")"; }
@@ -183,14 +208,20 @@ struct Generator::Writer::ValueWriter {
         return writer.engine_.FittedTo(writer.Number(*node.operand), node.to, node.size);
     }
     std::string operator()(const Aggregate& node) const {
+        if (!node.argument)
+            return "count(*)";
+        const bool counted = node.kind == AggregateKind::Count;
+        const bool text = node.argument->type == ValueType::Text;
         return fmt::format("{}({})", NameOf(node.kind),
-                           node.argument ? writer.Compared(*node.argument) : "*");
+                           counted ? writer.Plain(*node.argument)
+                           : text  ? writer.Compared(*node.argument)
+                                   : writer.Number(*node.argument));
     }
     std::string operator()(const dialect::Call& node) const {
         if (node.function == Function::Today)
-            return writer.Add({Parameter::From::Today});
+            return writer.Add({Parameter::From::Today}, writer.NumberForm(ValueType::Date));
         if (node.function == Function::Now)
-            return writer.Add({Parameter::From::Now});
+            return writer.Add({Parameter::From::Now}, writer.NumberForm(ValueType::Date));
         std::vector<std::string> arguments;
         for (const ExpressionPtr& argument : node.arguments) {
             const bool condition = node.function == Function::Iif && arguments.empty();
@@ -216,25 +247,88 @@ std::string Generator::Writer::Number(const Expression& expression) {
     return std::visit(ValueWriter{*this, expression}, expression.node);
 }
 
+std::string Generator::Writer::Plain(const Expression& expression) {
+    const auto* column = std::get_if<ColumnName>(&expression.node);
+    return column ? Column(*column) : Number(expression);
+}
+
 std::string Generator::Writer::Compared(const Expression& expression) {
+    const auto* column = std::get_if<ColumnName>(&expression.node);
+    if (column)  // true, a -1, comes before false
+        return InfoOf(*column).type == ColumnType::Boolean ? Number(expression) : Column(*column);
     std::string text = Number(expression);
-    if (expression.type != ValueType::Text || std::holds_alternative<ColumnName>(expression.node))
-        return text;
-    return engine_.CaseBlind(text);
+    return expression.type == ValueType::Text ? engine_.CaseBlind(text, HoldsTextColumn(expression)) : text;
 }
 
 std::string Generator::Writer::Written(const Expression& expression, const ColumnInfo& column) {
-    if (const auto* slot = std::get_if<Slot>(&expression.node))
-        return Add({Parameter::From::Literal, slot->number, &column});
-    return Number(expression);
+    if (const auto* slot = std::get_if<Slot>(&expression.node)) {
+        parameters.push_back({Parameter::From::Literal, slot->number, &column});
+        return engine_.Placeholder(parameters.size(), ValueType::Null);
+    }
+    if (const auto* constant = std::get_if<Constant>(&expression.node))
+        return column.counter && constant->value.IsNull() && engine_.FillsCounters()
+                   ? "DEFAULT"
+                   : engine_.ColumnConstant(constant->value);
+    if (std::holds_alternative<ColumnName>(expression.node))
+        return Plain(expression);
+    const bool fitted = std::holds_alternative<FitColumn>(expression.node);
+    std::string text = Number(expression);
+    return !fitted && column.type == ColumnType::DateTime ? engine_.Moment(text) : text;
+}
+
+const ColumnInfo& Generator::Writer::InfoOf(const ColumnName& name) const {
+    const TableInfo& table = sources_ ? *(*sources_)[static_cast<std::size_t>(name.source)].info : *table_;
+    return table.columns[static_cast<std::size_t>(name.column)];
 }
 
 std::string Generator::Writer::Column(const ColumnName& name) const {
-    const auto column = static_cast<std::size_t>(name.column);
-    if (!sources_)
-        return Quoted(table_->columns[column].name);
-    const Source& source = (*sources_)[static_cast<std::size_t>(name.source)];
-    return fmt::format("s{}.{}", name.source, Quoted(source.info->columns[column].name));
+    const std::string column = engine_.Name(InfoOf(name).name);
+    return sources_ ? fmt::format("s{}.{}", name.source, column) : column;
+}
+
+bool Generator::Writer::IsDateColumn(const Expression& expression) const {
+    const auto* column = std::get_if<ColumnName>(&expression.node);
+    return column && InfoOf(*column).type == ColumnType::DateTime;
+}
+
+bool Generator::Writer::HoldsTextColumn(const Expression& expression) {
+    if (std::holds_alternative<ColumnName>(expression.node))
+        return expression.type == ValueType::Text;
+    bool holds = false;
+    // The visit changes nothing; the walk is shared with those that do.
+    ForEachChild(const_cast<Expression&>(expression),
+                 [&](ExpressionPtr& child) { holds = holds || HoldsTextColumn(*child); });
+    return holds;
+}
+
+bool Generator::Writer::AsMoments(std::initializer_list<const Expression*> operands) const {
+    return engine_.SeparatesTypes() && std::any_of(operands.begin(), operands.end(),
+                                                   [&](const Expression* e) { return IsDateColumn(*e); });
+}
+
+std::string Generator::Writer::MomentOf(const Expression& expression) {
+    if (IsDateColumn(expression))
+        return Plain(expression);
+    if (const auto* slot = std::get_if<Slot>(&expression.node))
+        return Add({Parameter::From::Literal, slot->number}, ValueType::Date);
+    if (const auto* call = std::get_if<dialect::Call>(&expression.node)) {
+        if (call->function == Function::Today)
+            return Add({Parameter::From::Today}, ValueType::Date);
+        if (call->function == Function::Now)
+            return Add({Parameter::From::Now}, ValueType::Date);
+    }
+    return engine_.Moment(Number(expression));
+}
+
+std::string Generator::Writer::Operand(const Expression& expression, bool moments) {
+    if (moments)
+        return MomentOf(expression);
+    const auto* column = std::get_if<ColumnName>(&expression.node);
+    return column && InfoOf(*column).type != ColumnType::Boolean ? Column(*column) : Number(expression);
+}
+
+std::string Generator::Writer::LeftOperand(const Expression& expression, bool moments) {
+    return moments ? MomentOf(expression) : Compared(expression);
 }
 
 std::string Generator::Writer::Chained(const Expression& left, std::initializer_list<Operator> kind,
@@ -264,7 +358,7 @@ std::string Generator::Writer::Binary(const dialect::Binary& node) {
         }
         case Operator::Divide: {
             std::string left = Number(*node.left);
-            return fmt::format("(({} * 1.0) / {})", left, Number(*node.right));
+            return engine_.Divided(left, Number(*node.right));
         }
         case Operator::IntegerDivide: {
             std::string left = Number(*node.left);
@@ -281,12 +375,12 @@ std::string Generator::Writer::Binary(const dialect::Binary& node) {
     }
 }
 
-std::string Generator::Writer::List(const std::vector<ExpressionPtr>& list) {
+std::string Generator::Writer::List(const std::vector<ExpressionPtr>& list, bool moments) {
     std::string text;
     for (const ExpressionPtr& item : list) {
         if (!text.empty())
             text += ", ";
-        text += Number(*item);
+        text += Operand(*item, moments);
     }
     return text;
 }
@@ -320,6 +414,18 @@ std::string Joined(const std::vector<std::string>& pieces, std::string_view sepa
     return text;
 }
 
+/// Does the value differ between rows? The engines take a bare number behind BY for the place of a column.
+bool VariesByRow(const Expression& expression) {
+    if (std::holds_alternative<ColumnName>(expression.node) ||
+        std::holds_alternative<Aggregate>(expression.node))
+        return true;
+    bool varies = false;
+    // The visit changes nothing; the walk is shared with those that do.
+    ForEachChild(const_cast<Expression&>(expression),
+                 [&](ExpressionPtr& child) { varies = varies || VariesByRow(*child); });
+    return varies;
+}
+
 }  // namespace
 
 std::vector<int> Generator::AllFields(const dialect::Select& select) {
@@ -338,8 +444,14 @@ EngineSql Generator::Select(const dialect::Select& select, const SelectForm& for
     if (form.keys)
         columns = keys;
     for (const int field : form.fields) {
-        const Expression& expression = *select.items[static_cast<std::size_t>(field)].expression;
-        columns.push_back(select.distinct ? writer.Compared(expression) : writer.Number(expression));
+        const auto place = static_cast<std::size_t>(field);
+        const Expression& expression = *select.items[place].expression;
+        if (!form.into.empty())
+            columns.push_back(writer.Written(expression, *form.into[place]));
+        else if (select.distinct || select.aggregated)
+            columns.push_back(writer.Compared(expression));  // as it is grouped by
+        else
+            columns.push_back(writer.Plain(expression));
     }
 
     std::string sql = fmt::format("SELECT {}{}", select.distinct ? "DISTINCT " : "", Join(columns, ", "));
@@ -383,7 +495,8 @@ EngineSql Generator::Select(const dialect::Select& select, const SelectForm& for
 
     std::vector<std::string> groups;
     for (const ExpressionPtr& group : select.groupBy)
-        groups.push_back(writer.Compared(*group));
+        groups.push_back(VariesByRow(*group) ? writer.Compared(*group)
+                                             : fmt::format("coalesce({}, NULL)", writer.Compared(*group)));
     if (!groups.empty())
         sql += " GROUP BY " + Join(groups, ", ");
     if (select.having)
@@ -392,7 +505,8 @@ EngineSql Generator::Select(const dialect::Select& select, const SelectForm& for
     // The keys behind the order given make it the same every time.
     std::vector<std::string> order;
     for (const OrderItem& item : select.orderBy)
-        order.push_back(writer.Compared(*item.expression) + (item.descending ? " DESC" : ""));
+        if (VariesByRow(*item.expression))
+            order.push_back(Ordered(writer.Compared(*item.expression), item.descending));
     order.insert(order.end(), keys.begin(), keys.end());
     if (!order.empty())
         sql += " ORDER BY " + Join(order, ", ");
@@ -434,28 +548,30 @@ EngineSql Generator::Insert(const dialect::Insert& insert, const ColumnInfo* cou
     std::vector<std::string> columns;
     std::vector<std::string> values;
     if (counter) {
-        columns.push_back(Quoted(counter->name));
+        columns.push_back(Name(counter->name));
         if (!insert.query)
             values.push_back(writer.Given(0));
     }
     for (const Assignment& assignment : insert.assignments) {
         const ColumnInfo& column = table.columns[static_cast<std::size_t>(assignment.column)];
-        columns.push_back(Quoted(column.name));
+        columns.push_back(Name(column.name));
         if (!insert.query)
             values.push_back(writer.Written(*assignment.value, column));
     }
-    const std::string into = fmt::format("INSERT INTO {} ({}) ", Quoted(table.name), Join(columns, ", "));
+    const std::string into = fmt::format("INSERT INTO {} ({}) ", Name(table.name), Join(columns, ", "));
     if (!insert.query)
         return {into + fmt::format("VALUES ({})", Join(values, ", ")), std::move(writer.parameters)};
 
     SelectForm form;
     form.fields = AllFields(*insert.query);
+    for (const Assignment& assignment : insert.assignments)
+        form.into.push_back(&table.columns[static_cast<std::size_t>(assignment.column)]);
     EngineSql rows = Select(*insert.query, form);
     if (counter) {
         // The rows are numbered in the query's order from the first counter of those taken for them.
         rows.parameters.push_back({Parameter::From::Given, 0});
         rows.text = fmt::format("SELECT {} + row_number() OVER () - 1, q.* FROM ({}) AS q",
-                                Placeholder(rows.parameters.size()), rows.text);
+                                Placeholder(rows.parameters.size(), ValueType::Integer), rows.text);
     }
     rows.text = into + rows.text;
     return rows;
@@ -467,9 +583,9 @@ EngineSql Generator::Update(const dialect::Update& update) const {
     std::vector<std::string> sets;
     for (const Assignment& assignment : update.assignments) {
         const ColumnInfo& column = table.columns[static_cast<std::size_t>(assignment.column)];
-        sets.push_back(Quoted(column.name) + " = " + writer.Written(*assignment.value, column));
+        sets.push_back(Name(column.name) + " = " + writer.Written(*assignment.value, column));
     }
-    std::string sql = fmt::format("UPDATE {} SET {}", Quoted(table.name), Join(sets, ", "));
+    std::string sql = fmt::format("UPDATE {} SET {}", Name(table.name), Join(sets, ", "));
     if (update.where)
         sql += " WHERE " + writer.Condition(*update.where);
     return {std::move(sql), std::move(writer.parameters)};
@@ -477,34 +593,48 @@ EngineSql Generator::Update(const dialect::Update& update) const {
 
 EngineSql Generator::Delete(const dialect::Delete& statement) const {
     Writer writer(*this, nullptr, statement.target.info);
-    std::string sql = "DELETE FROM " + Quoted(statement.target.info->name);
+    std::string sql = "DELETE FROM " + Name(statement.target.info->name);
     if (statement.where)
         sql += " WHERE " + writer.Condition(*statement.where);
     return {std::move(sql), std::move(writer.parameters)};
 }
 
 std::string Generator::InsertRow(const TableInfo& table, std::span<const std::size_t> columns) const {
+    return InsertNamed(table, columns, {}) + ReturningKey(table);
+}
+
+std::string Generator::InsertKeyedRow(const TableInfo& table, std::span<const std::size_t> columns) const {
+    return InsertNamed(table, columns, kKeyColumn);
+}
+
+std::string Generator::InsertNamed(const TableInfo& table, std::span<const std::size_t> columns,
+                                   std::string_view more) const {
     std::vector<std::string> names;
     std::vector<std::string> values;
-    for (const std::size_t column : columns) {
-        names.push_back(Quoted(table.columns[column].name));
-        values.push_back(Placeholder(names.size()));
-    }
-    return fmt::format("INSERT INTO {} ({}) VALUES ({})", Quoted(table.name), Join(names, ", "),
+    const auto add = [&](std::string_view name) {
+        names.push_back(Name(name));
+        values.push_back(Placeholder(names.size(), ValueType::Null));
+    };
+    for (const std::size_t column : columns)
+        add(table.columns[column].name);
+    if (!more.empty())
+        add(more);
+    return fmt::format("INSERT INTO {} ({}) VALUES ({})", Name(table.name), Join(names, ", "),
                        Join(values, ", "));
 }
 
 std::string Generator::UpdateRow(const TableInfo& table, std::span<const std::size_t> columns) const {
     std::vector<std::string> sets;
     for (const std::size_t column : columns)
-        sets.push_back(Quoted(table.columns[column].name) + " = " + Placeholder(sets.size() + 1));
-    return fmt::format("UPDATE {} SET {} WHERE {} = {}", Quoted(table.name), Join(sets, ", "),
-                       Quoted(KeyColumnOf(table)), Placeholder(sets.size() + 1));
+        sets.push_back(Name(table.columns[column].name) + " = " +
+                       Placeholder(sets.size() + 1, ValueType::Null));
+    return fmt::format("UPDATE {} SET {} WHERE {} = {}", Name(table.name), Join(sets, ", "),
+                       Name(KeyColumnOf(table)), Placeholder(sets.size() + 1, ValueType::Integer));
 }
 
 std::string Generator::DeleteRow(const TableInfo& table) const {
-    return fmt::format("DELETE FROM {} WHERE {} = {}", Quoted(table.name), Quoted(KeyColumnOf(table)),
-                       Placeholder(1));
+    return fmt::format("DELETE FROM {} WHERE {} = {}", Name(table.name), Name(KeyColumnOf(table)),
+                       Placeholder(1, ValueType::Integer));
 }
 
 }  // namespace kv

@@ -30,6 +30,8 @@ struct SelectForm {
     bool behindKey = false;                         ///< only keys above the one given, of a one-table query
     int amongKeys = 0;                              ///< only those so many keys given, of a one-table query
     std::optional<long> limit;
+    /// The columns that the fields are written to, of a query that gives an INSERT its rows.
+    std::vector<const ColumnInfo*> into;
 };
 
 /// Writes bound statements in one engine's language. The base class writes what the engines have in common; a
@@ -50,21 +52,51 @@ class Generator {
 
     // One row, its fields given in the order of `columns`, the key behind them.
     std::string InsertRow(const TableInfo& table, std::span<const std::size_t> columns) const;
+    /// With the key behind the fields, of a table whose key is the store's own.
+    std::string InsertKeyedRow(const TableInfo& table, std::span<const std::size_t> columns) const;
     std::string UpdateRow(const TableInfo& table, std::span<const std::size_t> columns) const;
     std::string DeleteRow(const TableInfo& table) const;
 
     static std::string Quoted(std::string_view name);
     static std::vector<int> AllFields(const dialect::Select& select);
 
+    /// A table's or column's name as the engine's statements hold it.
+    virtual std::string Name(std::string_view name) const { return Quoted(name); }
+    /// The engine fills a counter that an INSERT leaves out.
+    virtual bool FillsCounters() const { return false; }
+
+  private:
+    std::string InsertNamed(const TableInfo& table, std::span<const std::size_t> columns,
+                            std::string_view more) const;
+
   protected:
     class Writer;
 
-    /// The placeholder of the value that stands at that place of the list, counted from 1.
-    virtual std::string Placeholder(std::size_t place) const = 0;
+    /// The placeholder of the value that stands at that place of the list, counted from 1. `type` is what it
+    /// is compared or calculated as; Null for one whose column tells.
+    virtual std::string Placeholder(std::size_t place, ValueType type) const = 0;
+    /// Dates and booleans are types of their own in the engine and no numbers. A column is then turned into
+    /// the store's number where it is calculated with (ColumnNumber), and a number into a date where it is
+    /// compared with a date column (Moment), so that the column's index serves.
+    virtual bool SeparatesTypes() const { return false; }
+    virtual std::string ColumnNumber(const std::string& column, ColumnType /*type*/) const { return column; }
+    virtual std::string Moment(const std::string& number) const { return number; }
+    /// A constant, or a value of an expression, on its way into a column of its own type.
+    virtual std::string ColumnConstant(const Value& value) const { return ConstantText(value); }
+    /// Nulls come first.
+    virtual std::string Ordered(const std::string& value, bool descending) const {
+        return descending ? value + " DESC" : value;
+    }
+    /// Behind the INSERT of one row, so that it gives the row's key.
+    virtual std::string ReturningKey(const TableInfo& /*table*/) const { return {}; }
+    virtual std::string Divided(const std::string& a, const std::string& b) const {
+        return "((" + a + " * 1.0) / " + b + ")";
+    }
     virtual std::string FunctionCall(dialect::Function function,
                                      const std::vector<std::string>& arguments) const = 0;
-    /// A text expression other than a plain column, so that it compares without regard to case.
-    virtual std::string CaseBlind(const std::string& text) const = 0;
+    /// A text expression other than a plain column, so that it compares without regard to case. `ofColumns`:
+    /// a text column is part of it.
+    virtual std::string CaseBlind(const std::string& text, bool ofColumns) const = 0;
     virtual std::string Like(const std::string& value, const std::string& pattern) const = 0;
     virtual std::string Converted(const std::string& value, ValueType from, ValueType to) const = 0;
     virtual std::string FittedTo(const std::string& value, ColumnType to, int size) const = 0;

@@ -31,6 +31,25 @@ void RowBlock::Grow(std::size_t cells) {
     cells_.reserve(doubled > kCellsKept ? std::max(doubled, kCellsOfAWalk) : doubled);
 }
 
+void RowBlock::Put(std::size_t place, const Value& value) {
+    Cell& cell = cells_[place];
+    cell = Cell();
+    switch (value.Type()) {
+        case ValueType::Null:
+            return;
+        case ValueType::Text:
+            return SetText(cell, *value.IfText());
+        case ValueType::Boolean:
+        case ValueType::Integer:
+            cell.kind = Kind::Integer;
+            cell.integer = value.ToInteger();
+            return;
+        default:
+            cell.kind = Kind::Real;
+            cell.integer = std::bit_cast<std::int64_t>(value.ToDouble());
+    }
+}
+
 double RowBlock::NumberOf(const Cell& cell) const {
     if (cell.kind == Kind::Real)
         return std::bit_cast<double>(cell.integer);

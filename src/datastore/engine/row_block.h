@@ -47,6 +47,9 @@ class RowBlock {
         texts_.append(text);
     }
 
+    /// Puts a field's value in the place of what stands there.
+    void Put(std::size_t cell, const Value& value);
+
     std::size_t Cells() const { return cells_.size(); }
     std::int64_t WholeAt(std::size_t cell) const { return cells_[cell].integer; }
     /// The cell's content as a field of that type.

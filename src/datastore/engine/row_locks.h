@@ -1,29 +1,40 @@
 #pragma once
 #include <filesystem>
-#include <optional>
+#include <memory>
 #include <string_view>
 #include <unordered_map>
 
-#include "base/platform.h"
 #include "datastore/engine/row_block.h"
 
 namespace kv {
 
-/// Rows taken for editing, known to all programs through the bytes of a file beside the database. A program's
-/// end, a killed one's too, frees its rows. The file is made by the first edit.
+/// Where all programs see which rows are taken, each row under a number. A program's end, a killed one's too,
+/// frees what it took.
+class LockBoard {
+  public:
+    virtual ~LockBoard() = default;
+    virtual bool TryLock(std::uint64_t row) = 0;
+    virtual void Unlock(std::uint64_t row) = 0;
+};
+
+/// The bytes of a file beside the database. The file is made by the first edit.
+std::unique_ptr<LockBoard> MakeFileLockBoard(std::filesystem::path file);
+
+/// Rows taken for editing.
 class RowLocks {
   public:
-    explicit RowLocks(std::filesystem::path file) : file_(std::move(file)) {}
+    explicit RowLocks(std::unique_ptr<LockBoard> board) : board_(std::move(board)) {}
 
     bool TryLock(std::string_view table, RowKey key, const void* owner);
     void Unlock(std::string_view table, RowKey key, const void* owner);
+    bool Holds(std::string_view table, RowKey key, const void* owner) const;
+    bool Any() const { return !owners_.empty(); }
+    /// The board has let all rows go by itself.
+    void Forget() { owners_.clear(); }
 
   private:
-    static std::uint64_t ByteOf(std::string_view table, RowKey key);
-
-    std::filesystem::path file_;
-    std::optional<ByteLocks> bytes_;
-    /// The system's locks tell programs apart, but not two edits of this one.
+    std::unique_ptr<LockBoard> board_;
+    /// The board tells programs apart, but not two edits of this one.
     std::unordered_map<std::uint64_t, const void*> owners_;
 };
 

@@ -21,7 +21,7 @@ long RunInsertWithCounters(Connection& connection, const CompiledChange& change,
         const Value first = static_cast<long long>(connection.TakeCounters(*change.table, rows));
         const std::vector<Value> values =
             ParameterValues(change.sql, literals, {&first, 1}, connection.clock);
-        added = connection.Change(change.sql.text, values);
+        added = connection.Change(*change.table, change.sql.text, values);
     }
     step.Finish();
     return added;
@@ -36,9 +36,9 @@ struct ActionRunner {
             return RunInsertWithCounters(connection, change, ready.literals);
         const std::vector<Value> values = ParameterValues(change.sql, ready.literals, {}, connection.clock);
         if (!change.givesCounter)
-            return connection.Change(change.sql.text, values);
+            return connection.Change(*change.table, change.sql.text, values);
         WriteStep step(connection);
-        const long added = connection.Change(change.sql.text, values);
+        const long added = connection.Change(*change.table, change.sql.text, values);
         connection.RaiseCounter(*change.table);
         step.Finish();
         return added;

@@ -28,13 +28,13 @@ void EditBuffer::BeginEdit(const TableInfo& table, RowKey key) {
     key_ = key;
     // First, since a lock that can't even be asked for leaves no edit begun.
     lockedFromStart_ = Lock();
+    epoch_ = connection_.LockEpoch();
     values_.resize(table.columns.size());
     mode_ = EditState::InProgress;
 }
 
 bool EditBuffer::Lock() {
-    if (!locked_)
-        locked_ = connection_.TryLockRow(*table_, key_, this);
+    locked_ = connection_.TryLockRow(*table_, key_, this);
     return locked_;
 }
 
@@ -45,7 +45,7 @@ void EditBuffer::Unlock() {
 }
 
 void EditBuffer::Abandon() {
-    if (counter_)
+    if (counter_ && !counterTried_)
         connection_.ReturnCounter(*table_, *counter_);
     Finish();
 }
@@ -55,6 +55,7 @@ void EditBuffer::Finish() {
     mode_ = EditState::None;
     lockedFromStart_ = false;
     counter_.reset();
+    counterTried_ = false;
     key_ = kNoRow;
     values_.clear();
     original_.clear();
@@ -73,26 +74,14 @@ void EditBuffer::Set(std::size_t column, const Value& value) {
 }
 
 RowKey EditBuffer::WriteAdded() {
-    std::vector<std::size_t> columns(values_.size());
     std::vector<Value> values(values_.size());
-    for (std::size_t i = 0; i < values_.size(); ++i) {
-        columns[i] = i;
+    for (std::size_t i = 0; i < values_.size(); ++i)
         values[i] = *values_[i];
-    }
     const auto counter = table_->Counter();
     const bool ownCounter = counter && *values_[*counter] != Value(static_cast<long long>(*counter_));
-    const std::string sql = connection_.Sql().InsertRow(*table_, columns);
-    if (!ownCounter) {
-        const RowKey key = connection_.Insert(sql, values);
-        counter_.reset();
-        return key;
-    }
-    WriteStep step(connection_);
-    const RowKey key = connection_.Insert(sql, values);
-    connection_.RaiseCounter(*table_);
-    step.Finish();
-    counter_.reset();
-    return key;
+    // Nobody knows of a write that failed whether its number stands in a row all the same.
+    counterTried_ = true;
+    return connection_.AddRow(*table_, values, ownCounter);
 }
 
 bool EditBuffer::WriteEdited() {
@@ -106,8 +95,7 @@ bool EditBuffer::WriteEdited() {
     }
     if (columns.empty())
         return true;
-    values.emplace_back(static_cast<long long>(key_));
-    return connection_.Change(connection_.Sql().UpdateRow(*table_, columns), values) > 0;
+    return connection_.ChangeRow(*table_, key_, columns, std::move(values));
 }
 
 }  // namespace kv

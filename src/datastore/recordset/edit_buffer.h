@@ -7,6 +7,9 @@
 
 namespace kv {
 
+/// Fields of a row by their places in the query.
+using KnownFields = std::vector<std::pair<std::size_t, Value>>;
+
 /// The row being added or changed: what was set and not written yet. It holds the lock of a row in edit.
 class EditBuffer {
   public:
@@ -20,17 +23,17 @@ class EditBuffer {
     /// `values`: the row's fields at the beginning, to tell whether another changed them while it was not
     /// locked.
     void BeginEdit(const TableInfo& table, RowKey key);
-    void SetOriginal(std::vector<Value> values) { original_ = std::move(values); }
-    const std::vector<Value>& Original() const { return original_; }
+    void SetOriginal(KnownFields fields) { original_ = std::move(fields); }
+    const KnownFields& Original() const { return original_; }
     void Cancel() {
         if (mode_ != EditState::None)
             Abandon();
     }
 
-    /// True once the row's lock is held; tries again where it was not.
+    /// True once the row's lock is held; tries again where it was not, or was lost with the connection.
     bool Lock();
-    /// The lock was there from the beginning, so nobody else can have edited the row.
-    bool LockedFromStart() const { return lockedFromStart_; }
+    /// The lock was there all the time, so nobody else can have edited the row.
+    bool LockedFromStart() const { return lockedFromStart_ && epoch_ == connection_.LockEpoch(); }
 
     /// The column's value of the row being added or changed, where it has one here.
     const Value* Find(std::size_t column) const;
@@ -45,7 +48,6 @@ class EditBuffer {
   private:
     void Abandon();
     void Unlock();
-    void WriteOwnCounter() const;
 
     Connection& connection_;
     EditState mode_ = EditState::None;
@@ -53,9 +55,11 @@ class EditBuffer {
     RowKey key_ = kNoRow;
     bool locked_ = false;
     bool lockedFromStart_ = false;
+    std::int64_t epoch_ = 0;
     std::optional<std::int64_t> counter_;  // handed out by the store for the row being added
+    bool counterTried_ = false;            // a row was to be written with it
     std::vector<std::optional<Value>> values_;
-    std::vector<Value> original_;
+    KnownFields original_;
 };
 
 }  // namespace kv

@@ -66,7 +66,7 @@ std::optional<std::size_t> Finder::Find(std::string_view criteria, std::size_t f
     std::vector<Value> literals(queryLiterals.begin(), queryLiterals.end());
     literals.insert(literals.end(), lexed.literals.begin(), lexed.literals.end());
 
-    const std::int64_t stamp = connection_.Stamp();
+    const std::int64_t stamp = connection_.Stamp(query_.Watch());
     Scope scope = ScopeFor(stamp, keys);
     // Keys never change, so in their order the engine's first match is ours; in another order only while no
     // value changed.

@@ -35,7 +35,7 @@ std::unique_ptr<Cursor> Members::Query(const EngineSql& sql, std::span<const Val
 }
 
 void Members::Fetch() {
-    const std::int64_t stamp = connection_.Stamp();
+    const std::int64_t stamp = connection_.Stamp(query_->Watch());
     keys_.Clear();
     const std::shared_ptr<const FieldSubset> fields = frozen_ ? query_->AllFields() : query_->UsedFields();
     window_.Begin(0, stamp, fields);
@@ -62,7 +62,7 @@ void Members::OpenWholeTable(std::int64_t stamp, const std::shared_ptr<const Fie
 
 /// Reads the next batch of a whole table, keys and values.
 void Members::Extend(const std::shared_ptr<const FieldSubset>& fields) {
-    const std::int64_t stamp = connection_.Stamp();
+    const std::int64_t stamp = connection_.Stamp(query_->Watch());
     const std::size_t batch = window_.GrowBatch();
     const std::size_t before = keys_.Size();
     const Value given[] = {static_cast<long long>(lastRead_), static_cast<long long>(batch)};
@@ -90,7 +90,7 @@ std::size_t Members::Count() {
     if (complete_)
         return keys_.Size();
     // While nothing was written the table has the rows that it had.
-    if (connection_.Stamp() != openedAt_)
+    if (connection_.Stamp(query_->Watch()) != openedAt_)
         return All().Size();
     if (!counted_) {
         const auto cursor = Query(query_->Sql(Form::Count));

@@ -6,6 +6,7 @@
 
 #include "datastore/engine/compiler.h"
 #include "datastore/engine/connection.h"
+#include "datastore/recordset/edit_buffer.h"
 #include "datastore/recordset/finder.h"
 #include "datastore/recordset/key_list.h"
 #include "datastore/recordset/row_window.h"
@@ -35,6 +36,12 @@ class Members {
 
     Value At(std::size_t position, std::size_t field) { return window_.At(position, field, keys_); }
     bool Exists(std::size_t position) { return window_.Exists(position, keys_); }
+    /// The field is at hand with the rows that were read.
+    bool Knows(std::size_t field) const { return window_.Knows(field); }
+    bool IsFresh(std::size_t position) const { return window_.IsFresh(position); }
+    /// The row was just written through this recordset and its values were at hand: what was written stands
+    /// in their place, and nothing is read again.
+    void NoteWritten(std::size_t position, const EditBuffer& edit) { window_.NoteWritten(position, edit); }
     /// The values are read anew at the next look.
     void DropValues() { window_.Drop(); }
 

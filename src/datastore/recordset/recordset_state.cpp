@@ -121,10 +121,21 @@ std::size_t RecordsetState::Current() const {
     return at_;
 }
 
-std::vector<Value> RecordsetState::StoredRow() {
-    std::vector<Value> row(Fields().size());
-    for (std::size_t field = 0; field < row.size(); ++field)
-        row[field] = members_.At(Current(), field);
+/// What tells later whether another seat changed the row. While the lock is held only a lost connection can
+/// let another one in; what was read of the row already is enough then, since a field that nobody here has
+/// looked at makes no difference to the change.
+KnownFields RecordsetState::StoredRow() {
+    KnownFields row;
+    for (std::size_t field = 0; field < Fields().size(); ++field)
+        if (!edit_.LockedFromStart() || members_.Knows(field))
+            row.emplace_back(field, members_.At(Current(), field));
+    return row;
+}
+
+KnownFields RecordsetState::SameFields(const KnownFields& fields) {
+    KnownFields row;
+    for (const auto& [field, value] : fields)
+        row.emplace_back(field, members_.At(Current(), field));
     return row;
 }
 
@@ -169,7 +180,8 @@ void RecordsetState::Edit() {
         edit_.BeginEdit(target, members_.Key(at)[0]);
         if (!members_.Exists(at))
             throw faults::RecordDeleted();
-        if (!edit_.LockedFromStart())
+        // Where the lock may be lost with a connection, the row is compared then, too.
+        if (!edit_.LockedFromStart() || connection_->IsRemote())
             edit_.SetOriginal(StoredRow());
     } catch (...) {
         edit_.Cancel();
@@ -201,8 +213,11 @@ void RecordsetState::UpdateEdited() {
         throw faults::LockedByOther();
     const RowKey key = members_.Key(at_)[0];
     if (edit_.LockedFromStart()) {
+        const bool seen = connection_->IsRemote() && members_.IsFresh(at_);
         if (!edit_.WriteEdited())
             throw faults::RecordDeleted();
+        if (seen)
+            members_.NoteWritten(at_, edit_);
     } else {
         WriteStep step(*connection_);
         CheckNotChanged();
@@ -217,7 +232,7 @@ void RecordsetState::UpdateEdited() {
 /// The edit began while another held the row. A second Update, after the operator was told, goes through.
 void RecordsetState::CheckNotChanged() {
     members_.DropValues();
-    std::vector<Value> now = StoredRow();
+    KnownFields now = SameFields(edit_.Original());
     if (now == edit_.Original())
         return;
     edit_.SetOriginal(std::move(now));
@@ -228,19 +243,18 @@ void RecordsetState::Delete() {
     const TableInfo& target = WritableTarget();
     const std::size_t at = Current();
     const RowKey key = members_.Key(at)[0];
-    const Value values[] = {static_cast<long long>(key)};
-    long deleted = 0;
+    bool deleted = false;
     try {
         edit_.BeginEdit(target, key);
         if (!edit_.LockedFromStart())
             throw faults::LockedByOther();
-        deleted = connection_->Change(connection_->Sql().DeleteRow(target), values);
+        deleted = connection_->DeleteRow(target, key);
     } catch (...) {
         edit_.Cancel();
         throw;
     }
     edit_.Cancel();
-    if (deleted == 0)
+    if (!deleted)
         throw faults::RecordDeleted();
     members_.Remove(at);
     deleted_ = true;

@@ -58,7 +58,8 @@ class RecordsetState {
     Value GetPending(std::size_t field);
     void MoveTo(Place place, std::size_t at);
     std::size_t Current() const;
-    std::vector<Value> StoredRow();
+    KnownFields StoredRow();
+    KnownFields SameFields(const KnownFields& fields);
     const TableInfo& WritableTarget() const;
     void UpdateAdded();
     void UpdateEdited();

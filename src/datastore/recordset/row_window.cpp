@@ -43,7 +43,7 @@ void RowWindow::Prepare(std::size_t position, std::size_t field, const KeyList& 
     query_.NoteUse(field);
     if (fields_->CellOf(field) < 0) {
         UseFields(query_.AllFields());
-        LoadRows(position, position + 1, connection_.Stamp(), keys);
+        LoadRows(position, position + 1, connection_.Stamp(query_.Watch()), keys);
     }
     slots_[field].ready = true;
 }
@@ -100,6 +100,21 @@ bool RowWindow::Exists(std::size_t position, const KeyList& keys) {
     return !anyMissing_ || !missing_[position - first_];
 }
 
+void RowWindow::NoteWritten(std::size_t position, const EditBuffer& edit) {
+    // What is worked out of other columns only the engine knows.
+    for (std::size_t field = 0; field < slots_.size(); ++field)
+        if (Knows(field) && query_.TargetColumn(field) < 0)
+            return Drop();
+    for (std::size_t field = 0; field < slots_.size(); ++field) {
+        const int column = query_.TargetColumn(field);
+        if (column < 0 || !Knows(field))
+            continue;
+        if (const Value* written = edit.Find(static_cast<std::size_t>(column)))
+            block_.Put((position - first_) * width_ + slots_[field].cell, *written);
+    }
+    stamp_ = connection_.Stamp(query_.Watch());
+}
+
 void RowWindow::AddMissing(std::size_t row) {
     block_.Extend(width_);
     if (!anyMissing_)
@@ -109,7 +124,7 @@ void RowWindow::AddMissing(std::size_t row) {
 }
 
 void RowWindow::Load(std::size_t position, const KeyList& keys) {
-    const std::int64_t stamp = connection_.Stamp();
+    const std::int64_t stamp = connection_.Stamp(query_.Watch());
     const bool forward = position == first_ + count_;
     const bool backward = position + 1 == first_;
     if (stamp == stamp_ && (forward || backward))
@@ -161,7 +176,9 @@ bool RowWindow::LoadRange(const KeyList& keys) {
 }
 
 void RowWindow::LoadOneByOne(const KeyList& keys) {
-    const ReadSpan span(connection_);
+    std::optional<ReadSpan> span;
+    if (count_ > 1)
+        span.emplace(connection_);
     const EngineSql& sql = fields_->Sql(Form::ByKey);
     std::vector<Value> given(keys.Width());
     std::unique_ptr<Cursor> cursor;

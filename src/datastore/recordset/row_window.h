@@ -5,6 +5,7 @@
 
 #include "datastore/engine/compiler.h"
 #include "datastore/engine/connection.h"
+#include "datastore/recordset/edit_buffer.h"
 #include "datastore/recordset/key_list.h"
 
 namespace kv {
@@ -42,11 +43,13 @@ class RowWindow {
     }
     /// Whether the row still is there.
     bool Exists(std::size_t position, const KeyList& keys);
+    bool Knows(std::size_t field) const { return fields_->CellOf(field) >= 0; }
+    bool IsFresh(std::size_t position) const {
+        return position - first_ < count_ && (frozen_ || connection_.Stamp(query_.Watch()) == stamp_);
+    }
+    void NoteWritten(std::size_t position, const EditBuffer& edit);
 
   private:
-    bool IsFresh(std::size_t position) const {
-        return position - first_ < count_ && (frozen_ || connection_.Stamp() == stamp_);
-    }
     void Load(std::size_t position, const KeyList& keys);
     /// Notes that the field is read, and brings all of the row where the batch does not have it.
     void Prepare(std::size_t position, std::size_t field, const KeyList& keys);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <numeric>
 
 #include "datastore/engine/sqlite/sqlite_errors.h"
 #include "datastore/engine/sqlite/sqlite_schema.h"
@@ -111,7 +112,7 @@ SqliteConnection::SqliteConnection(Handle database, std::filesystem::path path)
       database_(std::move(database)),
       statements_(database_.get()),
       watch_(database_.get()),
-      locks_(std::filesystem::path(path_) += ".lck") {
+      locks_(MakeFileLockBoard(std::filesystem::path(path_) += ".lck")) {
     RefreshTables();
 }
 
@@ -130,16 +131,32 @@ std::unique_ptr<Cursor> SqliteConnection::Query(const std::string& sql, std::spa
     return std::make_unique<SqliteCursor>(database_.get(), statements_, sql, values);
 }
 
-long SqliteConnection::Change(const std::string& sql, std::span<const Value> values) {
+long SqliteConnection::Change(const TableInfo& /*table*/, const std::string& sql,
+                              std::span<const Value> values) {
+    return Write(sql, values);
+}
+
+long SqliteConnection::Write(const std::string& sql, std::span<const Value> values) {
     const SpanPause pause(*this);
     Run(sql, values);
     NoteWrite();
     return sqlite3_changes(database_.get());
 }
 
-RowKey SqliteConnection::Insert(const std::string& sql, std::span<const Value> values) {
-    Change(sql, values);
-    return sqlite3_last_insert_rowid(database_.get());
+RowKey SqliteConnection::AddRow(const TableInfo& table, std::span<const Value> values, bool ownCounter) {
+    std::vector<std::size_t> columns(values.size());
+    std::iota(columns.begin(), columns.end(), 0U);
+    const std::string sql = generator_.InsertRow(table, columns);
+    if (!ownCounter) {
+        Write(sql, values);
+        return sqlite3_last_insert_rowid(database_.get());
+    }
+    WriteStep step(*this);
+    Write(sql, values);
+    const RowKey key = sqlite3_last_insert_rowid(database_.get());
+    RaiseCounter(table);
+    step.Finish();
+    return key;
 }
 
 // -------------------------------------------------------------------------------------------------------
@@ -267,7 +284,7 @@ void SqliteConnection::RaiseCounter(const TableInfo& table) {
         reserves_.erase(reserve);
     }
     const Value values[] = {table.name, static_cast<long long>(above)};
-    Change("UPDATE kv_counters SET next = max(next, ?2) WHERE name = ?1", values);
+    Write("UPDATE kv_counters SET next = max(next, ?2) WHERE name = ?1", values);
 }
 
 std::int64_t SqliteConnection::NextCounter(const TableInfo& table) {
@@ -286,8 +303,8 @@ std::int64_t SqliteConnection::NextCounter(const TableInfo& table) {
 void SqliteConnection::SetNextCounter(const TableInfo& table, std::int64_t next) {
     const Value values[] = {table.name, static_cast<long long>(next)};
     reserves_.erase(table.name);
-    Change("INSERT INTO kv_counters (name, next) VALUES (?1, ?2) ON CONFLICT (name) DO UPDATE SET next = ?2",
-           values);
+    Write("INSERT INTO kv_counters (name, next) VALUES (?1, ?2) ON CONFLICT (name) DO UPDATE SET next = ?2",
+          values);
 }
 
 // ---------------------------------------------------------------------------------- locks, spans and
@@ -359,7 +376,7 @@ void SqliteConnection::NoteWrite() {
     ++stamp_;
 }
 
-std::int64_t SqliteConnection::Stamp() {
+std::int64_t SqliteConnection::Stamp(const TableWatch& /*tables*/) {
     // Inside a span or transaction the view stands still.
     if (!inSpan_ && !inTransaction_ && watch_.Changed())
         ++stamp_;

@@ -1,4 +1,5 @@
 #pragma once
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
@@ -28,14 +29,15 @@ class SqliteConnection : public Connection {
     SqliteConnection(Handle database, std::filesystem::path path);
     ~SqliteConnection() override;
 
-    const std::filesystem::path& Path() const override { return path_; }
+    std::string Name() const override { return path_.filename().string(); }
+    const std::filesystem::path& Path() const { return path_; }
     const Generator& Sql() const override { return generator_; }
     std::shared_ptr<const Catalogue> Tables() override { return catalogue_; }
     bool RefreshTables() override;
 
     std::unique_ptr<Cursor> Query(const std::string& sql, std::span<const Value> values) override;
-    long Change(const std::string& sql, std::span<const Value> values) override;
-    RowKey Insert(const std::string& sql, std::span<const Value> values) override;
+    long Change(const TableInfo& table, const std::string& sql, std::span<const Value> values) override;
+    RowKey AddRow(const TableInfo& table, std::span<const Value> values, bool ownCounter) override;
 
     void CreateTable(const TableInfo& table) override;
     void CreateIndex(const std::string& table, const IndexInfo& index,
@@ -58,8 +60,9 @@ class SqliteConnection : public Connection {
     void RollbackTransaction() noexcept override;
     bool InTransaction() const override { return inTransaction_; }
 
-    std::int64_t Stamp() override;
+    std::int64_t Stamp(const TableWatch& tables) override;
     std::vector<std::string> CheckIntegrity() override;
+    void LearnTables() override {}  // the embedded engine's ways are chosen by the indexes alone
 
   private:
     class SpanPause;
@@ -77,6 +80,7 @@ class SqliteConnection : public Connection {
     void RunAll(const std::vector<std::string>& statements);
     std::int64_t ReserveCounters(const TableInfo& table, std::int64_t count);
     void GiveBackReserves();
+    long Write(const std::string& sql, std::span<const Value> values);
     void NoteWrite();
     std::int64_t SchemaVersion();
 

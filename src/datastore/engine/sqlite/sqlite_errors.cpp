@@ -1,6 +1,8 @@
 #include "datastore/engine/sqlite/sqlite_errors.h"
 
 #include <charconv>
+#include <filesystem>
+#include <system_error>
 
 #include <fmt/format.h>
 
@@ -35,6 +37,20 @@ EngineError OwnError(std::string_view message) {
     return {number, std::string(message.substr(message.find(' ') + 1))};
 }
 
+EngineError DiskFull(const std::string& path) {
+    return {
+        engine_error::kDiskFull,
+        fmt::format("The disk is full: there is no room to save to '{}'. Nothing of this change was saved.",
+                    path)};
+}
+
+bool IsFull(const std::string& path) {
+    constexpr std::uintmax_t kLeast = 65536;
+    std::error_code none;
+    const auto space = std::filesystem::space(std::filesystem::path(path).parent_path(), none);
+    return !none && space.available < kLeast;
+}
+
 EngineError ErrorOf(int result, sqlite3* database) {
     const std::string path = PathOf(database);
     const std::string_view message = database ? sqlite3_errmsg(database) : sqlite3_errstr(result);
@@ -48,11 +64,7 @@ EngineError ErrorOf(int result, sqlite3* database) {
                                                              "try again.",
                                                              path)};
         case SQLITE_FULL:
-            return {
-                engine_error::kDiskFull,
-                fmt::format(
-                    "The disk is full: there is no room to save to '{}'. Nothing of this change was saved.",
-                    path)};
+            return DiskFull(path);
         case SQLITE_CANTOPEN:
         case SQLITE_READONLY:
         case SQLITE_PERM:
@@ -69,6 +81,9 @@ EngineError ErrorOf(int result, sqlite3* database) {
                     fmt::format("The database '{}' is damaged: {}. Please restore it from a backup copy.",
                                 path, message)};
         case SQLITE_IOERR:
+            // Without room for what the engine keeps beside the file it can't even read.
+            if (IsFull(path))
+                return DiskFull(path);
             return {engine_error::kDiskError,
                     fmt::format("The disk or network failed while '{}' was used: {}.", path, message)};
         case SQLITE_ERROR:

@@ -75,7 +75,7 @@ std::string SqliteLiteral(const Value& value) {
     }
 }
 
-std::string SqliteGenerator::Placeholder(std::size_t place) const {
+std::string SqliteGenerator::Placeholder(std::size_t place, ValueType /*type*/) const {
     return fmt::format("?{}", place);
 }
 
@@ -97,7 +97,7 @@ std::string SqliteGenerator::FunctionCall(Function function,
     }
 }
 
-std::string SqliteGenerator::CaseBlind(const std::string& text) const {
+std::string SqliteGenerator::CaseBlind(const std::string& text, bool /*ofColumns*/) const {
     return text + " COLLATE KVTEXT";
 }
 

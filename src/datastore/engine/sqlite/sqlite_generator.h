@@ -7,10 +7,10 @@ namespace kv {
 /// other text expressions get it here. Functions named kv_ are the connection's own (sqlite_functions).
 class SqliteGenerator : public Generator {
   protected:
-    std::string Placeholder(std::size_t place) const override;
+    std::string Placeholder(std::size_t place, ValueType type) const override;
     std::string FunctionCall(dialect::Function function,
                              const std::vector<std::string>& arguments) const override;
-    std::string CaseBlind(const std::string& text) const override;
+    std::string CaseBlind(const std::string& text, bool ofColumns) const override;
     std::string Like(const std::string& value, const std::string& pattern) const override;
     std::string Converted(const std::string& value, ValueType from, ValueType to) const override;
     std::string FittedTo(const std::string& value, ColumnType to, int size) const override;

@@ -75,9 +75,8 @@ void CheckForm(sqlite3* database, const fs::path& path) {
     const std::string_view mark = std::string_view(head).substr(4, 15);
     if (mark == "Standard Jet DB" || mark == "Standard ACE DB")
         Fail(engine_error::kUnrecognizedFormat,
-             "'{}' is an Access file. This program can't work on it: its tables must be brought into a "
-             "database "
-             "of this program first.",
+             "'{0}' is an Access file. Import it into a database of this program, in another folder, with: "
+             "kvtool --data FOLDER import-mdb \"{0}\"",
              path);
     if (head.substr(0, 15) != "SQLite format 3")
         Fail(engine_error::kUnrecognizedFormat, "'{}' is not a database of this program.", path);
@@ -95,7 +94,7 @@ std::int64_t Ask(Connection& connection, const char* sql) {
 }  // namespace
 
 void RequireSchema(Connection& connection) {
-    const fs::path& path = connection.Path();
+    const fs::path& path = static_cast<const SqliteConnection&>(connection).Path();
     const std::int64_t version = Ask(connection, "PRAGMA user_version");
     if (Ask(connection, "PRAGMA application_id") != kApplication)
         Fail(engine_error::kUnrecognizedFormat, "'{}' is not a database of this program.", path);
@@ -169,6 +168,11 @@ void Create(const fs::path& path, const std::vector<std::string>& statements) {
         giveUp();
         throw;
     }
+}
+
+void Drop(const fs::path& path) {
+    RemoveBeside(path);
+    fs::remove(path);
 }
 
 }  // namespace kv::sqlite

@@ -19,4 +19,7 @@ void RequireSchema(Connection& connection);
 /// is done. 3204 when the file exists.
 void Create(const std::filesystem::path& path, const std::vector<std::string>& statements);
 
+/// Removes a file with all that the engine keeps beside it.
+void Drop(const std::filesystem::path& path);
+
 }  // namespace kv::sqlite

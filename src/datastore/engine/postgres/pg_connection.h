@@ -1,0 +1,125 @@
+#pragma once
+#include <chrono>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "datastore/engine/connection.h"
+#include "datastore/engine/postgres/pg_generator.h"
+#include "datastore/engine/postgres/pg_link.h"
+#include "datastore/engine/row_locks.h"
+
+namespace kv::postgres {
+
+/// The engine for many seats: one schema of a server's database.
+///
+/// Nobody tells a seat what the others write, so what was read counts as live for a quarter of a second and
+/// is then read anew; what this connection writes itself to a table, a row of it that is taken for editing
+/// and Database::RefreshCache make it old at once.
+class PgConnection : public Connection {
+  public:
+    /// Connects and reads the tables.
+    PgConnection(const std::string& server, const std::string& schema);
+    ~PgConnection() override;
+
+    std::string Name() const override { return link_.Schema(); }
+    const Generator& Sql() const override { return generator_; }
+    std::shared_ptr<const Catalogue> Tables() override;
+    bool RefreshTables() override;
+
+    std::unique_ptr<Cursor> Query(const std::string& sql, std::span<const Value> values) override;
+    long Change(const TableInfo& table, const std::string& sql, std::span<const Value> values) override;
+    RowKey AddRow(const TableInfo& table, std::span<const Value> values, bool ownCounter) override;
+    bool ChangeRow(const TableInfo& table, RowKey key, std::span<const std::size_t> columns,
+                   std::vector<Value> values) override;
+
+    void CreateTable(const TableInfo& table) override;
+    void CreateIndex(const std::string& table, const IndexInfo& index,
+                     const std::vector<bool>& descending) override;
+    void DropTable(const std::string& table) override;
+
+    std::int64_t TakeCounters(const TableInfo& table, std::int64_t count) override;
+    void ReturnCounter(const TableInfo& table, std::int64_t counter) override;
+    void RaiseCounter(const TableInfo& table) override;
+    std::int64_t NextCounter(const TableInfo& table) override;
+    void SetNextCounter(const TableInfo& table, std::int64_t next) override;
+
+    bool TryLockRow(const TableInfo& table, RowKey key, const void* owner) override;
+    void UnlockRow(const TableInfo& table, RowKey key, const void* owner) override;
+    std::int64_t LockEpoch() override { return link_.Epoch(); }
+    bool IsRemote() const override { return true; }
+
+    void BeginSpan() override;
+    void EndSpan() noexcept override;
+    void BeginTransaction() override;
+    void CommitTransaction() override;
+    void RollbackTransaction() noexcept override;
+    bool InTransaction() const override { return link_.InTransaction(); }
+
+    std::int64_t Stamp(const TableWatch& tables) override;
+    TableWatch Watch(const std::vector<const TableInfo*>& tables) override;
+    void RefreshCache() override { ++stamp_; }
+    std::vector<std::string> CheckIntegrity() override;
+    void LearnTables() override;
+
+    Link& Server() { return link_; }
+
+  private:
+    struct TableFacts {
+        struct Column {
+            bool unique = false;  ///< in an index where another row may stand
+            bool counter = false;
+            bool required = false;
+        };
+        std::string insert, insertKeyed;
+        std::vector<Column> columns;
+    };
+
+    const TableFacts& FactsOf(const TableInfo& table);
+    static bool MayBeRefused(const TableFacts& facts, std::span<const std::size_t> columns,
+                             std::span<const Value> values, bool freshCounter);
+    void PrepareToWrite();
+    void NoteChange(const TableInfo& table) {
+        ++changes_[table.name];
+        ++allChanges_;
+    }
+    std::int64_t TakeNumber(const TableInfo& table, const std::string& column);
+    std::string NumbersOf(const TableInfo& table, const std::string& column) const;
+    void RunAll(const std::vector<std::string>& statements);
+    std::string CounterOf(const TableInfo& table) const;
+    bool IsAboveAll(const TableInfo& table, std::int64_t counter);
+    RowKey AddCounted(const TableInfo& table, std::span<const Value> values, bool ownCounter);
+    void RaiseGiven(const std::string& table);
+    void EndTransaction() noexcept;
+    void NoteNewConnection();
+
+    Link link_;
+    PgGenerator generator_;
+    std::shared_ptr<const Catalogue> catalogue_;
+    bool tablesChanged_ = false;  // in the transaction that is open
+    bool tablesStale_ = false;
+    class LockBoard;
+    LockBoard* board_;  // that of locks_
+    RowLocks locks_;
+    /// How often this connection wrote to a table, or took one of its rows.
+    std::map<std::string, std::int64_t> changes_;
+    std::int64_t allChanges_ = 0;
+    std::map<std::string, TableFacts> facts_;
+    /// The rows that this transaction has written: nobody else can take them away before its end.
+    std::set<std::pair<std::string, RowKey>> written_;
+    /// Counters that this program has taken and not given to a row, the next one last.
+    std::map<std::string, std::vector<std::int64_t>> counters_;
+    std::map<std::string, std::int64_t> counterBlock_;
+    /// The tables whose rows come with counters of their own in this transaction, and a number above which
+    /// none of their rows has one. The server's counter is raised once, before a number is taken or at the
+    /// end.
+    std::map<std::string, std::int64_t> given_;
+    int spanDepth_ = 0;
+    std::int64_t epoch_ = 0;
+    std::int64_t stamp_ = 0;
+    std::chrono::steady_clock::time_point readAt_;
+};
+
+}  // namespace kv::postgres

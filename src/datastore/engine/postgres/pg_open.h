@@ -1,0 +1,28 @@
+#pragma once
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "datastore/engine/connection.h"
+#include "datastore/workspace.h"
+
+namespace kv::postgres {
+
+/// Opens one of the server's schemas. Throws EngineError 3024 where the server holds no such database of this
+/// program, 3343 for one of another schema version, 3151 where the server can't be reached.
+std::shared_ptr<Connection> Open(const std::string& server, const std::string& schema, SchemaCheck check);
+
+/// Throws 3343 unless the database is of the schema's present version.
+void RequireSchema(Connection& connection);
+
+/// Makes a schema with these tables, whole or not at all, and what the server lacks of the program's own
+/// functions. 3204 when there is such a schema already.
+void Create(const std::string& server, const std::string& schema, const std::vector<std::string>& statements);
+
+bool Exists(const std::string& server, const std::string& schema);
+/// Takes away a database that this program made. Nothing happens where there is none.
+void Drop(const std::string& server, const std::string& schema);
+/// Puts databases in the place of others, `{from, to}` each, all at once or none.
+void MoveAll(const std::string& server, const std::vector<std::pair<std::string, std::string>>& moves);
+
+}  // namespace kv::postgres

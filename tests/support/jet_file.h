@@ -1,0 +1,66 @@
+#pragma once
+#include <bit>
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kv::test {
+
+// Writes Jet 4 files for the tests that read them: tables, rows and long texts as the format has them,
+// without the pages that only Access itself needs. Debian has no program that writes such files.
+
+/// The types of columns by their numbers in the file.
+namespace jet_type {
+inline constexpr int kBoolean = 1, kByte = 2, kShort = 3, kLong = 4, kMoney = 5, kSingle = 6, kDouble = 7,
+                     kMoment = 8, kBinary = 9, kText = 10, kOle = 11, kMemo = 12, kGuid = 15, kDecimal = 16;
+}
+
+struct JetColumn {
+    std::string name;
+    int type = jet_type::kText;
+    /// Bytes; two a character.
+    int size = 510;
+    bool counter = false;
+    int precision = 0;
+    int scale = 0;
+};
+
+struct JetIndex {
+    std::string name;
+    /// The columns by their places.
+    std::vector<int> columns;
+    bool primary = false;
+    bool unique = false;
+};
+
+/// A row's fields as bytes; nothing is Null, and for a boolean false.
+using JetRow = std::vector<std::optional<std::string>>;
+
+struct JetTable {
+    std::string name;
+    std::vector<JetColumn> columns;
+    std::vector<JetIndex> indexes;
+    std::vector<JetRow> rows;
+    /// The rows, by their places, that were deleted.
+    std::set<std::size_t> deleted;
+    /// As the list of tables has it: 1 a table, 6 one that is linked.
+    int kind = 1;
+};
+
+/// Little end first.
+std::string JetNumber(std::uint64_t number, int bytes);
+inline std::string JetLong(int number) {
+    return JetNumber(static_cast<std::uint32_t>(number), 4);
+}
+inline std::string JetDouble(double number) {
+    return JetNumber(std::bit_cast<std::uint64_t>(number), 8);
+}
+std::string JetText(std::u16string_view text);
+
+/// The whole file.
+std::string JetFile(const std::vector<JetTable>& tables);
+
+}  // namespace kv::test
