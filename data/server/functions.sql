@@ -1,5 +1,8 @@
 -- What generated statements call in a server database: the dialect's own dates, formats and conversions, which
--- answer as the program's do. Run once, as a whole, when the schema "kv" has been made.
+-- answer as the program's do. Run as a whole when the schema "kv" has been made, and again by the first seat that
+-- brings a newer version of them: who changes one raises the number below. Older seats go on with newer ones.
+--
+-- version 2
 --
 -- A number is a double, a serial a date in the store's own form: days since 1899-12-30, the time of day as the
 -- fraction. Texts may come with the collation kv.ci, which refuses patterns and searches, so everything that
@@ -10,12 +13,12 @@
 -- not STRICT, though they answer Null for Null all the same, and those that write dates are STABLE as to_char is.
 
 -- Text without regard to case, accents counting.
-CREATE COLLATION kv.ci (provider = icu, locale = 'und-u-ks-level2', deterministic = false);
+CREATE COLLATION IF NOT EXISTS kv.ci (provider = icu, locale = 'und-u-ks-level2', deterministic = false);
 
 -- Failures. The last three digits of the code tell the engine's error 3nnn. Volatile, so that no planner
 -- calls it before its branch is taken.
 
-CREATE FUNCTION kv.fail(code text) RETURNS text LANGUAGE plpgsql VOLATILE PARALLEL SAFE AS $$
+CREATE OR REPLACE FUNCTION kv.fail(code text) RETURNS text LANGUAGE plpgsql VOLATILE PARALLEL SAFE AS $$
 BEGIN
     RAISE EXCEPTION USING ERRCODE = code, MESSAGE = CASE code
         WHEN 'KV163' THEN 'The field is too small to accept the amount of data you attempted to add.'
@@ -25,14 +28,14 @@ END $$;
 
 -- Dates.
 
-CREATE FUNCTION kv.serial(moment timestamp) RETURNS double precision
+CREATE OR REPLACE FUNCTION kv.serial(moment timestamp) RETURNS double precision
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN (moment::date - date '1899-12-30')::double precision
        + date_part('epoch', moment::time) / 86400::double precision;
 
 -- To the nearest second, halves away from zero: what is added is the greatest number below a half, which
 -- carries every half over and nothing else. Dates outside the years 1 to 9999 become the nearest of them.
-CREATE FUNCTION kv.moment(serial double precision) RETURNS timestamp
+CREATE OR REPLACE FUNCTION kv.moment(serial double precision) RETURNS timestamp
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN CASE
     WHEN serial < -693593 THEN timestamp '0001-01-01 00:00:00'
@@ -41,25 +44,25 @@ RETURN CASE
          * trunc(serial * 86400 + sign(serial) * 0.49999999999999994::double precision)
 END;
 
-CREATE FUNCTION kv.year(serial double precision) RETURNS integer
+CREATE OR REPLACE FUNCTION kv.year(serial double precision) RETURNS integer
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN date_part('year', kv.moment(serial))::integer;
 
-CREATE FUNCTION kv.month(serial double precision) RETURNS integer
+CREATE OR REPLACE FUNCTION kv.month(serial double precision) RETURNS integer
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN date_part('month', kv.moment(serial))::integer;
 
-CREATE FUNCTION kv.day(serial double precision) RETURNS integer
+CREATE OR REPLACE FUNCTION kv.day(serial double precision) RETURNS integer
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN date_part('day', kv.moment(serial))::integer;
 
 -- 1 is Sunday.
-CREATE FUNCTION kv.weekday(serial double precision) RETURNS integer
+CREATE OR REPLACE FUNCTION kv.weekday(serial double precision) RETURNS integer
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN date_part('dow', kv.moment(serial))::integer + 1;
 
 -- Months and days that the calendar lacks carry over.
-CREATE FUNCTION kv.date_serial(year double precision, month double precision, day double precision)
+CREATE OR REPLACE FUNCTION kv.date_serial(year double precision, month double precision, day double precision)
 RETURNS double precision
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN (date '1900-01-01' + interval '1 month' * (12 * (trunc(year) - 1900) + trunc(month) - 1))::date
@@ -67,7 +70,7 @@ RETURN (date '1900-01-01' + interval '1 month' * (12 * (trunc(year) - 1900) + tr
 
 -- Numbers.
 
-CREATE FUNCTION kv.round_even(number double precision) RETURNS bigint
+CREATE OR REPLACE FUNCTION kv.round_even(number double precision) RETURNS bigint
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN CASE
     WHEN abs(number) < 9.2e18::double precision THEN round(number)::bigint
@@ -76,7 +79,7 @@ END;
 
 -- The shortest text that reads back as the number. The server turns to exponents one digit earlier than the
 -- program does.
-CREATE FUNCTION kv.number_text(number double precision) RETURNS text
+CREATE OR REPLACE FUNCTION kv.number_text(number double precision) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN CASE
     WHEN number = 0 THEN '0'
@@ -86,7 +89,7 @@ RETURN CASE
 END;
 
 -- A well-formed decimal as a number; Null where no double holds it.
-CREATE FUNCTION kv.read_decimal(plain text) RETURNS double precision
+CREATE OR REPLACE FUNCTION kv.read_decimal(plain text) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE STRICT AS $$
 BEGIN
     IF length(plain) < 300 AND plain COLLATE "C" !~ '[eE]' THEN
@@ -100,7 +103,7 @@ BEGIN
 END $$;
 
 -- The number at the front of a text, blanks passed over, 0 where there is none.
-CREATE FUNCTION kv.val(value text) RETURNS double precision
+CREATE OR REPLACE FUNCTION kv.val(value text) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE STRICT AS $$
 BEGIN
     RETURN coalesce(kv.read_decimal(substring(replace(value COLLATE "C", ' ', '')
@@ -109,7 +112,7 @@ END $$;
 
 -- The whole text as a number, Null where it is none: a sign and a $ may stand in front, commas between the
 -- digits before the point.
-CREATE FUNCTION kv.parse_number(value text) RETURNS double precision
+CREATE OR REPLACE FUNCTION kv.parse_number(value text) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE STRICT AS $$
 DECLARE
     trimmed text COLLATE "C" := btrim(value COLLATE "C", ' ');
@@ -124,13 +127,13 @@ BEGIN
     RETURN kv.read_decimal(CASE WHEN front ~ '-' THEN '-' ELSE '' END || plain);
 END $$;
 
-CREATE FUNCTION kv.to_number(text) RETURNS double precision
+CREATE OR REPLACE FUNCTION kv.to_number(text) RETURNS double precision
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN coalesce(kv.parse_number($1), kv.fail('KV421')::double precision);
 
 -- Texts.
 
-CREATE FUNCTION kv.right_text(value text, count double precision) RETURNS text
+CREATE OR REPLACE FUNCTION kv.right_text(value text, count double precision) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN CASE
     WHEN count < 1 THEN left(value, 0)
@@ -138,11 +141,11 @@ RETURN CASE
     ELSE right(value, trunc(count)::integer)
 END;
 
-CREATE FUNCTION kv.ucase(text) RETURNS text
+CREATE OR REPLACE FUNCTION kv.ucase(text) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN upper($1 COLLATE "und-x-icu");
 
-CREATE FUNCTION kv.lcase(text) RETURNS text
+CREATE OR REPLACE FUNCTION kv.lcase(text) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN lower($1 COLLATE "und-x-icu");
 
@@ -151,7 +154,7 @@ RETURN lower($1 COLLATE "und-x-icu");
 -- Reads "YYYY/MM/DD", "YYYY-MM-DD", "MM/DD/YYYY" and "MMM/DD/YYYY", each with or without a time of day behind,
 -- and a time alone; Null for any other text and for days that the calendar lacks. The form is tried as a whole
 -- and the pieces are cut out afterwards, which is far quicker than having the expression catch them.
-CREATE FUNCTION kv.parse_date(value text) RETURNS double precision
+CREATE OR REPLACE FUNCTION kv.parse_date(value text) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE STRICT AS $$
 DECLARE
     plain text COLLATE "C" := btrim(value COLLATE "C", ' ');
@@ -207,12 +210,12 @@ BEGIN
                         / 86400::double precision;
 END $$;
 
-CREATE FUNCTION kv.to_date(text) RETURNS double precision
+CREATE OR REPLACE FUNCTION kv.to_date(text) RETURNS double precision
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN coalesce(kv.parse_date($1), kv.fail('KV421')::double precision);
 
 -- The day or the time alone where the other is nought.
-CREATE FUNCTION kv.date_text(serial double precision) RETURNS text
+CREATE OR REPLACE FUNCTION kv.date_text(serial double precision) RETURNS text
 LANGUAGE sql STABLE PARALLEL SAFE
 RETURN to_char(kv.moment(serial), CASE
     WHEN kv.moment(serial)::date = date '1899-12-30' THEN 'FMHH12:MI:SS AM'
@@ -224,7 +227,7 @@ END);
 
 -- The server's own template of a date pattern: the same for all rows of a statement, so that the planner
 -- translates a constant once.
-CREATE FUNCTION kv.date_template(pattern text) RETURNS text
+CREATE OR REPLACE FUNCTION kv.date_template(pattern text) RETURNS text
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE STRICT AS $$
 DECLARE
     plain text COLLATE "C" := CASE lower(pattern COLLATE "C")
@@ -270,12 +273,12 @@ BEGIN
     RETURN template;
 END $$;
 
-CREATE FUNCTION kv.format_date(serial double precision, pattern text) RETURNS text
+CREATE OR REPLACE FUNCTION kv.format_date(serial double precision, pattern text) RETURNS text
 LANGUAGE sql STABLE PARALLEL SAFE
 RETURN coalesce(to_char(kv.moment(serial), kv.date_template(pattern)), '');
 
 -- A # shows no needless nought; digits beyond the first place stand in front of it.
-CREATE FUNCTION kv.format_number(number double precision, pattern text) RETURNS text
+CREATE OR REPLACE FUNCTION kv.format_number(number double precision, pattern text) RETURNS text
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $$
 DECLARE
     -- What stands before the digits, the digits, and what stands behind them.
@@ -330,7 +333,7 @@ BEGIN
 END $$;
 
 -- Each # takes a character from the right, the first one all that are left.
-CREATE FUNCTION kv.format_text(value text, pattern text) RETURNS text
+CREATE OR REPLACE FUNCTION kv.format_text(value text, pattern text) RETURNS text
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $$
 DECLARE
     places text COLLATE "C" := coalesce(pattern, '');
@@ -362,13 +365,13 @@ END $$;
 
 -- Patterns of LIKE, as regular expressions for value COLLATE "und-x-icu" ~* kv.like_regex(pattern).
 
-CREATE FUNCTION kv.regex_escape(piece text) RETURNS text
+CREATE OR REPLACE FUNCTION kv.regex_escape(piece text) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN regexp_replace(piece COLLATE "C", '([\u0021-\u002f\u003a-\u0040\u005b-\u0060\u007b-\u007e])', '\\\1', 'g');
 
 -- One list in its brackets: "[a-z]", "[!a-z]". "[]" stands for nothing at all, "[!]" for the mark itself. A
 -- range that runs backwards holds no character.
-CREATE FUNCTION kv.like_list(list text) RETURNS text
+CREATE OR REPLACE FUNCTION kv.like_list(list text) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN (
     SELECT CASE
@@ -389,7 +392,7 @@ RETURN (
 );
 
 -- Runs at the ends are left open instead, which lets the server search rather than try every beginning.
-CREATE FUNCTION kv.like_regex(pattern text) RETURNS text
+CREATE OR REPLACE FUNCTION kv.like_regex(pattern text) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN (
     SELECT CASE WHEN folded ~ '^\*' THEN '' ELSE '^' END
@@ -409,81 +412,99 @@ RETURN (
 
 -- Values on their way into a column, one function for each of its types, from numbers and from texts.
 
-CREATE FUNCTION kv.fit_text(value text, size integer) RETURNS text
+CREATE OR REPLACE FUNCTION kv.fit_text(value text, size integer) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN CASE WHEN size > 0 AND length(value) > size THEN kv.fail('KV163') ELSE value END;
 
-CREATE FUNCTION kv.fit_text(value double precision, size integer) RETURNS text
+CREATE OR REPLACE FUNCTION kv.fit_text(value double precision, size integer) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN kv.fit_text(kv.number_text(value), size);
 
-CREATE FUNCTION kv.fit_memo(value text) RETURNS text
+CREATE OR REPLACE FUNCTION kv.fit_memo(value text) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN value;
 
-CREATE FUNCTION kv.fit_memo(value double precision) RETURNS text
+CREATE OR REPLACE FUNCTION kv.fit_memo(value double precision) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN kv.number_text(value);
 
-CREATE FUNCTION kv.fit_short(value double precision) RETURNS smallint
+CREATE OR REPLACE FUNCTION kv.fit_short(value double precision) RETURNS smallint
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN CASE
     WHEN round(value) BETWEEN -32768 AND 32767 THEN round(value)::smallint
     ELSE kv.fail('KV421')::smallint
 END;
 
-CREATE FUNCTION kv.fit_short(value text) RETURNS smallint
+CREATE OR REPLACE FUNCTION kv.fit_short(value text) RETURNS smallint
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN kv.fit_short(kv.to_number(value));
 
-CREATE FUNCTION kv.fit_long(value double precision) RETURNS integer
+CREATE OR REPLACE FUNCTION kv.fit_long(value double precision) RETURNS integer
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN CASE
     WHEN round(value) BETWEEN -2147483648 AND 2147483647 THEN round(value)::integer
     ELSE kv.fail('KV421')::integer
 END;
 
-CREATE FUNCTION kv.fit_long(value text) RETURNS integer
+CREATE OR REPLACE FUNCTION kv.fit_long(value text) RETURNS integer
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN kv.fit_long(kv.to_number(value));
 
-CREATE FUNCTION kv.fit_double(value double precision) RETURNS double precision
+CREATE OR REPLACE FUNCTION kv.fit_double(value double precision) RETURNS double precision
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN value;
 
-CREATE FUNCTION kv.fit_double(value text) RETURNS double precision
+CREATE OR REPLACE FUNCTION kv.fit_double(value text) RETURNS double precision
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN kv.to_number(value);
 
 -- To four decimals, halves away from zero, of the fifteen digits that a double surely holds.
-CREATE FUNCTION kv.fit_currency(value double precision) RETURNS numeric
+CREATE OR REPLACE FUNCTION kv.fit_currency(value double precision) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN CASE
     WHEN abs(value) < 9.2e14 THEN (round((value * 10000)::numeric) * 0.0001)::numeric(19, 4)
     ELSE kv.fail('KV421')::numeric
 END;
 
-CREATE FUNCTION kv.fit_currency(value text) RETURNS numeric
+CREATE OR REPLACE FUNCTION kv.fit_currency(value text) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN kv.fit_currency(kv.to_number(value));
 
-CREATE FUNCTION kv.fit_date(value double precision) RETURNS timestamp
+CREATE OR REPLACE FUNCTION kv.fit_date(value double precision) RETURNS timestamp
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN kv.moment(value);
 
-CREATE FUNCTION kv.fit_date(value text) RETURNS timestamp
+CREATE OR REPLACE FUNCTION kv.fit_date(value text) RETURNS timestamp
 LANGUAGE sql IMMUTABLE PARALLEL SAFE STRICT
 RETURN kv.moment(kv.to_date(value));
 
 -- No column of this type knows Null.
-CREATE FUNCTION kv.fit_boolean(value double precision) RETURNS boolean
+CREATE OR REPLACE FUNCTION kv.fit_boolean(value double precision) RETURNS boolean
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN coalesce(value <> 0, false);
 
-CREATE FUNCTION kv.fit_boolean(value text) RETURNS boolean
+CREATE OR REPLACE FUNCTION kv.fit_boolean(value text) RETURNS boolean
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN CASE
     WHEN value IS NULL OR lower(value COLLATE "C") IN ('false', 'no') THEN false
     WHEN lower(value COLLATE "C") IN ('true', 'yes') THEN true
     ELSE kv.to_number(value) <> 0
 END;
+
+-- Counters.
+
+-- Rows came with numbers of their own: the counter goes on above them. It is never set back, whatever other seats
+-- take from it meanwhile: over a short way number by number, over a long one at once, for nobody takes so many
+-- between the look and the step.
+CREATE OR REPLACE FUNCTION kv.raise_counter(counter text, bottom bigint) RETURNS void
+LANGUAGE plpgsql VOLATILE AS $$
+DECLARE
+    far CONSTANT bigint := 10000;
+    last bigint := coalesce(pg_sequence_last_value(counter::regclass), 0);
+BEGIN
+    IF bottom - last > far THEN
+        PERFORM setval(counter, bottom);
+    ELSE
+        PERFORM nextval(counter) FROM generate_series(last + 1, bottom);
+    END IF;
+END $$;

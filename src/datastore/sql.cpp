@@ -50,6 +50,11 @@ SqlArgument::SqlArgument(const TextList& list) {
     text_ = Join(texts, ",");
 }
 
+SqlArgument::SqlArgument(const NumberList& list) {
+    for (const long number : list.numbers)
+        text_ += (text_.empty() ? "" : ",") + std::to_string(number);
+}
+
 SqlArgument::SqlArgument(std::string_view text) : text_(QuotedText(text)) {}
 SqlArgument::SqlArgument(bool value) : text_(value ? "true" : "false") {}
 SqlArgument::SqlArgument(double number) : text_(NumberText(number)) {}

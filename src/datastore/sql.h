@@ -22,6 +22,10 @@ struct DoubledApostrophes {
 struct TextList {
     std::vector<std::string> texts;
 };
+/// The same of whole numbers.
+struct NumberList {
+    std::vector<long> numbers;
+};
 
 /// One value on its way into a statement.
 class SqlArgument {
@@ -29,6 +33,7 @@ class SqlArgument {
     SqlArgument(Raw raw) : text_(std::move(raw.text)) {}
     SqlArgument(const DoubledApostrophes& text);
     SqlArgument(const TextList& list);
+    SqlArgument(const NumberList& list);
     SqlArgument(std::string_view text);
     SqlArgument(const std::string& text) : SqlArgument(std::string_view(text)) {}
     SqlArgument(const char* text) : SqlArgument(std::string_view(text)) {}

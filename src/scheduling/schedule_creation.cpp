@@ -1,8 +1,10 @@
 #include "scheduling/schedule_creation.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <optional>
+#include <thread>
 
 #include "base/format.h"
 #include "base/text.h"
@@ -45,20 +47,17 @@ Date NextWeekEnd(Date last, long howoften, int endDay) {
 /// visit is to be made, once for all of them.
 class ScheduleCreation::Run {
   public:
-    Run(ScheduleCreation& creation, StrokeFacts& stroke, long assignment)
+    /// `assignment`: on its row.
+    Run(ScheduleCreation& creation, StrokeFacts& stroke, Recordset& assignment)
         : creation_(creation),
           stroke_(stroke),
           session_(creation.session_),
           visit_(creation.visits_),
           today_(session_.clock.Today()),
           horizon_(creation.Horizon()),
-          assign_(session_.dbMainWork->OpenRecordset(
-              Sql("select * from assign where sequence = {}", assignment))) {}
+          assign_(assignment) {}
 
     void Go() {
-        if (assign_.Eof()) {
-            return;
-        }
         long passes = creation_.weeks_;
         Try([&] { passes = Passes(); });
         bool moved = true;
@@ -291,7 +290,7 @@ class ScheduleCreation::Run {
     Recordset& visit_;
     Date today_;
     Date horizon_;
-    Recordset assign_;
+    Recordset& assign_;
     std::optional<VisitFacts> facts_;
     std::set<long> made_;  ///< the days of its new visits
     Date weekEnd_;
@@ -321,30 +320,61 @@ Date ScheduleCreation::Horizon() const {
 }
 
 void ScheduleCreation::RunFor(long assignment) {
-    Transaction whole = session_.dbMainWork->BeginTransaction();
-    StrokeFacts alone(session_, {}, Horizon());
-    Run(*this, alone, assignment).Go();
-    whole.Commit();
+    RunStrokes({assignment}, [](long) {});
 }
 
 bool ScheduleCreation::RunAll(const std::vector<long>& assignments) {
+    ProgressBar bar(session_.progress, "Creating schedules", static_cast<long>(assignments.size()));
+    return RunStrokes(assignments, [&](long done) { bar.Advance(done); });
+}
+
+bool ScheduleCreation::RunStrokes(const Sequences& assignments, const std::function<void(long)>& advance) {
     // So many that writing them through to the disk costs little, and no other seat waits long.
     constexpr std::size_t kInOneStroke = 50;
-    ProgressBar bar(session_.progress, "Creating schedules", static_cast<long>(assignments.size()));
+    Sequences held;
     for (std::size_t at = 0; at < assignments.size();) {
-        Transaction stroke = session_.dbMainWork->BeginTransaction();
         const std::size_t end = std::min(at + kInOneStroke, assignments.size());
-        StrokeFacts facts(session_, {assignments.begin() + at, assignments.begin() + end}, Horizon());
-        for (; at < end; ++at) {
-            Run(*this, facts, assignments[at]).Go();
-            bar.Advance();
-        }
-        stroke.Commit();
+        const Sequences putOff = RunStroke({assignments.begin() + at, assignments.begin() + end}, false);
+        held.insert(held.end(), putOff.begin(), putOff.end());
+        advance(static_cast<long>(end - at));
+        at = end;
         if (!session_.progress.Yield()) {
             return false;
         }
     }
+    // A seat that makes visits for the same assignments is soon done with them, and they are to be seen; one
+    // where somebody has the assignment on the screen may keep it for long, and the visits don't wait for it.
+    constexpr int kLooks = 20;
+    constexpr std::chrono::milliseconds kBetween{50};
+    for (int look = 1; !held.empty(); ++look) {
+        std::this_thread::sleep_for(kBetween);
+        held = RunStroke(std::move(held), look == kLooks);
+    }
     return true;
+}
+
+/// As one transaction. Those that another seat has are left, and handed back, unless `evenHeld` is true.
+ScheduleCreation::Sequences ScheduleCreation::RunStroke(Sequences assignments, bool evenHeld) {
+    Database& work = *session_.dbMainWork;
+    Transaction stroke = work.BeginTransaction();
+    Sequences held = work.ReserveRows("assign", assignments);
+    if (evenHeld) {
+        held.clear();
+    }
+    std::erase_if(assignments, [&](long sequence) {
+        return std::find(held.begin(), held.end(), sequence) != held.end();
+    });
+    if (assignments.empty()) {
+        return held;
+    }
+    StrokeFacts facts(session_, assignments, Horizon());
+    Recordset rows = work.OpenRecordset(
+        Sql("select * from assign where sequence in ({}) order by sequence", NumberList{assignments}));
+    for (; !rows.Eof(); rows.MoveNext()) {
+        Run(*this, facts, rows).Go();
+    }
+    stroke.Commit();
+    return held;
 }
 
 bool Create_schedule_now(Session& session, long assignment, std::vector<RemovedVisit>& removed) {
@@ -368,7 +398,8 @@ std::vector<long> Sequences(Session& session, const std::string& statement) {
 }  // namespace
 
 std::vector<long> AssignmentsOf(Session& session, long authorization) {
-    return Sequences(session, Sql("select sequence from assign where author_seq = {}", authorization));
+    return Sequences(session, Sql("select sequence from assign where author_seq = {} order by sequence",
+                                  authorization));
 }
 
 std::vector<long> AllAssignments(Session& session) {

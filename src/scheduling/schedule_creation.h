@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <set>
 #include <vector>
 
@@ -19,8 +20,8 @@ class ScheduleCreation {
     explicit ScheduleCreation(Session& session);
     /// For one assignment, by its sequence.
     void RunFor(long assignment);
-    /// For each, in turn; lets the window system breathe, and stops where the operator breaks off. False
-    /// then.
+    /// For each, in the order of their sequences; lets the window system breathe, and stops where the operator
+    /// breaks off. False then.
     bool RunAll(const std::vector<long>& assignments);
 
     /// Over all runs.
@@ -29,6 +30,9 @@ class ScheduleCreation {
 
   private:
     class Run;
+    using Sequences = std::vector<long>;
+    bool RunStrokes(const Sequences& assignments, const std::function<void(long)>& advance);
+    Sequences RunStroke(Sequences assignments, bool evenHeld);
     /// No visit lies behind it.
     Date Horizon() const;
     Session& session_;

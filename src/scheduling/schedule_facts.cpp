@@ -36,15 +36,6 @@ std::vector<std::string> ListOf(const Ids& ids) {
     return list;
 }
 
-template <typename Numbers>
-std::string NumberList(const Numbers& numbers) {
-    std::vector<std::string> texts;
-    for (const auto number : numbers) {
-        texts.push_back(std::to_string(number));
-    }
-    return Join(texts, ",");
-}
-
 }  // namespace
 
 StrokeFacts::StrokeFacts(Session& session, std::vector<long> assignments, Date horizon)
@@ -52,15 +43,14 @@ StrokeFacts::StrokeFacts(Session& session, std::vector<long> assignments, Date h
       work_(*session.dbMainWork),
       assignments_(std::move(assignments)),
       horizon_(horizon),
-      ahead_(assignments_.empty()) {}
+      ahead_(assignments_.size() < 2) {}
 
 VisitFacts StrokeFacts::Of(const Recordset& assignment, Date weekEnd) {
     const std::string client = assignment.Text("CLIENT");
     const std::int64_t sequence = assignment.Get("sequence").ToInteger();
-    if (seenByOthers_ || answered_.contains(sequence)) {
+    if (seenByOthers_) {
         Forget();
     }
-    answered_.insert(sequence);
     // Without a client they are Non-Visit time of the caregiver, without a number as if typed in by hand.
     seenByOthers_ = client.empty() || sequence == 0;
     if (!ahead_) {
@@ -99,8 +89,7 @@ VisitFacts StrokeFacts::Of(const Recordset& assignment, Date weekEnd) {
 }
 
 void StrokeFacts::Forget() {
-    ahead_ = assignments_.empty();
-    answered_.clear();
+    ahead_ = assignments_.size() < 2;
     clients_.clear();
     caregivers_.clear();
     types_.clear();
@@ -117,12 +106,12 @@ void StrokeFacts::ReadAhead() {
     std::set<std::string, TextLess> clients;
     std::set<std::string, TextLess> caregivers;
     std::set<std::string, TextLess> trimmed;
-    std::set<std::int64_t> authorizations;
+    std::set<long> authorizations;
     for (
         Recordset row = Rows(Sql(
             "select CLIENT,emp_id,author_seq,Last_date from assign where sequence in ({}) and Type = 'A' and "
             "author_status = 'A' and HRS > 0 and st_date <= {} and Last_date <= END_DATE and Last_date <= {}",
-            Raw{NumberList(assignments_)}, horizon_.DayNumber(), horizon_.DayNumber() - kDaysInAWeek));
+            NumberList{assignments_}, horizon_.DayNumber(), horizon_.DayNumber() - kDaysInAWeek));
         !row.Eof(); row.MoveNext()) {
         from = std::min<long>(from, row.Get("Last_date").ToDate().DayNumber());
         clients.insert(row.Text("CLIENT"));
@@ -131,7 +120,7 @@ void StrokeFacts::ReadAhead() {
             trimmed.insert(Trim(id));
         }
         if (const Value authorization = row.Get("author_seq"); !authorization.IsNull()) {
-            authorizations.insert(authorization.ToInteger());
+            authorizations.insert(static_cast<long>(authorization.ToInteger()));
         }
     }
     from = std::max(from, today - kDaysAhead);
@@ -144,7 +133,7 @@ void StrokeFacts::ReadAhead() {
         Try([&] { ReadNonVisits(ListOf(trimmed), from); });
     }
     if (!authorizations.empty()) {
-        Try([&] { ReadTypes(NumberList(authorizations)); });
+        Try([&] { ReadTypes({authorizations.begin(), authorizations.end()}); });
     }
 }
 
@@ -184,9 +173,9 @@ void StrokeFacts::ReadCaregivers(const Texts& ids) {
     }
 }
 
-void StrokeFacts::ReadTypes(const std::string& authorizations) {
+void StrokeFacts::ReadTypes(const Sequences& authorizations) {
     for (Recordset row = Rows(
-             Sql("select sequence,sch_type from Authorizations where sequence in ({})", Raw{authorizations}));
+             Sql("select sequence,sch_type from Authorizations where sequence in ({})", NumberList{authorizations}));
          !row.Eof(); row.MoveNext()) {
         types_[row.Get("sequence").ToInteger()] = row.Text("sch_type");
     }
@@ -240,9 +229,9 @@ std::string StrokeFacts::Type(const Value& authorization) {
     if (authorization.IsNull()) {
         return {};
     }
-    const std::int64_t sequence = authorization.ToInteger();
+    const auto sequence = static_cast<long>(authorization.ToInteger());
     if (!types_.contains(sequence)) {
-        ReadTypes(std::to_string(sequence));
+        ReadTypes({sequence});
     }
     return types_[sequence];
 }

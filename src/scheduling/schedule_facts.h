@@ -45,7 +45,7 @@ struct VisitFacts {
 /// when its assignment asks for it, and fails alone.
 class StrokeFacts {
   public:
-    /// Those that will be asked for, or none to read everything alone; no visit lies behind the horizon.
+    /// Those that will be asked for, each once; no visit lies behind the horizon.
     StrokeFacts(Session& session, std::vector<long> assignments, Date horizon);
     /// For the assignment in that row of assign, from the week on that ends on that day.
     VisitFacts Of(const Recordset& assignment, Date weekEnd);
@@ -54,6 +54,7 @@ class StrokeFacts {
     template <typename Fact>
     using ByText = std::map<std::string, Fact, TextLess>;
     using Texts = std::vector<std::string>;
+    using Sequences = std::vector<long>;
     /// What was read of somebody's days, and from which day on.
     template <typename Days>
     struct Since {
@@ -65,7 +66,7 @@ class StrokeFacts {
     void Forget();
     void ReadClients(const Texts& ids);
     void ReadCaregivers(const Texts& ids);
-    void ReadTypes(const std::string& authorizations);
+    void ReadTypes(const Sequences& authorizations);
     void ReadVisits(const Texts& clients, long from);
     void ReadNonVisits(const Texts& caregivers, long from);
 
@@ -83,17 +84,16 @@ class StrokeFacts {
 
     Session& session_;
     Database& work_;
-    std::vector<long> assignments_;
+    Sequences assignments_;
     Date horizon_;
     bool ahead_ = false;
-    std::set<std::int64_t> answered_;
     /// The visits of the assignment answered last count for those behind it.
     bool seenByOthers_ = false;
 
     // What is in a map was asked for; it may have found nothing.
     ByText<FactRow> clients_;
     ByText<FactRow> caregivers_;
-    std::map<std::int64_t, std::string> types_;
+    std::map<long, std::string> types_;
     std::map<double, FactRow> payers_;
     ByText<Value> descriptions_;
     ByText<Since<VisitsByDay>> visits_;

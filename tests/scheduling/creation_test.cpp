@@ -425,7 +425,8 @@ TEST_F(Creation, AStrokeMakesWhatItsAssignmentsMakeOneByOne) {
     Recordset held = database->OpenRecordset("select * from assign");
     held.Edit();
     ScheduleCreation creation(session);
-    creation.RunAll({1, 1, 2, 1});
+    creation.RunAll({1, 2});
+    creation.RunAll({1});
     EXPECT_EQ(agency.Rows("select st_date from sch_day where assign_seq = 1"), On({Day(3, 2)}));
 }
 

@@ -21,16 +21,6 @@ std::uint64_t Mix(std::uint64_t hash, std::uint64_t byte) {
     return (hash ^ byte) * kHashFactor;
 }
 
-// Every program must come to the same number, so the hash is written out here.
-std::uint64_t NumberOf(std::string_view table, RowKey key) {
-    std::uint64_t hash = kHashStart;
-    for (const char c : Lower(table))
-        hash = Mix(hash, static_cast<unsigned char>(c));
-    for (int shift = 0; shift < 64; shift += 8)
-        hash = Mix(hash, (static_cast<std::uint64_t>(key) >> shift) & 0xFF);
-    return hash & kLastNumber;
-}
-
 class FileLockBoard final : public LockBoard {
   public:
     explicit FileLockBoard(std::filesystem::path file) : file_(std::move(file)) {}
@@ -57,6 +47,16 @@ class FileLockBoard final : public LockBoard {
 
 std::unique_ptr<LockBoard> MakeFileLockBoard(std::filesystem::path file) {
     return std::make_unique<FileLockBoard>(std::move(file));
+}
+
+// The hash is written out, since no library promises the same one to every program.
+std::uint64_t RowLocks::NumberOf(std::string_view table, RowKey key) {
+    std::uint64_t hash = kHashStart;
+    for (const char c : Lower(table))
+        hash = Mix(hash, static_cast<unsigned char>(c));
+    for (int shift = 0; shift < 64; shift += 8)
+        hash = Mix(hash, (static_cast<std::uint64_t>(key) >> shift) & 0xFF);
+    return hash & kLastNumber;
 }
 
 bool RowLocks::TryLock(std::string_view table, RowKey key, const void* owner) {

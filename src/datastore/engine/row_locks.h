@@ -1,4 +1,5 @@
 #pragma once
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string_view>
@@ -28,7 +29,13 @@ class RowLocks {
     bool TryLock(std::string_view table, RowKey key, const void* owner);
     void Unlock(std::string_view table, RowKey key, const void* owner);
     bool Holds(std::string_view table, RowKey key, const void* owner) const;
+    /// Whether any edit of this program has it.
+    bool HoldsAny(std::string_view table, RowKey key) const {
+        return owners_.contains(NumberOf(table, key));
+    }
     bool Any() const { return !owners_.empty(); }
+    /// Under which the board knows the row; the same in every program.
+    static std::uint64_t NumberOf(std::string_view table, RowKey key);
     /// The board has let all rows go by itself.
     void Forget() { owners_.clear(); }
 

@@ -20,15 +20,16 @@ namespace {
 /// How long what was read counts as live. A seat that looks at a row sees another's change this much later;
 /// without it every field of a list would be a way to the server.
 constexpr std::chrono::milliseconds kFresh{250};
-constexpr std::int64_t kLargestBlock = 256;
 
 class PgCursor final : public Cursor {
   public:
-    PgCursor(Link& link, std::string sql, std::span<const Value> values) : link_(link), sql_(std::move(sql)) {
+    PgCursor(Link& link, WriteQueue& queue, std::string sql, std::span<const Value> values)
+        : link_(link), queue_(queue), sql_(std::move(sql)) {
         PgCursor::Restart(values);
     }
 
     void Restart(std::span<const Value> values) override {
+        queue_.SendFor(sql_);
         result_ = link_.Read(sql_, values);
         reader_.emplace(result_.get());
         row_ = -1;
@@ -60,6 +61,7 @@ class PgCursor final : public Cursor {
 
   private:
     Link& link_;
+    WriteQueue& queue_;
     std::string sql_;
     Result result_;
     std::optional<CellReader> reader_;
@@ -87,52 +89,12 @@ std::vector<std::size_t> AllColumns(const TableInfo& table) {
 
 }  // namespace
 
-/// Row locks that the server frees with the connection. Nobody else sees what a transaction wrote before its
-/// end, so the rows that it lets go are kept until then: taking one again costs no way to the server.
-class PgConnection::LockBoard final : public kv::LockBoard {
-  public:
-    explicit LockBoard(Link& link) : link_(link) {}
-    bool TryLock(std::uint64_t row) override {
-        kept_ = letGo_.erase(row) > 0;
-        if (kept_)
-            return true;
-        const Value values[] = {static_cast<long long>(row)};
-        const Result result = link_.Call("SELECT pg_try_advisory_lock($1::bigint)::integer", values);
-        return WholeAt(result.get(), 0, 0) != 0;
-    }
-    void Unlock(std::uint64_t row) override {
-        letGo_.insert(row);
-        if (!link_.InTransaction())
-            Free();
-    }
-    void Free() noexcept {
-        if (letGo_.empty() || !link_.IsAlive())
-            return letGo_.clear();  // the locks went with the connection
-        std::string rows = "{";
-        for (const std::uint64_t row : letGo_)
-            rows += (rows.size() > 1 ? "," : "") + std::to_string(row);
-        letGo_.clear();
-        try {
-            const Value values[] = {rows + "}"};
-            link_.Call("SELECT pg_advisory_unlock(r) FROM unnest($1::bigint[]) AS r", values);
-        } catch (const EngineError&) {
-            // So they do when it breaks just now; whoever ends an edit has nothing to do about it.
-        }
-    }
-    void Forget() { letGo_.clear(); }
-    /// The row that was taken last had not been let go yet.
-    bool WasKept() const { return kept_; }
-
-  private:
-    Link& link_;
-    bool kept_ = false;
-    std::set<std::uint64_t> letGo_;
-};
-
 PgConnection::PgConnection(const std::string& server, const std::string& schema)
     : link_(server, schema),
-      board_(new LockBoard(link_)),
-      locks_(std::unique_ptr<kv::LockBoard>(board_)),
+      queue_(link_, generator_),
+      counters_(link_, queue_, generator_),
+      board_(new PgLockBoard(link_)),
+      locks_(std::unique_ptr<LockBoard>(board_)),
       epoch_(link_.Epoch()) {
     catalogue_ = std::make_shared<const Catalogue>(ReadCatalogue(link_));
     link_.spelled = [this](const std::string& table, const std::string& column) {
@@ -147,7 +109,7 @@ PgConnection::~PgConnection() = default;
 // ------------------------------------------------------------------------------------------------ statements
 
 std::unique_ptr<Cursor> PgConnection::Query(const std::string& sql, std::span<const Value> values) {
-    return std::make_unique<PgCursor>(link_, sql, values);
+    return std::make_unique<PgCursor>(link_, queue_, sql, values);
 }
 
 /// With the connection the server's row locks went. An edit that goes on is told, so that it takes its row
@@ -159,7 +121,7 @@ void PgConnection::NoteNewConnection() {
     ++stamp_;
     locks_.Forget();
     board_->Forget();
-    counters_.clear();  // a row may have taken one of them before the connection broke
+    counters_.ForgetAll();  // a row may have taken one of them before the connection broke
 }
 
 void PgConnection::PrepareToWrite() {
@@ -177,12 +139,12 @@ void PgConnection::PrepareToWrite() {
 long PgConnection::Change(const TableInfo& table, const std::string& sql, std::span<const Value> values) {
     PrepareToWrite();
     NoteChange(table);
-    std::erase_if(written_, [&](const auto& row) { return row.first == table.name; });
+    queue_.SendFor(sql);
     return RowsOf(link_.Write(sql, values));
 }
 
-/// In a transaction a row that can't be refused goes over with the next statement: a table is filled without
-/// a way to the server for each row.
+/// In a transaction a row that can't be refused waits for others: a table is filled without a way to the
+/// server for each row.
 RowKey PgConnection::AddRow(const TableInfo& table, std::span<const Value> values, bool ownCounter) {
     PrepareToWrite();
     NoteChange(table);
@@ -191,21 +153,20 @@ RowKey PgConnection::AddRow(const TableInfo& table, std::span<const Value> value
     const TableFacts& facts = FactsOf(table);
     if (!link_.InTransaction() || MayBeRefused(facts, AllColumns(table), values, false))
         return WholeAt(link_.Write(facts.insert, values).get(), 0, 0);
-    const RowKey key = TakeNumber(table, std::string(kKeyColumn));
+    const RowKey key = counters_.Take(table);
     std::vector<Value> keyed(values.begin(), values.end());
     keyed.emplace_back(static_cast<long long>(key));
-    link_.WriteLater(FactsOf(table).insertKeyed, keyed);
+    queue_.Add(table, keyed);
     return key;
 }
 
 RowKey PgConnection::AddCounted(const TableInfo& table, std::span<const Value> values, bool ownCounter) {
     const TableFacts& facts = FactsOf(table);
     const std::int64_t counter = values[*table.Counter()].ToInteger();
-    const bool fresh = !ownCounter || (link_.InTransaction() && IsAboveAll(table, counter));
+    const bool fresh = !ownCounter || (link_.InTransaction() && counters_.IsAboveAll(table, counter));
     if (link_.InTransaction() && !MayBeRefused(facts, AllColumns(table), values, fresh)) {
-        link_.WriteLater(facts.insert, values);
-        if (const auto given = given_.find(table.name); given != given_.end())
-            given->second = std::max(given->second, counter);
+        queue_.Add(table, values);
+        counters_.NoteRow(table, counter);
         return counter;
     }
     if (!ownCounter) {
@@ -214,41 +175,25 @@ RowKey PgConnection::AddCounted(const TableInfo& table, std::span<const Value> v
     }
     WriteStep step(*this);
     link_.Write(facts.insert, values);
-    RaiseCounter(table);
+    counters_.RaiseAboveRows(table);
     step.Finish();
     return counter;
 }
 
-/// Rows that are loaded in the order of their counters meet none that is there.
-bool PgConnection::IsAboveAll(const TableInfo& table, std::int64_t counter) {
-    const auto [most, first] = given_.try_emplace(table.name, 0);
-    if (first) {
-        const Result result = link_.Read(fmt::format("SELECT coalesce(max({}), 0)::bigint FROM {}",
-                                                     generator_.Name(table.columns[*table.Counter()].name),
-                                                     generator_.Name(table.name)));
-        most->second = WholeAt(result.get(), 0, 0);
-    }
-    return counter > most->second;
-}
-
+/// In a transaction a change that can't be refused waits, too. That the row is there was seen when it was
+/// taken for editing.
 bool PgConnection::ChangeRow(const TableInfo& table, RowKey key, std::span<const std::size_t> columns,
                              std::vector<Value> values) {
     PrepareToWrite();
     NoteChange(table);
-    const bool safe = link_.InTransaction() && !MayBeRefused(FactsOf(table), columns, values, false);
-    values.emplace_back(static_cast<long long>(key));
-    const std::string sql = generator_.UpdateRow(table, columns);
-    if (!safe)
-        return RowsOf(link_.Write(sql, values)) > 0;
-    const std::pair row(table.name, key);
-    if (written_.contains(row)) {
-        link_.WriteLater(sql, values);
+    if (link_.InTransaction() && !MayBeRefused(FactsOf(table), columns, values, false)) {
+        queue_.Change(table, key, columns, values);
         return true;
     }
-    const bool there = RowsOf(link_.WriteSafely(sql, values)) > 0;
-    if (there)
-        written_.insert(row);
-    return there;
+    const std::string sql = generator_.UpdateRow(table, columns);
+    queue_.SendFor(sql);
+    values.emplace_back(static_cast<long long>(key));
+    return RowsOf(link_.Write(sql, values)) > 0;
 }
 
 /// What adding a row needs to know, worked out once for each table.
@@ -259,7 +204,6 @@ const PgConnection::TableFacts& PgConnection::FactsOf(const TableInfo& table) {
         return facts;
     const std::vector<std::size_t> columns = AllColumns(table);
     facts.insert = generator_.InsertRow(table, columns);
-    facts.insertKeyed = generator_.InsertKeyedRow(table, columns);
     for (const ColumnInfo& column : table.columns) {
         const bool unique =
             std::any_of(table.indexes.begin(), table.indexes.end(), [&](const IndexInfo& index) {
@@ -294,6 +238,7 @@ std::shared_ptr<const Catalogue> PgConnection::Tables() {
 }
 
 bool PgConnection::RefreshTables() {
+    queue_.Send();
     Catalogue now = ReadCatalogue(link_);
     if (now == *catalogue_)
         return false;
@@ -304,6 +249,7 @@ bool PgConnection::RefreshTables() {
 
 void PgConnection::RunAll(const std::vector<std::string>& statements) {
     WriteStep step(*this);
+    queue_.Send();
     for (const std::string& sql : statements)
         link_.Run(sql);
     link_.ForgetAll();
@@ -324,94 +270,31 @@ void PgConnection::CreateIndex(const std::string& table, const IndexInfo& index,
 
 void PgConnection::DropTable(const std::string& table) {
     RunAll({DropTableSql(table)});
-    counters_.erase(table);
+    counters_.Forget(table);
 }
 
 // -------------------------------------------------------------------------------------------------- counters
 
-/// The sequence behind a column, as the argument of the server's functions.
-std::string PgConnection::NumbersOf(const TableInfo& table, const std::string& column) const {
-    return fmt::format("pg_get_serial_sequence({}, {})",
-                       Quoted(Generator::Quoted(Lower(link_.Schema())) + "." + generator_.Name(table.name)),
-                       Quoted(Lower(column)));
-}
-
-std::string PgConnection::CounterOf(const TableInfo& table) const {
-    return NumbersOf(table, table.columns[*table.Counter()].name);
-}
-
-std::int64_t PgConnection::TakeNumber(const TableInfo& table, const std::string& column) {
-    std::vector<std::int64_t>& ready = counters_[table.name];
-    if (const auto given = given_.find(table.name); given != given_.end()) {
-        std::erase_if(ready, [&](std::int64_t number) { return number <= given->second; });
-        if (ready.empty())
-            RaiseGiven(table.name);
-    }
-    if (ready.empty()) {
-        // A transaction that adds many rows takes more at once; elsewhere the rows of all seats are numbered
-        // in the order in which they are begun.
-        std::int64_t& block = counterBlock_[table.name];
-        block = link_.InTransaction() ? std::clamp<std::int64_t>(2 * block, 1, kLargestBlock) : 1;
-        const Value values[] = {static_cast<long long>(block)};
-        const Result result = link_.Call(
-            fmt::format("SELECT nextval({}) FROM generate_series(1, $1::integer)", NumbersOf(table, column)),
-            values);
-        for (int row = PQntuples(result.get()); row-- > 0;)
-            ready.push_back(WholeAt(result.get(), row, 0));
-    }
-    const std::int64_t number = ready.back();
-    ready.pop_back();
-    return number;
-}
-
 std::int64_t PgConnection::TakeCounters(const TableInfo& table, std::int64_t count) {
     if (count != 1)
         throw faults::NotSupported("counters in a row, which the server gives out itself");
-    return TakeNumber(table, table.columns[*table.Counter()].name);
+    return counters_.Take(table);
 }
 
 void PgConnection::ReturnCounter(const TableInfo& table, std::int64_t counter) {
-    counters_[table.name].push_back(counter);
+    counters_.Return(table, counter);
 }
 
 void PgConnection::RaiseCounter(const TableInfo& table) {
-    counters_.erase(table.name);  // one of them may be the number given
-    const std::string sequence = CounterOf(table);
-    const std::string column = generator_.Name(table.columns[*table.Counter()].name);
-    link_.Call(
-        fmt::format("SELECT setval({0}, m.most) FROM (SELECT max({1}) AS most FROM {2}) AS m "
-                    "WHERE m.most > coalesce(pg_sequence_last_value({0}), 0)",
-                    sequence, column, generator_.Name(table.name)));
-}
-
-void PgConnection::RaiseGiven(const std::string& table) {
-    const auto given = given_.extract(table);
-    if (const TableInfo* info = given.empty() ? nullptr : catalogue_->Find(table)) {
-        const Value values[] = {static_cast<long long>(given.mapped())};
-        link_.Call(fmt::format("SELECT setval({0}, $1::bigint) WHERE $1::bigint > "
-                               "coalesce(pg_sequence_last_value({0}), 0)",
-                               CounterOf(*info)),
-                   values);
-    }
+    counters_.RaiseAboveRows(table);
 }
 
 std::int64_t PgConnection::NextCounter(const TableInfo& table) {
-    RaiseGiven(table.name);
-    if (const auto ready = counters_.find(table.name); ready != counters_.end() && !ready->second.empty())
-        return ready->second.back();
-    const Result result = link_.Read(
-        fmt::format("SELECT coalesce(pg_sequence_last_value(s.oid) + 1, s.seqstart) FROM (SELECT seqrelid AS "
-                    "oid, seqstart FROM pg_sequence WHERE seqrelid = {}::regclass) AS s",
-                    CounterOf(table)));
-    return WholeAt(result.get(), 0, 0);
+    return counters_.Next(table);
 }
 
 void PgConnection::SetNextCounter(const TableInfo& table, std::int64_t next) {
-    counters_.erase(table.name);
-    given_.erase(table.name);
-    // The number before counts as given, since a sequence that has given none does not tell where it stands.
-    const Value values[] = {static_cast<long long>(std::max<std::int64_t>(next - 1, 1)), next > 1};
-    link_.Call(fmt::format("SELECT setval({}, $1::bigint, $2::boolean)", CounterOf(table)), values);
+    counters_.SetNext(table, next);
 }
 
 // -------------------------------------------------------------------------------- locks, spans, transactions
@@ -419,7 +302,7 @@ void PgConnection::SetNextCounter(const TableInfo& table, std::int64_t next) {
 bool PgConnection::TryLockRow(const TableInfo& table, RowKey key, const void* owner) {
     link_.EnsureAlive();
     NoteNewConnection();
-    const std::string name = link_.Schema() + "." + table.name;
+    const std::string name = LockName(table);
     if (locks_.Holds(name, key, owner))
         return true;
     if (!locks_.TryLock(name, key, owner))
@@ -432,7 +315,24 @@ bool PgConnection::TryLockRow(const TableInfo& table, RowKey key, const void* ow
 }
 
 void PgConnection::UnlockRow(const TableInfo& table, RowKey key, const void* owner) {
-    locks_.Unlock(link_.Schema() + "." + table.name, key, owner);
+    locks_.Unlock(LockName(table), key, owner);
+}
+
+std::vector<RowKey> PgConnection::ReserveRows(const TableInfo& table, std::span<const RowKey> keys) {
+    if (!link_.InTransaction())
+        return {};  // nothing would let them go again
+    const std::string name = LockName(table);
+    std::vector<std::uint64_t> rows;
+    for (const RowKey key : keys)
+        if (!locks_.HoldsAny(name, key))
+            rows.push_back(RowLocks::NumberOf(name, key));
+    board_->Reserve(rows);
+    NoteChange(table);  // what is read of them from now on is as the seat before left it
+    std::vector<RowKey> others;
+    std::copy_if(keys.begin(), keys.end(), std::back_inserter(others), [&](RowKey key) {
+        return !locks_.HoldsAny(name, key) && !board_->Keeps(RowLocks::NumberOf(name, key));
+    });
+    return others;
 }
 
 void PgConnection::BeginSpan() {
@@ -452,32 +352,27 @@ void PgConnection::BeginTransaction() {
 }
 
 void PgConnection::CommitTransaction() {
-    while (!given_.empty())
-        RaiseGiven(given_.begin()->first);
+    queue_.Send();
+    counters_.RaiseLoaded(*catalogue_);
     link_.CommitTransaction();
-    counters_.clear();  // what is left of a block would number later rows below those of other seats
     tablesChanged_ = false;
     EndTransaction();
 }
 
 void PgConnection::RollbackTransaction() noexcept {
     link_.RollbackTransaction();
-    counters_
-        .clear();  // the server's counters are not turned back; what was handed out is not handed out again
     tablesStale_ = std::exchange(tablesChanged_, false);
     EndTransaction();
     ++stamp_;
 }
 
 void PgConnection::EndTransaction() noexcept {
-    counterBlock_.clear();
-    written_.clear();
-    given_.clear();
+    queue_.Clear();
+    counters_.EndTransaction();
     board_->Free();
 }
 
-// ------------------------------------------------------------------------------------------ changes,
-// soundness
+// ----------------------------------------------------------------------------------------- changes, soundness
 
 std::int64_t PgConnection::Stamp(const TableWatch& tables) {
     if (spanDepth_ == 0 && !link_.InTransaction()) {
@@ -507,6 +402,7 @@ void PgConnection::LearnTables() {
 }
 
 std::vector<std::string> PgConnection::CheckIntegrity() {
+    queue_.Send();
     std::vector<std::string> found;
     for (const std::string& name : catalogue_->Names()) {
         const TableInfo& table = *catalogue_->Find(name);

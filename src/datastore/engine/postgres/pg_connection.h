@@ -2,13 +2,15 @@
 #include <chrono>
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "datastore/engine/connection.h"
+#include "datastore/engine/postgres/pg_counters.h"
 #include "datastore/engine/postgres/pg_generator.h"
 #include "datastore/engine/postgres/pg_link.h"
+#include "datastore/engine/postgres/pg_lock_board.h"
+#include "datastore/engine/postgres/pg_write_queue.h"
 #include "datastore/engine/row_locks.h"
 
 namespace kv::postgres {
@@ -47,6 +49,7 @@ class PgConnection : public Connection {
     void SetNextCounter(const TableInfo& table, std::int64_t next) override;
 
     bool TryLockRow(const TableInfo& table, RowKey key, const void* owner) override;
+    std::vector<RowKey> ReserveRows(const TableInfo& table, std::span<const RowKey> keys) override;
     void UnlockRow(const TableInfo& table, RowKey key, const void* owner) override;
     std::int64_t LockEpoch() override { return link_.Epoch(); }
     bool IsRemote() const override { return true; }
@@ -73,7 +76,7 @@ class PgConnection : public Connection {
             bool counter = false;
             bool required = false;
         };
-        std::string insert, insertKeyed;
+        std::string insert;
         std::vector<Column> columns;
     };
 
@@ -85,13 +88,9 @@ class PgConnection : public Connection {
         ++changes_[table.name];
         ++allChanges_;
     }
-    std::int64_t TakeNumber(const TableInfo& table, const std::string& column);
-    std::string NumbersOf(const TableInfo& table, const std::string& column) const;
     void RunAll(const std::vector<std::string>& statements);
-    std::string CounterOf(const TableInfo& table) const;
-    bool IsAboveAll(const TableInfo& table, std::int64_t counter);
     RowKey AddCounted(const TableInfo& table, std::span<const Value> values, bool ownCounter);
-    void RaiseGiven(const std::string& table);
+    std::string LockName(const TableInfo& table) const { return link_.Schema() + "." + table.name; }
     void EndTransaction() noexcept;
     void NoteNewConnection();
 
@@ -100,22 +99,14 @@ class PgConnection : public Connection {
     std::shared_ptr<const Catalogue> catalogue_;
     bool tablesChanged_ = false;  // in the transaction that is open
     bool tablesStale_ = false;
-    class LockBoard;
-    LockBoard* board_;  // that of locks_
+    WriteQueue queue_;
+    PgCounters counters_;
+    PgLockBoard* board_;  // that of locks_
     RowLocks locks_;
     /// How often this connection wrote to a table, or took one of its rows.
     std::map<std::string, std::int64_t> changes_;
     std::int64_t allChanges_ = 0;
     std::map<std::string, TableFacts> facts_;
-    /// The rows that this transaction has written: nobody else can take them away before its end.
-    std::set<std::pair<std::string, RowKey>> written_;
-    /// Counters that this program has taken and not given to a row, the next one last.
-    std::map<std::string, std::vector<std::int64_t>> counters_;
-    std::map<std::string, std::int64_t> counterBlock_;
-    /// The tables whose rows come with counters of their own in this transaction, and a number above which
-    /// none of their rows has one. The server's counter is raised once, before a number is taken or at the
-    /// end.
-    std::map<std::string, std::int64_t> given_;
     int spanDepth_ = 0;
     std::int64_t epoch_ = 0;
     std::int64_t stamp_ = 0;

@@ -68,6 +68,7 @@ constexpr StateClass kStates[] = {
     {"23505", [](const std::string&) { return faults::DuplicateKey(); }},
     {"22001", [](const std::string&) { return faults::FieldTooSmall(); }},
     {"22003", [](const std::string&) { return faults::TypeConversion(); }},
+    {"22021", [](const std::string&) { return faults::TypeConversion(); }},
     {"22008", [](const std::string&) { return faults::TypeConversion(); }},
     {"22P02", [](const std::string&) { return faults::TypeConversion(); }},
     {"25006", ReadOnlyServer},

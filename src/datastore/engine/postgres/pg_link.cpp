@@ -197,37 +197,42 @@ void Link::RequireSound() const {
         throw EngineError(*broken_);
 }
 
-Result Link::ExecuteInTransaction(const std::string& sql, std::span<const Value> values, bool guarded) {
-    RequireSound();
-    const std::string name = sql.empty() ? "" : NameOf(sql);
-    const Bound bound(values);
-    const Bound nothing({});
-    PQenterPipelineMode(connection_);
-    if (guarded)
-        Send(kGuard, "", nothing);
-    if (!sql.empty())
-        Send(sql, name, bound);
-    if (guarded)
-        Send(kRelease, "", nothing);
+/// Has all that is on its way answered; what came of the statements that are waited for.
+std::vector<Result> Link::Synchronize() {
     PQpipelineSync(connection_);
     const std::size_t before = std::exchange(later_, 0);
     std::vector<Result> results = Collect();
     PQexitPipelineMode(connection_);
     RequireSound();
-    // The first that failed tells why; those behind it were passed over for it.
     const auto late = results.begin() + static_cast<std::ptrdiff_t>(std::min(before, results.size()));
-    const auto failed =
-        std::find_if(results.begin(), late, [](const Result& result) { return !Succeeded(result.get()); });
-    if (failed != late)
-        broken_ = ErrorOf(failed->get(), spelled);
+    for (auto result = results.begin(); result != late; ++result) {
+        // The first that failed tells why; those behind it were passed over for it.
+        if (!Succeeded(result->get()))
+            broken_ = ErrorOf(result->get(), spelled);
+        else if (std::string_view(PQcmdTuples(result->get())) == "0")
+            broken_ = faults::RecordDeleted();
+        RequireSound();
+    }
+    results.erase(results.begin(), late);
+    return results;
+}
+
+Result Link::ExecuteInTransaction(const std::string& sql, std::span<const Value> values) {
     RequireSound();
-    const std::size_t place = before + (guarded ? 1 : 0);
-    return place < results.size() ? std::move(results[place]) : nullptr;
+    const std::string name = NameOf(sql);
+    const Bound bound(values);
+    const Bound nothing({});
+    PQenterPipelineMode(connection_);
+    Send(kGuard, "", nothing);
+    Send(sql, name, bound);
+    Send(kRelease, "", nothing);
+    std::vector<Result> results = Synchronize();
+    return results.size() > 1 ? std::move(results[1]) : nullptr;
 }
 
 void Link::FlushLater() {
     if (later_ > 0)
-        ExecuteInTransaction("", {}, false);
+        Synchronize();
     if (PQstatus(connection_) != CONNECTION_OK)
         Lost(true);
 }
@@ -244,7 +249,7 @@ Result Link::ExecuteAlone(const std::string& sql, std::span<const Value> values)
 
 Result Link::ExecuteOnce(const std::string& sql, std::span<const Value> values, Kind kind) {
     if (inTransaction_)
-        return ExecuteInTransaction(sql, values, kind != Kind::SafeWrite);
+        return ExecuteInTransaction(sql, values);
     if (viewWanted_ && !inView_ && kind == Kind::Read) {
         Result begun(PQexec(connection_, "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"));
         if (PQstatus(connection_) != CONNECTION_OK)
@@ -281,7 +286,6 @@ Result Link::Execute(const std::string& sql, std::span<const Value> values, Kind
     EnsureAlive();
     if (kind != Kind::Read)
         SuspendView();
-    const bool guarded = inTransaction_ && kind != Kind::SafeWrite;
     // A view that others have looked through already can't be had a second time.
     const bool repeatable = kind == Kind::Read && !inTransaction_ && !inView_;
     Result result = ExecuteOnce(sql, values, kind);
@@ -289,12 +293,12 @@ Result Link::Execute(const std::string& sql, std::span<const Value> values, Kind
     if (broken && repeatable) {
         Connect();
         result = ExecuteOnce(sql, values, kind);
-    } else if (!broken && result && IsStale(result.get()) && (guarded || !inTransaction_)) {
-        UndoFailed(guarded);
+    } else if (!broken && result && IsStale(result.get())) {
+        UndoFailed(inTransaction_);
         Forget(sql);
         result = ExecuteOnce(sql, values, kind);
     }
-    return Check(std::move(result), kind == Kind::Write || kind == Kind::SafeWrite, guarded);
+    return Check(std::move(result), kind == Kind::Write, inTransaction_);
 }
 
 Result Link::Read(const std::string& sql, std::span<const Value> values) {
@@ -303,10 +307,6 @@ Result Link::Read(const std::string& sql, std::span<const Value> values) {
 
 Result Link::Write(const std::string& sql, std::span<const Value> values) {
     return Execute(sql, values, Kind::Write);
-}
-
-Result Link::WriteSafely(const std::string& sql, std::span<const Value> values) {
-    return Execute(sql, values, Kind::SafeWrite);
 }
 
 void Link::WriteLater(const std::string& sql, std::span<const Value> values) {
@@ -320,6 +320,20 @@ void Link::WriteLater(const std::string& sql, std::span<const Value> values) {
         PQflush(connection_);
     if (later_ >= kMostLater)
         FlushLater();
+}
+
+void Link::CopyIn(const std::string& sql, std::string_view rows) {
+    RequireSound();
+    FlushLater();
+    Result result(PQexec(connection_, sql.c_str()));
+    if (PQresultStatus(result.get()) == PGRES_COPY_IN) {
+        PQputCopyData(connection_, rows.data(), static_cast<int>(rows.size()));
+        PQputCopyEnd(connection_, nullptr);
+        result.reset(PQgetResult(connection_));
+        while (Result(PQgetResult(connection_)) != nullptr) {
+        }
+    }
+    Check(std::move(result), true);
 }
 
 Result Link::Call(const std::string& sql, std::span<const Value> values) {
@@ -345,8 +359,7 @@ void Link::Run(const std::string& sql) {
         Check(Result(PQexec(connection_, kRelease)), true);
 }
 
-// ------------------------------------------------------------------------------------- views and
-// transactions
+// -------------------------------------------------------------------------------------- views, transactions
 
 void Link::BeginView() {
     viewWanted_ = true;

@@ -37,12 +37,12 @@ class Link {
     Result Read(const std::string& sql, std::span<const Value> values = {});
     /// Runs a statement that writes rows. Where it fails within a transaction it alone is undone.
     Result Write(const std::string& sql, std::span<const Value> values = {});
-    /// Runs a statement whose rows the server can't refuse: where it fails all the same, for want of room,
-    /// say, the transaction that it is in has failed.
-    Result WriteSafely(const std::string& sql, std::span<const Value> values = {});
-    /// The same within a transaction, without a result and without waiting for it: the next statement is the
-    /// one that tells of a failure.
+    /// Writes one row within a transaction, one that the server can't refuse, without waiting for it: the
+    /// next statement is the one that tells of a failure, or that there is no such row any more. The
+    /// transaction has failed then.
     void WriteLater(const std::string& sql, std::span<const Value> values);
+    /// Many rows at once, within a transaction, that the server can't refuse either.
+    void CopyIn(const std::string& sql, std::string_view rows);
     /// Runs a function that changes something beside the rows: a lock, a counter.
     Result Call(const std::string& sql, std::span<const Value> values = {});
     /// Runs texts without values or rows, one or several statements.
@@ -73,7 +73,7 @@ class Link {
     Speller spelled = [](const std::string&, const std::string& column) { return column; };
 
   private:
-    enum class Kind { Read, Call, Write, SafeWrite };
+    enum class Kind { Read, Call, Write };
     struct Prepared {
         std::string sql;
         std::string name;
@@ -90,7 +90,8 @@ class Link {
     Result Execute(const std::string& sql, std::span<const Value> values, Kind kind);
     Result ExecuteOnce(const std::string& sql, std::span<const Value> values, Kind kind);
     Result ExecuteAlone(const std::string& sql, std::span<const Value> values);
-    Result ExecuteInTransaction(const std::string& sql, std::span<const Value> values, bool guarded);
+    Result ExecuteInTransaction(const std::string& sql, std::span<const Value> values);
+    std::vector<Result> Synchronize();
     void Send(const std::string& sql, const std::string& name, const Bound& bound);
     std::vector<Result> Collect();
     void FlushLater();

@@ -2,8 +2,10 @@
 
 #include <fmt/format.h>
 
+#include "base/numbers.h"
 #include "base/text.h"
 #include "datastore/engine/postgres/pg_connection.h"
+#include "datastore/engine/postgres/pg_generator.h"
 #include "datastore/engine/postgres/pg_schema.h"
 #include "datastore/engine/postgres/pg_values.h"
 #include "datastore/engine/run_action.h"
@@ -46,14 +48,41 @@ std::optional<std::int64_t> VersionOf(Link& link, const std::string& name) {
     return WholeAt(result.get(), 0, 0);
 }
 
+/// The version of the program's functions that the server has; 0 where that is not known.
+std::int64_t ServersFunctions(Link& link) {
+    const Result remark = link.Read("SELECT obj_description(to_regnamespace('kv'), 'pg_namespace')");
+    return static_cast<std::int64_t>(Val(TextAt(remark.get(), 0, 0)));
+}
+
+/// One schema with the functions serves all databases of the server.
 void SetUpServer(Link& link) {
     link.Run(kSetUpBusy);
     link.Read(kSetUpTurn);
-    if (HasSchema(link, "kv"))
+    const bool isNew = !HasSchema(link, "kv");
+    if (isNew)
+        link.Run(std::string("CREATE SCHEMA kv; ") + kDatabases);
+    if (isNew || ServersFunctions(link) < FunctionsVersion()) {
+        link.Run(EmbeddedText("functions.sql"));
+        link.Run(fmt::format("COMMENT ON SCHEMA kv IS {}", Quoted(std::to_string(FunctionsVersion()))));
+    }
+}
+
+/// An update of this program may bring newer ones than the server has.
+void RenewFunctions(Link& link) {
+    if (ServersFunctions(link) >= FunctionsVersion())
         return;
-    link.Run("CREATE SCHEMA kv");
-    link.Run(EmbeddedText("functions.sql"));
-    link.Run(kDatabases);
+    link.BeginTransaction();
+    try {
+        SetUpServer(link);
+        link.CommitTransaction();
+    } catch (const EngineError& error) {
+        link.RollbackTransaction();
+        throw EngineError(error.Number(),
+                          fmt::format("The database server has older functions of this program, and this user "
+                                      "can't renew them. Please let the user to whom the database belongs "
+                                      "start the program once. {}",
+                                      error.Description()));
+    }
 }
 
 [[noreturn]] void FailMissing(const std::string& schema) {
@@ -64,6 +93,12 @@ void SetUpServer(Link& link) {
 }
 
 }  // namespace
+
+std::int64_t FunctionsVersion() {
+    constexpr std::string_view kMark = "-- version ";
+    const std::string_view text = EmbeddedText("functions.sql");
+    return static_cast<std::int64_t>(Val(text.substr(text.find(kMark) + kMark.size())));
+}
 
 void RequireSchema(Connection& connection) {
     Link& link = static_cast<PgConnection&>(connection).Server();
@@ -90,6 +125,7 @@ std::shared_ptr<Connection> Open(const std::string& server, const std::string& s
         FailMissing(schema);
     if (check == SchemaCheck::Required)
         RequireSchema(*connection);
+    RenewFunctions(connection->Server());
     return connection;
 }
 

@@ -1,4 +1,5 @@
 #pragma once
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -9,7 +10,8 @@
 namespace kv::postgres {
 
 /// Opens one of the server's schemas. Throws EngineError 3024 where the server holds no such database of this
-/// program, 3343 for one of another schema version, 3151 where the server can't be reached.
+/// program, 3343 for one of another schema version, 3151 where the server can't be reached. Brings the server
+/// newer functions where it has older ones.
 std::shared_ptr<Connection> Open(const std::string& server, const std::string& schema, SchemaCheck check);
 
 /// Throws 3343 unless the database is of the schema's present version.
@@ -18,6 +20,9 @@ void RequireSchema(Connection& connection);
 /// Makes a schema with these tables, whole or not at all, and what the server lacks of the program's own
 /// functions. 3204 when there is such a schema already.
 void Create(const std::string& server, const std::string& schema, const std::vector<std::string>& statements);
+
+/// The version of the functions that this program brings to a server.
+std::int64_t FunctionsVersion();
 
 bool Exists(const std::string& server, const std::string& schema);
 /// Takes away a database that this program made. Nothing happens where there is none.

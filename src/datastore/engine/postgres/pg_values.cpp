@@ -70,6 +70,13 @@ double SerialOfMicroseconds(std::int64_t microseconds) {
     return static_cast<double>(days + kServersFirstDay) + static_cast<double>(rest) / kSecondsADay;
 }
 
+void RequireStorable(const std::string& text) {
+    if (text.find('\0') != std::string::npos)
+        throw EngineError(engine_error::kTypeConversion,
+                          "Data type conversion error: the text holds a null character, which the database "
+                          "server can't keep.");
+}
+
 std::string ParameterText(const Value& value) {
     switch (value.Type()) {
         case ValueType::Boolean:
@@ -77,10 +84,7 @@ std::string ParameterText(const Value& value) {
         case ValueType::Date:
             return MomentText(value.ToDate());
         case ValueType::Text:
-            if (value.IfText()->find('\0') != std::string::npos)
-                throw EngineError(engine_error::kTypeConversion,
-                                  "Data type conversion error: the text holds a null character, which the "
-                                  "database server can't keep.");
+            RequireStorable(*value.IfText());
             return *value.IfText();
         default:
             return value.ToText();
@@ -107,6 +111,42 @@ std::size_t Bound::Bytes() const {
     for (const std::string& text : texts_)
         bytes += text.size();
     return bytes;
+}
+
+void RequireStorable(std::span<const Value> values) {
+    for (const Value& value : values)
+        if (const std::string* text = value.IfText())
+            RequireStorable(*text);
+}
+
+void AppendCopyRow(std::string& rows, std::span<const Value> values) {
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (i > 0)
+            rows += '\t';
+        if (values[i].IsNull()) {
+            rows += "\\N";
+            continue;
+        }
+        for (const char c : ParameterText(values[i])) {
+            switch (c) {
+                case '\\':
+                    rows += "\\\\";
+                    break;
+                case '\t':
+                    rows += "\\t";
+                    break;
+                case '\n':
+                    rows += "\\n";
+                    break;
+                case '\r':
+                    rows += "\\r";
+                    break;
+                default:
+                    rows += c;
+            }
+        }
+    }
+    rows += '\n';
 }
 
 RowKey WholeAt(const PGresult* result, int row, int column) {

@@ -27,6 +27,11 @@ class Bound {
     std::vector<const char*> pointers_;
 };
 
+/// Adds a row to those of a copy, which stand in lines with tabs between their values.
+void AppendCopyRow(std::string& rows, std::span<const Value> values);
+/// Throws EngineError where the server can't hold one of them.
+void RequireStorable(std::span<const Value> values);
+
 /// A result's whole number; kNoRow for Null.
 RowKey WholeAt(const PGresult* result, int row, int column);
 std::string TextAt(const PGresult* result, int row, int column);

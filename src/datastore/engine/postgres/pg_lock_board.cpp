@@ -1,0 +1,63 @@
+#include "datastore/engine/postgres/pg_lock_board.h"
+
+#include <string>
+
+#include "datastore/engine_error.h"
+
+namespace kv::postgres {
+namespace {
+
+/// The numbers as the server reads an array of them.
+template <typename Numbers>
+Value ArrayOf(const Numbers& numbers) {
+    std::string text = "{";
+    for (const std::uint64_t number : numbers)
+        text += (text.size() > 1 ? "," : "") + std::to_string(number);
+    return text + "}";
+}
+
+}  // namespace
+
+bool PgLockBoard::TryLock(std::uint64_t row) {
+    kept_ = letGo_.erase(row) > 0;
+    if (kept_)
+        return true;
+    const Value values[] = {static_cast<long long>(row)};
+    const Result result = link_.Call("SELECT pg_try_advisory_lock($1::bigint)::integer", values);
+    return WholeAt(result.get(), 0, 0) != 0;
+}
+
+void PgLockBoard::Unlock(std::uint64_t row) {
+    letGo_.insert(row);
+    if (!link_.InTransaction())
+        Free();
+}
+
+void PgLockBoard::Reserve(std::span<const std::uint64_t> rows) {
+    std::set<std::uint64_t> wanted(rows.begin(), rows.end());
+    std::erase_if(wanted, [&](std::uint64_t row) { return letGo_.contains(row); });
+    if (wanted.empty())
+        return;
+    const Value values[] = {ArrayOf(wanted)};
+    // Held back from being worked into the condition's place, where the lock would be asked for twice.
+    const Result result = link_.Call(
+        "WITH asked AS MATERIALIZED (SELECT r, pg_try_advisory_lock(r) AS taken "
+        "FROM unnest($1::bigint[]) AS r) SELECT r FROM asked WHERE taken",
+        values);
+    for (int i = 0; i < PQntuples(result.get()); ++i)
+        letGo_.insert(static_cast<std::uint64_t>(WholeAt(result.get(), i, 0)));
+}
+
+void PgLockBoard::Free() noexcept {
+    if (letGo_.empty() || !link_.IsAlive())
+        return letGo_.clear();  // the locks went with the connection
+    const Value values[] = {ArrayOf(letGo_)};
+    letGo_.clear();
+    try {
+        link_.Call("SELECT pg_advisory_unlock(r) FROM unnest($1::bigint[]) AS r", values);
+    } catch (const EngineError&) {
+        // So they do when it breaks just now; whoever ends an edit has nothing to do about it.
+    }
+}
+
+}  // namespace kv::postgres
