@@ -180,8 +180,20 @@ std::string DigitsOf(std::string_view text) {
     return digits;
 }
 
-std::string ToUtf8(std::string_view bytes) {
+bool IsUtf8(std::string_view bytes) {
     if (IsAscii(bytes))
+        return true;
+    const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
+    const auto size = static_cast<std::int32_t>(bytes.size());
+    UChar32 character = 0;
+    for (std::int32_t at = 0; at < size && character >= 0;) {
+        U8_NEXT(data, at, size, character);
+    }
+    return character >= 0;
+}
+
+std::string ToUtf8(std::string_view bytes) {
+    if (IsUtf8(bytes))
         return std::string(bytes);
     std::string out;
     const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());

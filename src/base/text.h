@@ -41,6 +41,7 @@ std::string ReplaceAll(std::string_view text, std::string_view what, std::string
 /// The characters '0' to '9' of a text, in order.
 std::string DigitsOf(std::string_view text);
 
+bool IsUtf8(std::string_view bytes);
 /// Valid UTF-8, of which nothing is lost where it was valid: bytes that are no UTF-8 are read as
 /// Windows-1252.
 std::string ToUtf8(std::string_view bytes);

@@ -361,9 +361,8 @@ ScheduleCreation::Sequences ScheduleCreation::RunStroke(Sequences assignments, b
     if (evenHeld) {
         held.clear();
     }
-    std::erase_if(assignments, [&](long sequence) {
-        return std::find(held.begin(), held.end(), sequence) != held.end();
-    });
+    std::erase_if(assignments,
+                  [&](long sequence) { return std::find(held.begin(), held.end(), sequence) != held.end(); });
     if (assignments.empty()) {
         return held;
     }
@@ -398,8 +397,8 @@ std::vector<long> Sequences(Session& session, const std::string& statement) {
 }  // namespace
 
 std::vector<long> AssignmentsOf(Session& session, long authorization) {
-    return Sequences(session, Sql("select sequence from assign where author_seq = {} order by sequence",
-                                  authorization));
+    return Sequences(
+        session, Sql("select sequence from assign where author_seq = {} order by sequence", authorization));
 }
 
 std::vector<long> AllAssignments(Session& session) {

@@ -20,8 +20,8 @@ class ScheduleCreation {
     explicit ScheduleCreation(Session& session);
     /// For one assignment, by its sequence.
     void RunFor(long assignment);
-    /// For each, in the order of their sequences; lets the window system breathe, and stops where the operator
-    /// breaks off. False then.
+    /// For each, in the order of their sequences; lets the window system breathe, and stops where the
+    /// operator breaks off. False then.
     bool RunAll(const std::vector<long>& assignments);
 
     /// Over all runs.

@@ -174,8 +174,8 @@ void StrokeFacts::ReadCaregivers(const Texts& ids) {
 }
 
 void StrokeFacts::ReadTypes(const Sequences& authorizations) {
-    for (Recordset row = Rows(
-             Sql("select sequence,sch_type from Authorizations where sequence in ({})", NumberList{authorizations}));
+    for (Recordset row = Rows(Sql("select sequence,sch_type from Authorizations where sequence in ({})",
+                                  NumberList{authorizations}));
          !row.Eof(); row.MoveNext()) {
         types_[row.Get("sequence").ToInteger()] = row.Text("sch_type");
     }

@@ -175,6 +175,36 @@ TEST_F(ServerEngine, OtherProgramsSeeDatesMoneyAndPlainNames) {
                 ElementsAre("'A01' | null"));
 }
 
+TEST_F(ServerEngine, NewerFunctionsAreBroughtByTheFirstSeat) {
+    const auto functions = [&] {
+        return other->Ask("select count(*) from pg_proc where proname = 'raise_counter'");
+    };
+    const auto open = [&](const DatabasePlace& place) {
+        Workspace workspace;
+        workspace.OpenDatabase(place, SchemaCheck::Ignored);
+    };
+    const auto lower = [&](const std::string& version) {
+        other->Ask("comment on schema kv is '" + version + "'; drop function if exists kv.raise_counter");
+    };
+    const std::string present = other->Ask("select obj_description('kv'::regnamespace)");
+    lower("99");
+    open(small->Place());
+    EXPECT_EQ(functions(), "0") << "newer ones are left alone";
+    lower("1");
+    other->Ask(
+        "create role kv_clerk login; grant usage on schema kv, small to kv_clerk; "
+        "grant select on kv.databases to kv_clerk");
+    EXPECT_THAT(WordsOf([&] {
+                    open({small->Place().server + " user=kv_clerk", "small"});
+                }),
+                HasSubstr("older functions"));
+    EXPECT_EQ(functions(), "0");
+    open(small->Place());
+    EXPECT_EQ(functions(), "1");
+    EXPECT_EQ(other->Ask("select obj_description('kv'::regnamespace)"), present);
+    other->Ask("drop owned by kv_clerk; drop role kv_clerk");
+}
+
 TEST_F(ServerEngine, ABusyRowIsWaitedForAndThenTold) {
     OtherProgram holder(small->Place());
     holder.Ask("begin; update small.people set lastname = 'Held' where client = 'A01'");

@@ -3,6 +3,7 @@
 #include <random>
 
 #include <fmt/format.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <libpq-fe.h>
 
@@ -370,6 +371,15 @@ TEST_F(ServerFunctionsTest, ValuesOnTheirWayIntoColumns) {
                              "0",     "1.5",  "2.5",   "$1,234.56785", "ABCD", "ABCDE",    "äöüß",
                              "äöüßé", "1e30", "99999", "32768",        "x'y",  "1/2/2026", " yes"})
         add(Value(text), Text(text));
+}
+
+/// Servers that have the functions already take a change with a higher version only.
+TEST(ServerFunctionsVersion, RisesWithEveryChange) {
+    constexpr int kVersion = 2;
+    constexpr std::size_t kTextOfTheVersion = 6351263838391683593U;
+    const std::string text = EmbeddedText("functions.sql");
+    EXPECT_THAT(text, testing::HasSubstr(fmt::format("-- version {}\n", kVersion)));
+    EXPECT_EQ(HashText(text), kTextOfTheVersion) << "raise the version, and note it here with its text";
 }
 
 TEST_F(ServerFunctionsTest, WhatScansCallStandsInThePlanItself) {

@@ -30,9 +30,7 @@ class RowLocks {
     void Unlock(std::string_view table, RowKey key, const void* owner);
     bool Holds(std::string_view table, RowKey key, const void* owner) const;
     /// Whether any edit of this program has it.
-    bool HoldsAny(std::string_view table, RowKey key) const {
-        return owners_.contains(NumberOf(table, key));
-    }
+    bool HoldsAny(std::string_view table, RowKey key) const { return owners_.contains(NumberOf(table, key)); }
     bool Any() const { return !owners_.empty(); }
     /// Under which the board knows the row; the same in every program.
     static std::uint64_t NumberOf(std::string_view table, RowKey key);

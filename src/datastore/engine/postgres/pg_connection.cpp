@@ -247,29 +247,35 @@ bool PgConnection::RefreshTables() {
     return true;
 }
 
-void PgConnection::RunAll(const std::vector<std::string>& statements) {
+/// Runs statements that change a table, and reads what became of it.
+void PgConnection::Define(const std::string& table, const std::vector<std::string>& statements) {
     WriteStep step(*this);
     queue_.Send();
-    for (const std::string& sql : statements)
-        link_.Run(sql);
+    link_.Run(Join(statements, ";\n"));
     link_.ForgetAll();
     ++stamp_;
     step.Finish();
-    RefreshTables();
+    Catalogue now = *catalogue_;
+    const Catalogue changed = ReadCatalogue(link_, table);
+    for (const std::string& name : changed.Names())
+        now.Add(*changed.Find(name));
+    catalogue_ = std::make_shared<const Catalogue>(std::move(now));
+    facts_.clear();
     tablesChanged_ = link_.InTransaction();
 }
 
 void PgConnection::CreateTable(const TableInfo& table) {
-    RunAll(CreateTableSql(table, link_.Schema()));
+    Define(table.name, CreateTableSql(table, link_.Schema()));
 }
 
 void PgConnection::CreateIndex(const std::string& table, const IndexInfo& index,
                                const std::vector<bool>& descending) {
-    RunAll(CreateIndexSql(table, index, descending));
+    Define(table, CreateIndexSql(table, index, descending));
 }
 
 void PgConnection::DropTable(const std::string& table) {
-    RunAll({DropTableSql(table)});
+    Define(table, {DropTableSql(table)});
+    RefreshTables();
     counters_.Forget(table);
 }
 
@@ -372,7 +378,8 @@ void PgConnection::EndTransaction() noexcept {
     board_->Free();
 }
 
-// ----------------------------------------------------------------------------------------- changes, soundness
+// ----------------------------------------------------------------------------------------- changes,
+// soundness
 
 std::int64_t PgConnection::Stamp(const TableWatch& tables) {
     if (spanDepth_ == 0 && !link_.InTransaction()) {

@@ -88,7 +88,7 @@ class PgConnection : public Connection {
         ++changes_[table.name];
         ++allChanges_;
     }
-    void RunAll(const std::vector<std::string>& statements);
+    void Define(const std::string& table, const std::vector<std::string>& statements);
     RowKey AddCounted(const TableInfo& table, std::span<const Value> values, bool ownCounter);
     std::string LockName(const TableInfo& table) const { return link_.Schema() + "." + table.name; }
     void EndTransaction() noexcept;

@@ -49,9 +49,8 @@ std::int64_t PgCounters::Take(const TableInfo& table) {
 
 /// Of the rows that there are.
 std::int64_t PgCounters::Highest(const TableInfo& table) {
-    const std::string sql =
-        fmt::format("SELECT coalesce(max({}), 0)::bigint FROM {}", generator_.Name(KeyColumnOf(table)),
-                    generator_.Name(table.name));
+    const std::string sql = fmt::format("SELECT coalesce(max({}), 0)::bigint FROM {}",
+                                        generator_.Name(KeyColumnOf(table)), generator_.Name(table.name));
     queue_.SendFor(sql);
     return WholeAt(link_.Read(sql).get(), 0, 0);
 }

@@ -60,7 +60,7 @@ void SetUpServer(Link& link) {
     link.Read(kSetUpTurn);
     const bool isNew = !HasSchema(link, "kv");
     if (isNew)
-        link.Run(std::string("CREATE SCHEMA kv; ") + kDatabases);
+        link.Run(fmt::format("CREATE SCHEMA kv; {}", kDatabases));
     if (isNew || ServersFunctions(link) < FunctionsVersion()) {
         link.Run(EmbeddedText("functions.sql"));
         link.Run(fmt::format("COMMENT ON SCHEMA kv IS {}", Quoted(std::to_string(FunctionsVersion()))));
@@ -77,11 +77,12 @@ void RenewFunctions(Link& link) {
         link.CommitTransaction();
     } catch (const EngineError& error) {
         link.RollbackTransaction();
-        throw EngineError(error.Number(),
-                          fmt::format("The database server has older functions of this program, and this user "
-                                      "can't renew them. Please let the user to whom the database belongs "
-                                      "start the program once. {}",
-                                      error.Description()));
+        throw EngineError(
+            error.Number(),
+            fmt::format("The database server has older functions of this program, and this user "
+                        "can't renew them. Please let the user to whom the database belongs "
+                        "start the program once. {}",
+                        error.Description()));
     }
 }
 

@@ -147,7 +147,7 @@ constexpr const char* kColumnsQuery =
     "FROM pg_class AS c JOIN pg_attribute AS a ON a.attrelid = c.oid AND a.attnum > 0 AND NOT a.attisdropped "
     "LEFT JOIN pg_attrdef AS d ON d.adrelid = c.oid AND d.adnum = a.attnum "
     "WHERE c.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = current_schema()) "
-    "AND c.relkind IN ('r', 'p') ORDER BY c.oid, a.attnum";
+    "AND c.relkind IN ('r', 'p') AND {} ORDER BY c.oid, a.attnum";
 
 constexpr const char* kIndexesQuery =
     "SELECT c.relname::text, i.relname::text, obj_description(i.oid, 'pg_class'), x.indisunique::integer, "
@@ -156,7 +156,15 @@ constexpr const char* kIndexesQuery =
     "CROSS JOIN LATERAL unnest(x.indkey) WITH ORDINALITY AS k (attnum, place) "
     "JOIN pg_attribute AS a ON a.attrelid = c.oid AND a.attnum = k.attnum "
     "WHERE c.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = current_schema()) "
-    "AND NOT x.indisprimary ORDER BY i.oid, k.place";
+    "AND NOT x.indisprimary AND {} ORDER BY i.oid, k.place";
+
+/// All tables, or the one of that name.
+Result ReadOf(Link& link, const char* query, const std::string& only) {
+    if (only.empty())
+        return link.Read(fmt::format(fmt::runtime(query), "true"));
+    const Value values[] = {only};
+    return link.Read(fmt::format(fmt::runtime(query), "c.relname = $1::text"), values);
+}
 
 /// A result's row by the columns' places.
 class Row {
@@ -203,9 +211,9 @@ std::optional<ColumnInfo> ReadColumn(const Row& row) {
     return column;
 }
 
-void ReadIndexes(Link& link, std::vector<TableInfo>& tables,
+void ReadIndexes(Link& link, const std::string& only, std::vector<TableInfo>& tables,
                  const std::map<std::string, std::size_t>& places) {
-    const Result result = link.Read(kIndexesQuery);
+    const Result result = ReadOf(link, kIndexesQuery, only);
     std::string last;
     for (int i = 0; i < PQntuples(result.get()); ++i) {
         const Row row(result.get(), i);
@@ -290,11 +298,11 @@ std::string DropTableSql(const std::string& table) {
     return "DROP TABLE " + Name(table) + " CASCADE";  // its view goes along
 }
 
-Catalogue ReadCatalogue(Link& link) {
+Catalogue ReadCatalogue(Link& link, const std::string& only) {
     std::vector<TableInfo> tables;
     std::map<std::string, std::size_t> places;
     std::set<std::string> keyed;
-    const Result result = link.Read(kColumnsQuery);
+    const Result result = ReadOf(link, kColumnsQuery, Lower(only));
     for (int i = 0; i < PQntuples(result.get()); ++i) {
         const Row row(result.get(), i);
         const std::string name = row.Text(0);
@@ -307,7 +315,7 @@ Catalogue ReadCatalogue(Link& link) {
         if (std::optional<ColumnInfo> column = ReadColumn(row))
             tables[places[name]].columns.push_back(std::move(*column));
     }
-    ReadIndexes(link, tables, places);
+    ReadIndexes(link, Lower(only), tables, places);
     AddCounterKeys(tables);
     // Rows that nothing tells apart can't be found again, so a foreign table without a key is none of ours.
     Catalogue catalogue;

@@ -21,6 +21,7 @@ std::vector<std::string> CreateIndexSql(const std::string& table, const IndexInf
                                         const std::vector<bool>& descending);
 std::string DropTableSql(const std::string& table);
 
-Catalogue ReadCatalogue(Link& link);
+/// All tables, or `only` one.
+Catalogue ReadCatalogue(Link& link, const std::string& only = {});
 
 }  // namespace kv::postgres

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "base/numbers.h"
+#include "base/text.h"
 #include "datastore/convert.h"
 #include "datastore/engine/postgres/pg_types.h"
 #include "datastore/engine_error.h"
@@ -71,10 +72,10 @@ double SerialOfMicroseconds(std::int64_t microseconds) {
 }
 
 void RequireStorable(const std::string& text) {
-    if (text.find('\0') != std::string::npos)
+    if (text.find('\0') != std::string::npos || !IsUtf8(text))
         throw EngineError(engine_error::kTypeConversion,
-                          "Data type conversion error: the text holds a null character, which the database "
-                          "server can't keep.");
+                          "Data type conversion error: the text holds a character that the database server "
+                          "can't keep.");
 }
 
 std::string ParameterText(const Value& value) {
