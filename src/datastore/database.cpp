@@ -97,10 +97,6 @@ std::int64_t Database::ChangeStamp() const {
     return connection_->Stamp();
 }
 
-void Database::RefreshCache() {
-    connection_->RefreshCache();
-}
-
 std::vector<std::string> Database::CheckIntegrity() {
     return connection_->CheckIntegrity();
 }

@@ -34,6 +34,7 @@ inline constexpr int kSyntaxInExpression = 3075;
 inline constexpr int kTableNotFound = 3078;
 inline constexpr int kAmbiguousField = 3079;
 inline constexpr int kUndefinedFunction = 3085;
+inline constexpr int kOrderNotSelected = 3093;
 inline constexpr int kAggregateInWhere = 3096;
 inline constexpr int kNotInAggregate = 3122;
 inline constexpr int kUnknownInsertField = 3127;

@@ -83,11 +83,9 @@ class Database {
     /// they are taken for it together and stay so until its end. Those that another seat has. Rows are to be
     /// read after it. 3251 for a table without a counter.
     std::vector<long> ReserveRows(std::string_view table, const std::vector<long>& counters);
-    /// A number that changes whenever this or another program has written to the database.
+    /// A number that changes whenever this or another program has written to the database; a quarter of a
+    /// second later where a server does not tell what other seats write.
     std::int64_t ChangeStamp() const;
-    /// What was read before counts as old from now on. A server does not tell what other seats write, so a
-    /// field may be as old as a quarter of a second there.
-    void RefreshCache();
     /// The engine's own test of its file: one line per fault, empty when sound.
     std::vector<std::string> CheckIntegrity();
     /// To be called when many rows were loaded, outside a transaction: the engine then finds its way through

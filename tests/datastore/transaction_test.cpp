@@ -64,7 +64,6 @@ TEST_F(Transactions, RowsAreThereForTheirOwnStatements) {
         visits.MoveFirst();
         SetHours(visits, 99);
     }
-    small->RefreshCache();
     EXPECT_EQ(visits.Get("hrs"), Value(8.0));
     EXPECT_THAT(RowsOf(*small, "select hrs from visits where client = 'gone' or hrs = 99"), ElementsAre());
 }

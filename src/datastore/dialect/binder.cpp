@@ -136,6 +136,19 @@ class SelectBinder {
                 names_.Bind(item.expression);
         }
         names_.AllowAggregates(false);
+        if (select_.distinct)
+            CheckSelected();
+    }
+
+    /// One row of the result may stand for many of the tables', which have no one place in another order.
+    void CheckSelected() const {
+        for (const OrderItem& order : select_.orderBy)
+            if (std::none_of(select_.items.begin(), select_.items.end(), [&](const SelectItem& item) {
+                    return SameExpression(*item.expression, *order.expression);
+                }))
+                throw EngineError(engine_error::kOrderNotSelected,
+                                  "The ORDER BY clause conflicts with DISTINCT: it orders by what is not "
+                                  "selected.");
     }
 
     ExpressionPtr ItemAt(const Value& position) const {

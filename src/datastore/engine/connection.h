@@ -108,8 +108,6 @@ class Connection {
     /// What Stamp needs to know of the tables; it lives as long as the connection.
     virtual TableWatch Watch(const std::vector<const TableInfo*>& /*tables*/) { return {}; }
     std::int64_t Stamp() { return Stamp(TableWatch()); }
-    /// What was read before counts as old from now on; for an engine that can't tell by itself.
-    virtual void RefreshCache() {}
     virtual std::vector<std::string> CheckIntegrity() = 0;
     /// Many rows came at once: the engine learns how its tables look now, to find the short ways through
     /// them.

@@ -266,9 +266,7 @@ std::string Generator::Writer::Written(const Expression& expression, const Colum
         return engine_.Placeholder(parameters.size(), ValueType::Null);
     }
     if (const auto* constant = std::get_if<Constant>(&expression.node))
-        return column.counter && constant->value.IsNull() && engine_.FillsCounters()
-                   ? "DEFAULT"
-                   : engine_.ColumnConstant(constant->value);
+        return engine_.ColumnConstant(constant->value);
     if (std::holds_alternative<ColumnName>(expression.node))
         return Plain(expression);
     const bool fitted = std::holds_alternative<FitColumn>(expression.node);
@@ -447,7 +445,8 @@ EngineSql Generator::Select(const dialect::Select& select, const SelectForm& for
         const auto place = static_cast<std::size_t>(field);
         const Expression& expression = *select.items[place].expression;
         if (!form.into.empty())
-            columns.push_back(writer.Written(expression, *form.into[place]));
+            columns.push_back(CounterOrNext(*form.target, *form.into[place],
+                                            writer.Written(expression, *form.into[place])));
         else if (select.distinct || select.aggregated)
             columns.push_back(writer.Compared(expression));  // as it is grouped by
         else
@@ -556,7 +555,7 @@ EngineSql Generator::Insert(const dialect::Insert& insert, const ColumnInfo* cou
         const ColumnInfo& column = table.columns[static_cast<std::size_t>(assignment.column)];
         columns.push_back(Name(column.name));
         if (!insert.query)
-            values.push_back(writer.Written(*assignment.value, column));
+            values.push_back(CounterOrNext(table, column, writer.Written(*assignment.value, column)));
     }
     const std::string into = fmt::format("INSERT INTO {} ({}) ", Name(table.name), Join(columns, ", "));
     if (!insert.query)
@@ -564,6 +563,7 @@ EngineSql Generator::Insert(const dialect::Insert& insert, const ColumnInfo* cou
 
     SelectForm form;
     form.fields = AllFields(*insert.query);
+    form.target = &table;
     for (const Assignment& assignment : insert.assignments)
         form.into.push_back(&table.columns[static_cast<std::size_t>(assignment.column)]);
     EngineSql rows = Select(*insert.query, form);
@@ -575,6 +575,14 @@ EngineSql Generator::Insert(const dialect::Insert& insert, const ColumnInfo* cou
     }
     rows.text = into + rows.text;
     return rows;
+}
+
+/// A value on its way into a column of an added row.
+std::string Generator::CounterOrNext(const TableInfo& table, const ColumnInfo& column,
+                                     const std::string& value) const {
+    return column.counter && FillsCounters()
+               ? fmt::format("coalesce({}, {})", value, NextCounter(table, column))
+               : value;
 }
 
 EngineSql Generator::Update(const dialect::Update& update) const {

@@ -30,7 +30,8 @@ struct SelectForm {
     bool behindKey = false;                         ///< only keys above the one given, of a one-table query
     int amongKeys = 0;                              ///< only those so many keys given, of a one-table query
     std::optional<long> limit;
-    /// The columns that the fields are written to, of a query that gives an INSERT its rows.
+    /// The table and its columns that the fields are written to, of a query that gives an INSERT its rows.
+    const TableInfo* target = nullptr;
     std::vector<const ColumnInfo*> into;
 };
 
@@ -62,10 +63,18 @@ class Generator {
 
     /// A table's or column's name as the engine's statements hold it.
     virtual std::string Name(std::string_view name) const { return Quoted(name); }
-    /// The engine fills a counter that an INSERT leaves out.
+    /// The engine fills a counter that an INSERT leaves out. One that a row brings as Null is filled by
+    /// either engine, by this one with what NextCounter says.
     virtual bool FillsCounters() const { return false; }
 
+  protected:
+    virtual std::string NextCounter(const TableInfo& /*table*/, const ColumnInfo& /*column*/) const {
+        return {};
+    }
+
   private:
+    std::string CounterOrNext(const TableInfo& table, const ColumnInfo& column,
+                              const std::string& value) const;
     std::string InsertNamed(const TableInfo& table, std::span<const std::size_t> columns,
                             std::string_view more) const;
 

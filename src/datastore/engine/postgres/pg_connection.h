@@ -18,8 +18,8 @@ namespace kv::postgres {
 /// The engine for many seats: one schema of a server's database.
 ///
 /// Nobody tells a seat what the others write, so what was read counts as live for a quarter of a second and
-/// is then read anew; what this connection writes itself to a table, a row of it that is taken for editing
-/// and Database::RefreshCache make it old at once.
+/// is then read anew; what this connection writes itself to a table, and a row of it that is taken for
+/// editing, make it old at once.
 class PgConnection : public Connection {
   public:
     /// Connects and reads the tables.
@@ -63,7 +63,6 @@ class PgConnection : public Connection {
 
     std::int64_t Stamp(const TableWatch& tables) override;
     TableWatch Watch(const std::vector<const TableInfo*>& tables) override;
-    void RefreshCache() override { ++stamp_; }
     std::vector<std::string> CheckIntegrity() override;
     void LearnTables() override;
 

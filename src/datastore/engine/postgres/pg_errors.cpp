@@ -110,10 +110,14 @@ EngineError ErrorOf(const PGresult* result, const Speller& spelled) {
 }
 
 EngineError NotReached(std::string_view detail) {
-    return {engine_error::kConnectionFailed,
-            fmt::format("The database server can't be reached: {}. What is on the screen is kept; please try "
-                        "again when the server answers.",
-                        Words(detail))};
+    // The server's own word: it is there, but this user, this database or one more seat is not welcome.
+    const bool turnedAway = detail.find("FATAL:") != std::string_view::npos;
+    return {
+        engine_error::kConnectionFailed,
+        fmt::format("The database server {}: {}. What is on the screen is kept; please try again when the "
+                    "server {}.",
+                    turnedAway ? "does not let this program in" : "can't be reached", Words(detail),
+                    turnedAway ? "does" : "answers")};
 }
 
 EngineError ConnectionLost(std::string_view detail, bool writing) {

@@ -103,6 +103,11 @@ std::string PgGenerator::Name(std::string_view name) const {
     return Generator::Quoted(Lower(name));
 }
 
+std::string PgGenerator::NextCounter(const TableInfo& table, const ColumnInfo& column) const {
+    return fmt::format("nextval(pg_get_serial_sequence({}, {}))", postgres::Quoted(Name(table.name)),
+                       postgres::Quoted(Lower(column.name)));
+}
+
 std::string PgGenerator::Placeholder(std::size_t place, ValueType type) const {
     return fmt::format("${}{}", place, CastOf(type));
 }

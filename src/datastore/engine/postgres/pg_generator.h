@@ -12,6 +12,7 @@ class PgGenerator : public Generator {
     bool FillsCounters() const override { return true; }
 
   protected:
+    std::string NextCounter(const TableInfo& table, const ColumnInfo& column) const override;
     std::string Placeholder(std::size_t place, ValueType type) const override;
     bool SeparatesTypes() const override { return true; }
     std::string ColumnNumber(const std::string& column, ColumnType type) const override;
