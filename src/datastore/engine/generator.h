@@ -68,18 +68,11 @@ class Generator {
     virtual bool FillsCounters() const { return false; }
 
   protected:
+    class Writer;
+
     virtual std::string NextCounter(const TableInfo& /*table*/, const ColumnInfo& /*column*/) const {
         return {};
     }
-
-  private:
-    std::string CounterOrNext(const TableInfo& table, const ColumnInfo& column,
-                              const std::string& value) const;
-    std::string InsertNamed(const TableInfo& table, std::span<const std::size_t> columns,
-                            std::string_view more) const;
-
-  protected:
-    class Writer;
 
     /// The placeholder of the value that stands at that place of the list, counted from 1. `type` is what it
     /// is compared or calculated as; Null for one whose column tells.
@@ -114,6 +107,12 @@ class Generator {
     /// A condition as the number -1 or 0.
     virtual std::string ConditionAsNumber(const std::string& condition) const = 0;
     virtual std::string ConstantText(const Value& value) const = 0;
+
+  private:
+    std::string CounterOrNext(const TableInfo& table, const ColumnInfo& column,
+                              const std::string& value) const;
+    std::string InsertNamed(const TableInfo& table, std::span<const std::size_t> columns,
+                            std::string_view more) const;
 };
 
 }  // namespace kv
