@@ -89,7 +89,7 @@ struct SharedColumns {
 
 TableDigest CopyRows(Database& source, const TableInfo& from, Database& target, const TableInfo& to,
                      const SharedColumns& shared) {
-    Recordset rows = source.OpenRecordset(RowsInKeyOrder(from, shared.names), RecordsetType::Snapshot);
+    Recordset rows = source.OpenRecordset(AllRows(from, shared.names));
     RowWriter writer(target, to, shared.places);
     TableDigest digest;
     DigestedRow row;
@@ -109,7 +109,7 @@ TableDigest CopyRows(Database& source, const TableInfo& from, Database& target, 
 }
 
 TableDigest DigestOf(Database& database, const TableInfo& table, const SharedColumns& shared) {
-    Recordset rows = database.OpenRecordset(RowsInKeyOrder(table, shared.names), RecordsetType::Snapshot);
+    Recordset rows = database.OpenRecordset(AllRows(table, shared.names));
     TableDigest digest;
     DigestedRow row;
     for (; !rows.Eof(); rows.MoveNext()) {

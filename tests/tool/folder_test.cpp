@@ -165,6 +165,29 @@ TEST(Copy, OneThatWasBrokenOffIsMadeAgain) {
     EXPECT_EQ(folder.Run({"copy", "--to", road.string()}).status, 1) << "and counts as made now";
 }
 
+/// More rows than are read at once, with and without a counter, numbers missing among them.
+TEST(Copy, TakesLongTablesWhole) {
+    const ToolFolder folder;
+    constexpr int kRows = 3000;
+    std::string visits = "sequence,client\n";
+    std::string codes = "code,description\n";
+    for (int row = 0; row < kRows; ++row) {
+        visits += std::to_string(7 * row + 1) + "," + std::to_string(row % 100) + "\n";
+        codes += "Q" + std::to_string(kRows - row) + ",x\n";
+    }
+    folder.Do({"load", "sch_day", folder.Write("visits.csv", visits)});
+    folder.Do({"load", "language", "--db", "main", folder.Write("codes.csv", codes)});
+    folder.Do({"sql", "delete * from sch_day where sequence > 5000 and sequence < 12000"});
+    folder.Do({"sql", "--db", "main", "delete * from [language] where code like 'Q1*'"});
+    const std::string road = folder.Path("road").string();
+    folder.Run({"copy", "--to", road});
+    EXPECT_EQ(folder.Run({"dump", "sch_day", "--db", road + "/kestrava.mdb"}).out,
+              folder.Run({"dump", "sch_day"}).out);
+    EXPECT_EQ(folder.Run({"dump", "language", "--db", road + "/main.mdb"}).out,
+              folder.Run({"dump", "language", "--db", "main"}).out);
+    EXPECT_EQ(folder.Rows("select count(*) from sch_day", road + "/kestrava.mdb"), "[[2000]]");
+}
+
 TEST(Check, FindsWhatTheRulesForbid) {
     struct Case {
         std::string database, statement;
