@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "datastore/schema.h"
 #include "session/data_folder.h"
+#include "session/ini_file.h"
 #include "session/ini_text.h"
 #include "tool/command.h"
 #include "tool/scratch_folder.h"
@@ -17,7 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kIniFile = "KESTRAVA.INI";
 /// A copy counts as made when this database is there: it is the first to go and the last to come.
 constexpr const char* kLastMoved = "kestrava";
 
@@ -92,8 +92,8 @@ class FolderTarget final : public CopyTarget {
 
     /// A road copy works on its own files, not on the server that the office's INI file names.
     void CopyIni(const fs::path& from) const {
-        const auto content = ReadFile(FindNoCase(from, kIniFile));
-        const fs::path target = FindNoCase(to_, kIniFile);
+        const auto content = ReadFile(IniOf(from).File());
+        const fs::path target = IniOf(to_).File();
         if (!content || fs::exists(target))
             return;
         IniText text(*content);
