@@ -4,6 +4,7 @@
 
 #include "base/platform.h"
 #include "base/text.h"
+#include "datastore/connection_text.h"
 #include "datastore/schema.h"
 #include "session/ini_file.h"
 
@@ -77,7 +78,17 @@ std::string ServerOf(const std::filesystem::path& folder) {
         throw EngineError(
             engine_error::kCannotOpenFile,
             "The file '" + ini.File().string() + "' can't be read. It tells where the databases are.");
-    return ini.Get("Database", "Server", "", kLongest);
+    std::string server = ini.Get("Database", "Server", "", kLongest);
+    RefusePassword(server, "The key Server in '" + ini.File().string() + "'");
+    return server;
+}
+
+void RefusePassword(const std::string& server, const std::string& where) {
+    if (ReadConnectionText(server).holdsPassword)
+        throw EngineError(engine_error::kCannotOpenFile,
+                          where +
+                              " holds a password, which others could read there. Please take it out: each "
+                              "user's password belongs into the user's own file ~/.pgpass.");
 }
 
 DatabasePlace PlaceOf(const std::filesystem::path& folder, std::string_view name) {

@@ -16,8 +16,11 @@ std::string DatabaseFile(const std::string& name);
 DatabasePlace PlaceOf(const std::filesystem::path& folder, std::string_view name);
 /// The databases that all seats work on, without tempassign, the template of a seat's private copies.
 const std::vector<std::string>& SharedDatabases();
-/// The server that KESTRAVA.INI names, or the empty text.
+/// The server that KESTRAVA.INI names, or the empty text. Throws EngineError 3051 where the file can't be
+/// read or holds a password.
 std::string ServerOf(const std::filesystem::path& folder);
+/// Throws EngineError 3051 where a connection string holds a password. `where`: what the words call it.
+void RefusePassword(const std::string& server, const std::string& where);
 
 /// Makes the data folder and what it lacks of its databases, each empty but for main, which gets one Agency
 /// row with workable defaults; and KESTRAVA.INI with the country ("US" or "CANADA"). What exists is

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <optional>
-#include <set>
+
+#include <fmt/format.h>
 
 #include "base/platform.h"
 #include "base/text.h"
+#include "datastore/connection_text.h"
 #include "datastore/schema.h"
 #include "session/data_folder.h"
 #include "session/ini_file.h"
@@ -157,15 +159,27 @@ class ServerTarget final : public CopyTarget {
     bool begun_ = false;
 };
 
-/// A folder's name holds no equals sign, and no scheme.
+/// A folder's name may look like a connection string.
 bool IsServer(const std::string& to) {
-    return to.find('=') != std::string::npos || to.find("://") != std::string::npos;
+    const bool address = to.find("://") != std::string::npos;
+    if ((!address && to.find('=') == std::string::npos) || fs::is_directory(NativePath(to)))
+        return false;
+    const ConnectionText read = ReadConnectionText(to);
+    const bool path = !address && to.find_first_of("/\\") != std::string::npos;
+    if (!read.meant && path)
+        return false;
+    if (!read.fault.empty())
+        throw Refused(fmt::format(
+            "The target names no database server: {}. A folder's name is written with './' before it",
+            read.fault));
+    return true;
 }
 
 }  // namespace
 
 std::unique_ptr<CopyTarget> MakeCopyTarget(const std::string& to, const fs::path& from) {
     if (IsServer(to)) {
+        RefusePassword(to, "The connection string");
         if (ServerOf(from) == to)
             throw Refused("A database server can't be copied to itself");
         return std::make_unique<ServerTarget>(to);

@@ -31,7 +31,8 @@ class CopyTarget {
 };
 
 /// `to`: a data folder, or a connection string of a database server ("host=db dbname=agency",
-/// "postgresql://db/agency").
+/// "postgresql://db/agency"). A folder that is there is never taken for a server. Throws Refused for what is
+/// neither, and EngineError for a password in the connection string.
 std::unique_ptr<CopyTarget> MakeCopyTarget(const std::string& to, const std::filesystem::path& from);
 
 }  // namespace kv::tool

@@ -223,5 +223,26 @@ TEST(DataFolder, IsMadeOnceAndLeftAlone) {
     EXPECT_EQ(IniFile(data / "KESTRAVA.INI").Get("Kestrava System", "Country", ""), "CANADA");
 }
 
+TEST(DataFolder, NamesAServerWithoutAPassword) {
+    const test::TempFolder folder;
+    const IniFile ini(folder.Path() / "Kestrava.ini");
+    ini.Set("Database", "Server", "host=db dbname=agency user=agency");
+    EXPECT_EQ(PlaceOf(folder.Path(), "main.mdb").server, "host=db dbname=agency user=agency");
+    EXPECT_EQ(PlaceOf(folder.Path(), "tempassign").server, "") << "each seat's own";
+    for (const char* server :
+         {"host=db dbname=agency password=secret", "postgresql://agency:secret@db/agency"}) {
+        ini.Set("Database", "Server", server);
+        try {
+            PlaceOf(folder.Path(), "kestrava");
+            ADD_FAILURE() << "taken: " << server;
+        } catch (const EngineError& error) {
+            EXPECT_EQ(error.Number(), engine_error::kCannotOpenFile);
+            EXPECT_THAT(error.Description(), testing::HasSubstr(ini.File().string()));
+            EXPECT_THAT(error.Description(), testing::HasSubstr(".pgpass"));
+            EXPECT_THAT(error.Description(), Not(testing::HasSubstr("secret")));
+        }
+    }
+}
+
 }  // namespace
 }  // namespace kv
