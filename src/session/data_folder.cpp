@@ -103,8 +103,24 @@ DatabasePlace PlaceOf(const std::filesystem::path& folder, std::string_view name
     return FindNoCase(folder, file.has_extension() ? file.string() : DatabaseFile(stem));
 }
 
+std::filesystem::path CopyMark(const std::filesystem::path& folder) {
+    return folder / ".kvtool-moving";
+}
+
+bool HoldsBrokenCopy(const std::filesystem::path& folder) {
+    return std::filesystem::exists(CopyMark(folder)) &&
+           !std::filesystem::exists(FindNoCase(folder, DatabaseFile(kLastMoved)));
+}
+
 std::vector<std::string> InitDataFolder(Workspace& workspace, const std::filesystem::path& folder,
                                         const std::string& country) {
+    // Empty databases beside some of the real ones would pass for the agency.
+    if (HoldsBrokenCopy(folder))
+        throw EngineError(engine_error::kCannotOpenFile,
+                          "A copy to '" + folder.string() +
+                              "' was broken off and only some of its databases are there. Run 'kvtool copy' "
+                              "to this folder again. For an empty agency remove the databases and '" +
+                              CopyMark(folder).filename().string() + "' from it first.");
     std::filesystem::create_directories(folder);
     std::vector<std::string> created;
     for (const std::string& name : SchemaNames()) {

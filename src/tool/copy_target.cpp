@@ -20,9 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A copy counts as made when this database is there: it is the first to go and the last to come.
-constexpr const char* kLastMoved = "kestrava";
-
 /// Nothing in it but what `init` makes.
 bool IsFresh(Workspace& workspace, const DatabasePlace& place) {
     const DatabasePtr database = workspace.OpenDatabase(place, SchemaCheck::Ignored);
@@ -47,7 +44,7 @@ class FolderTarget final : public CopyTarget {
     void RefuseUsed(Workspace& workspace) const override {
         if (!ServerOf(to_).empty())
             throw Refused(to_.string() + " works on a database server; name another folder, or the server");
-        if (WasInterrupted())
+        if (HoldsBrokenCopy(to_))
             return;  // what stands there comes from the copy that was broken off
         for (const std::string& name : SchemaNames()) {
             const fs::path file = FileOf(name);
@@ -67,20 +64,18 @@ class FolderTarget final : public CopyTarget {
 
     void Finish(const fs::path& from) override {
         CopyIni(from);
-        ReplaceFile(Mark(), "A copy is being put in its place here.\n");
+        ReplaceFile(CopyMark(to_), "A copy is being put in its place here.\n");
         const std::vector<std::string> names = InMovingOrder(SchemaNames());
         std::for_each(names.rbegin(), names.rend(),
                       [&](const std::string& name) { Workspace::DropDatabase(FileOf(name)); });
         for (const std::string& name : names)
             MoveIn(name);
-        fs::remove(Mark());
+        fs::remove(CopyMark(to_));
         scratch_.reset();
     }
 
   private:
-    fs::path Mark() const { return to_ / ".kvtool-moving"; }
     fs::path FileOf(const std::string& name) const { return FindNoCase(to_, DatabaseFile(name)); }
-    bool WasInterrupted() const { return fs::exists(Mark()) && !fs::exists(FileOf(kLastMoved)); }
 
     /// The file goes last, so that it never stands there without what belongs to it.
     void MoveIn(const std::string& name) const {

@@ -244,5 +244,25 @@ TEST(DataFolder, NamesAServerWithoutAPassword) {
     }
 }
 
+TEST(DataFolder, IsNotMadeEmptyWhereACopyWasBrokenOff) {
+    const test::TempFolder folder;
+    const std::filesystem::path& data = folder.Path();
+    Workspace workspace;
+    InitDataFolder(workspace, data, "US");
+    std::filesystem::rename(data / "kestrava.mdb", data / "scratch");
+    ReplaceFile(CopyMark(data), "");
+    try {
+        InitDataFolder(workspace, data, "US");
+        ADD_FAILURE() << "an empty agency was made";
+    } catch (const EngineError& error) {
+        EXPECT_THAT(error.Description(), testing::HasSubstr("kvtool copy"));
+        EXPECT_THAT(error.Description(), testing::HasSubstr(CopyMark(data).filename().string()));
+    }
+    EXPECT_FALSE(std::filesystem::exists(data / "kestrava.mdb"));
+    // Broken off behind the last step all of it is there.
+    std::filesystem::rename(data / "scratch", data / "KESTRAVA.MDB");
+    EXPECT_THAT(InitDataFolder(workspace, data, "US"), IsEmpty());
+}
+
 }  // namespace
 }  // namespace kv

@@ -224,6 +224,20 @@ TEST(Copy, TakesLongTablesWhole) {
     EXPECT_EQ(folder.Rows("select count(*) from sch_day", road + "/kestrava.mdb"), "[[2000]]");
 }
 
+TEST(Init, AndDemoMakeNoAgencyWhereACopyWasBrokenOff) {
+    if (TestServer::Wanted())
+        GTEST_SKIP() << "about files";
+    const ToolFolder folder;
+    std::filesystem::remove(folder.Data("kestrava.mdb"));
+    ReplaceFile(CopyMark(folder.Path("data")), "");
+    for (const char* command : {"init", "demo"}) {
+        const Answer answer = folder.Run({command});
+        EXPECT_EQ(answer.status, 1);
+        EXPECT_THAT(answer.err, HasSubstr("was broken off")) << command;
+        EXPECT_FALSE(std::filesystem::exists(folder.Data("kestrava.mdb")));
+    }
+}
+
 TEST(Check, FindsWhatTheRulesForbid) {
     struct Case {
         std::string database, statement;
