@@ -166,7 +166,6 @@ CopyCounts CopyDatabase(Workspace& workspace, const DatabasePlace& from, const D
 CopyCounts CopyDataFolder(Workspace& workspace, const fs::path& from, const std::string& to,
                           Progress& progress) {
     const std::unique_ptr<CopyTarget> target = MakeCopyTarget(to, from);
-    target->RefuseUsed(workspace);
     target->Begin();
     CopyCounts counts;
     for (const std::string& name : SchemaNames()) {
@@ -177,8 +176,6 @@ CopyCounts CopyDataFolder(Workspace& workspace, const fs::path& from, const std:
         counts.tables += added.tables;
         counts.rows += added.rows;
     }
-    // A seat may have begun to work there meanwhile.
-    target->RefuseUsed(workspace);
     target->Finish(from);
     return counts;
 }

@@ -8,6 +8,7 @@
 #include "base/platform.h"
 #include "base/text.h"
 #include "datastore/connection_text.h"
+#include "datastore/replacing.h"
 #include "datastore/schema.h"
 #include "session/data_folder.h"
 #include "session/ini_file.h"
@@ -20,42 +21,27 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Nothing in it but what `init` makes.
-bool IsFresh(Workspace& workspace, const DatabasePlace& place) {
-    const DatabasePtr database = workspace.OpenDatabase(place, SchemaCheck::Ignored);
-    const auto isFresh = [&](const std::string& table) {
-        const long most = EqualsNoCase(table, "Agency") ? 1 : 0;
-        return database->Lookup("select count(*) from [" + table + "]").ToInteger() <= most;
-    };
-    const std::vector<std::string> names = database->Tables().Names();
-    return std::all_of(names.begin(), names.end(), isFresh);
-}
-
-/// The databases with the one that is moved last behind all others.
-std::vector<std::string> InMovingOrder(std::vector<std::string> names) {
-    std::stable_partition(names.begin(), names.end(), [](const auto& name) { return name != kLastMoved; });
-    return names;
+/// A table may hold what `init` makes and nothing else.
+void RefuseRows(const std::string& database, const std::string& table, long rows) {
+    const long most = EqualsNoCase(table, "Agency") ? 1 : 0;
+    if (rows > most)
+        throw Refused(fmt::format(
+            "'{}' holds rows already, in the table {}; name an empty data folder or database server",
+            database, table));
 }
 
 class FolderTarget final : public CopyTarget {
   public:
     explicit FolderTarget(fs::path to) : to_(std::move(to)) {}
 
-    void RefuseUsed(Workspace& workspace) const override {
+    void Begin() override {
         if (!ServerOf(to_).empty())
             throw Refused(to_.string() + " works on a database server; name another folder, or the server");
-        if (HoldsBrokenCopy(to_))
-            return;  // what stands there comes from the copy that was broken off
-        for (const std::string& name : SchemaNames()) {
-            const fs::path file = FileOf(name);
-            if (fs::exists(file) && !IsFresh(workspace, file))
-                throw Refused(file.string() + " holds rows already; name an empty data folder");
-        }
-    }
-
-    void Begin() override {
+        Look(HeldFiles(Present()));
         fs::create_directories(to_);
         scratch_.emplace(to_);
+        if (scratch_->ClearBeside())
+            throw Refused("Another copy to " + to_.string() + " is under way. Please wait for its end");
     }
     bool Takes(const std::string& /*name*/) const override { return true; }
     DatabasePlace Scratch(const std::string& name) const override {
@@ -63,19 +49,43 @@ class FolderTarget final : public CopyTarget {
     }
 
     void Finish(const fs::path& from) override {
+        HeldFiles held(Present());
+        Look(held);
         CopyIni(from);
         ReplaceFile(CopyMark(to_), "A copy is being put in its place here.\n");
-        const std::vector<std::string> names = InMovingOrder(SchemaNames());
-        std::for_each(names.rbegin(), names.rend(),
-                      [&](const std::string& name) { Workspace::DropDatabase(FileOf(name)); });
-        for (const std::string& name : names)
+        held.Drop();
+        for (const std::string& name : MovingOrder()) {
+            Workspace::DropDatabase(FileOf(name));  // what may lie beside a file that is not there
             MoveIn(name);
+        }
         fs::remove(CopyMark(to_));
         scratch_.reset();
     }
 
   private:
     fs::path FileOf(const std::string& name) const { return FindNoCase(to_, DatabaseFile(name)); }
+
+    static std::vector<std::string> MovingOrder() {
+        std::vector<std::string> names = SchemaNames();
+        std::stable_partition(names.begin(), names.end(),
+                              [](const auto& name) { return name != kLastMoved; });
+        return names;
+    }
+
+    /// The files that are there, the one that is moved last in front.
+    std::vector<fs::path> Present() const {
+        std::vector<fs::path> files;
+        for (const std::string& name : MovingOrder())
+            if (const fs::path file = FileOf(name); fs::exists(file))
+                files.insert(files.begin(), file);
+        return files;
+    }
+
+    void Look(const HeldFiles& files) const {
+        // What stands there of a broken copy comes from the source.
+        if (!HoldsBrokenCopy(to_))
+            files.Look(RefuseRows);
+    }
 
     /// The file goes last, so that it never stands there without what belongs to it.
     void MoveIn(const std::string& name) const {
@@ -114,17 +124,9 @@ class ServerTarget final : public CopyTarget {
         }
     }
 
-    void RefuseUsed(Workspace& workspace) const override {
-        for (const std::string& name : SharedDatabases()) {
-            const DatabasePlace place(server_, name);
-            if (Workspace::HasDatabase(place) && !IsFresh(workspace, place))
-                throw Refused("The server's database '" + name +
-                              "' holds rows already; name an empty database server");
-        }
-    }
-
     void Begin() override {
-        begun_ = true;
+        turn_.emplace(server_);
+        turn_->Try(SharedDatabases(), RefuseRows);
         DropScratch();
     }
     bool Takes(const std::string& name) const override {
@@ -137,8 +139,8 @@ class ServerTarget final : public CopyTarget {
         std::vector<std::pair<std::string, std::string>> moves;
         for (const std::string& name : SharedDatabases())
             moves.emplace_back(ScratchName(name), name);
-        Workspace::MoveDatabases(server_, moves);
-        begun_ = false;
+        turn_->Move(moves, RefuseRows);
+        turn_.reset();
     }
 
   private:
@@ -146,12 +148,12 @@ class ServerTarget final : public CopyTarget {
 
     void DropScratch() const {
         for (const std::string& name : SharedDatabases())
-            if (begun_)
+            if (turn_)
                 Workspace::DropDatabase(Scratch(name));
     }
 
     std::string server_;
-    bool begun_ = false;
+    std::optional<ServerTurn> turn_;  ///< held while the scratch databases may be there
 };
 
 /// A folder's name may look like a connection string.

@@ -7,7 +7,10 @@
 #include "datastore/schema.h"
 #include "session/data_folder.h"
 #include "session/ini_file.h"
+#include "support/other_program.h"
 #include "support/test_server.h"
+#include "tool/command.h"
+#include "tool/copy_target.h"
 #include "tool/schema_script.h"
 #include "tool/tool_run.h"
 
@@ -163,6 +166,87 @@ TEST(Copy, OneThatWasBrokenOffIsMadeAgain) {
     EXPECT_FALSE(std::filesystem::exists(road / ".kvtool-moving"));
     EXPECT_EQ(folder.Rows("select client from clientpr", (road / "kestrava.mdb").string()), R"([["00001"]])");
     EXPECT_EQ(folder.Run({"copy", "--to", road.string()}).status, 1) << "and counts as made now";
+}
+
+/// Where a copy to that folder goes: its server, where it names one.
+std::string TargetOf(const std::filesystem::path& folder) {
+    const std::string server = ServerOf(folder);
+    return server.empty() ? folder.string() : server;
+}
+
+/// What a copy makes beside its place.
+void MakeScratch(const tool::CopyTarget& target) {
+    Workspace workspace;
+    for (const std::string& name : SchemaNames())
+        if (target.Takes(name))
+            workspace.CreateDatabase(target.Scratch(name), SchemaScript(name));
+}
+
+TEST(Copy, WhatIsEnteredMeanwhileStays) {
+    const ToolFolder folder;
+    const std::filesystem::path office = folder.Path("office");
+    test::CopyFreshData(office);
+    const DatabasePlace place = PlaceOf(office, "kestrava");
+    auto target = tool::MakeCopyTarget(TargetOf(office), folder.Path("data"));
+    target->Begin();
+    MakeScratch(*target);
+    const auto finish = [&] { target->Finish(folder.Path("data")); };
+    {
+        Workspace seat;
+        const DatabasePtr entered = seat.OpenDatabase(place);
+        if (!TestServer::Wanted()) {
+            // What is entered there next would be lost with the file.
+            EXPECT_THAT(finish, testing::ThrowsMessage<EngineError>(HasSubstr("is open in another program")));
+        }
+        entered->Execute("insert into clientpr (client) values ('00009')");
+    }
+    EXPECT_THAT(finish, testing::ThrowsMessage<tool::Refused>(HasSubstr("holds rows already, in the table")));
+    target.reset();
+    EXPECT_EQ(Workspace().OpenDatabase(place)->Lookup("select client from clientpr"), Value("00009"));
+    EXPECT_FALSE(Workspace::HasDatabase(DatabasePlace(ServerOf(office), "kv_copy_kestrava")));
+    for (const auto& entry : std::filesystem::directory_iterator(office))
+        EXPECT_NE(entry.path().filename().string().substr(0, 7), ".kvtool") << "nothing of the copy is left";
+    test::DropServerData(office);
+}
+
+TEST(Copy, IsMadeByOneProgramAtATime) {
+    const ToolFolder folder;
+    const std::filesystem::path office = folder.Path("office");
+    test::CopyFreshData(office);
+    const std::filesystem::path killed = office / ".kvtool-0123abcd";
+    std::filesystem::create_directory(killed);
+    ReplaceFile(killed / "kestrava.mdb", "what a program left that was killed");
+    {
+        const auto other = tool::MakeCopyTarget(TargetOf(office), folder.Path("data"));
+        other->Begin();
+        MakeScratch(*other);
+        const Answer answer = folder.Run({"copy", "--to", TargetOf(office)});
+        EXPECT_EQ(answer.status, 1);
+        EXPECT_THAT(answer.err, testing::ContainsRegex("Another copy to .* is under way"));
+        other->Finish(folder.Path("data"));
+    }
+    EXPECT_EQ(folder.Run({"copy", "--to", TargetOf(office)}).status, 0);
+    EXPECT_EQ(std::filesystem::exists(killed), TestServer::Wanted());
+    test::DropServerData(office);
+}
+
+TEST(Copy, WhatOthersBuiltOnTheServerIsNamedFirst) {
+    if (!TestServer::Wanted())
+        GTEST_SKIP() << "about the server";
+    const ToolFolder folder;
+    const std::filesystem::path office = folder.Path("office");
+    test::CopyFreshData(office);
+    const std::string server = ServerOf(office);
+    test::OtherProgram reports(server);
+    reports.Ask("create view public.names as select lastname from kestrava_views.clientpr");
+    const Answer answer = folder.Run({"copy", "--to", server});
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_THAT(answer.err, HasSubstr("view public.names depends on view kestrava_views.clientpr"));
+    EXPECT_THAT(answer.err, testing::Not(HasSubstr("Copying"))) << "before the long work";
+    EXPECT_EQ(reports.Ask("select count(*) from public.names"), "0");
+    reports.Ask("drop view public.names");
+    EXPECT_EQ(folder.Run({"copy", "--to", server}).status, 0);
+    test::DropServerData(office);
 }
 
 TEST(Copy, KnowsAFolderFromAServer) {
