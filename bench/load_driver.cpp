@@ -238,25 +238,23 @@ class Seat {
 /// The agency in a folder of its own, and the seats on it.
 class Load {
   public:
-    explicit Load(const Plan& plan)
-        : plan_(plan), folder_(fs::temp_directory_path() / fmt::format("kv_load_{}", ::getpid())) {
+    explicit Load(const Plan& plan) : plan_(plan), place_(fs::temp_directory_path()), folder_(place_.Path()) {
         fs::create_directories(folder_ / "data");
         if (plan.server) {
             test::TestServer::OnDisk().MakeDatabase("agency");
             IniFile(folder_ / "data" / "KESTRAVA.INI")
                 .Set("Database", "Server", test::TestServer::OnDisk().Connection("agency"));
         }
-        Tool({"init"});
-        Tool({"demo", "--clients", std::to_string(plan.clients), "--caregivers",
-              std::to_string(plan.caregivers)});
-        Tool({"login", "--user", "LOAD"});
-        Tool({"sql", "create table load_count (place LONG, number LONG)"});
+        Prepare({"init"});
+        Prepare({"demo", "--clients", std::to_string(plan.clients), "--caregivers",
+                 std::to_string(plan.caregivers)});
+        Prepare({"login", "--user", "LOAD"});
+        Prepare({"sql", "create table load_count (place LONG, number LONG)"});
         for (int place = 0; place < kSharedRows; ++place) {
-            Tool({"sql", fmt::format("insert into load_count values ({}, 0)", place)});
+            Prepare({"sql", fmt::format("insert into load_count values ({}, 0)", place)});
         }
-        worked_ = Rows(kWorkedVisits);
+        worked_ = Prepare({"sql", kWorkedVisits});
     }
-    ~Load() { fs::remove_all(folder_); }
     Load(const Load&) = delete;
     Load& operator=(const Load&) = delete;
 
@@ -330,18 +328,29 @@ class Load {
                    "order by random() limit 1"));
     }
 
-    std::string Tool(std::vector<std::string> arguments) const {
+    struct Answer {
+        int status;
+        std::string words;  ///< behind what it printed, where it failed
+    };
+    Answer Tool(const std::vector<std::string>& arguments) const {
         std::vector<std::string> all = {"--data", (folder_ / "data").string(), "--settings",
                                         (folder_ / "settings.ini").string()};
         all.insert(all.end(), arguments.begin(), arguments.end());
         std::ostringstream out;
         std::ostringstream err;
-        if (RunTool(all, out, err) != 0) {
-            return out.str() + err.str();
-        }
-        return out.str();
+        const int status = RunTool(all, out, err);
+        return {status, status == 0 ? out.str() : out.str() + err.str()};
     }
-    std::string Rows(const std::string& statement) const { return Tool({"sql", statement}); }
+    /// A step without which nothing can be measured.
+    std::string Prepare(const std::vector<std::string>& arguments) const {
+        Answer answer = Tool(arguments);
+        if (answer.status != 0) {
+            throw std::runtime_error(arguments.front() + " failed: " + answer.words);
+        }
+        return std::move(answer.words);
+    }
+    /// The rows of a statement; a failure's words, which are no rows that are looked for.
+    std::string Rows(const std::string& statement) const { return Tool({"sql", statement}).words; }
 
     /// A seat from its start on; one that finds the server down tries again, as its operator does.
     int Play(int seat, unsigned seed, Clock::time_point end) const {
@@ -416,7 +425,8 @@ class Load {
             std::cout << "FAILED: " << what << '\n';
             sound = false;
         };
-        if (const std::string problems = Tool({"check"}); Trim(problems).rfind("{\"problems\":[]}", 0) != 0) {
+        if (const std::string problems = Tool({"check"}).words;
+            Trim(problems).rfind("{\"problems\":[]}", 0) != 0) {
             fail(problems);
         }
         sound = CheckVisits() && sound;
@@ -453,6 +463,7 @@ class Load {
     }
 
     Plan plan_;
+    test::TempFolder place_;
     fs::path folder_;
     std::map<int, pid_t> children_;
     std::string worked_;
@@ -477,5 +488,10 @@ int main(int argc, char** argv) {
     app.add_option("--clients", plan.clients, "Clients of the made-up agency");
     app.add_option("--caregivers", plan.caregivers, "Its caregivers");
     CLI11_PARSE(app, argc, argv);
-    return kv::Load(plan).Run() ? 0 : 1;
+    try {
+        return kv::Load(plan).Run() ? 0 : 1;
+    } catch (const std::exception& failure) {
+        std::cerr << failure.what() << '\n';
+        return 1;
+    }
 }

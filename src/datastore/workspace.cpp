@@ -82,11 +82,6 @@ void Workspace::DropDatabase(const DatabasePlace& place) {
         sqlite::Drop(FilePath(place.file));
 }
 
-void Workspace::MoveDatabases(const std::string& server,
-                              const std::vector<std::pair<std::string, std::string>>& moves) {
-    postgres::MoveAll(server, moves);
-}
-
 void Workspace::SetClock(std::function<Date()> now) {
     connections_->clock = std::move(now);
 }

@@ -6,7 +6,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "datastore/catalogue.h"
@@ -123,9 +122,6 @@ class Workspace {
     static bool HasDatabase(const DatabasePlace& place);
     /// Takes a schema of this program, or a file with all that lies beside it, away. Nobody has it open.
     static void DropDatabase(const DatabasePlace& place);
-    /// Puts databases of one server in the place of others, all at once or none: schema names, from and to.
-    static void MoveDatabases(const std::string& server,
-                              const std::vector<std::pair<std::string, std::string>>& moves);
     /// What now() and date() answer in the statements of databases opened from now on; the system's time
     /// without it.
     void SetClock(std::function<Date()> now);

@@ -28,4 +28,8 @@ void IniFile::Set(std::string_view section, std::string_view key, std::string_vi
     ReplaceFile(file_, text.ToText());
 }
 
+IniFile IniOf(const std::filesystem::path& folder) {
+    return IniFile(FindNoCase(folder, "KESTRAVA.INI"));
+}
+
 }  // namespace kv

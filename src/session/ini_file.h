@@ -21,4 +21,7 @@ class IniFile {
     std::filesystem::path file_;
 };
 
+/// KESTRAVA.INI in a data folder, the case of its name ignored.
+IniFile IniOf(const std::filesystem::path& folder);
+
 }  // namespace kv

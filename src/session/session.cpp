@@ -17,6 +17,10 @@ std::filesystem::path Session::DataFile(std::string_view name) const {
     return place;
 }
 
+IniFile Session::Ini() const {
+    return IniOf(NativePath(DBloc));
+}
+
 DatabasePtr Session::OpenData(std::string_view name) {
     return workspace.OpenDatabase(PlaceOf(NativePath(DBloc), name));
 }

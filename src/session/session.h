@@ -53,7 +53,7 @@ class Session {
     /// Opens a database of the data folder ("kestrava.mdb"), wherever it lies; closed by its opener. Throws
     /// EngineError.
     DatabasePtr OpenData(std::string_view name);
-    IniFile Ini() const { return IniFile(DataFile("KESTRAVA.INI")); }
+    IniFile Ini() const;
     void ShowMessageWindow(const std::string& text, bool beep = false) {
         dialogs.ShowMessageWindow(text, beep);
     }

@@ -42,8 +42,7 @@ std::filesystem::path Context::DataFolder() const {
 }
 
 DatabasePtr Context::OpenDatabase(const std::string& name) const {
-    static const std::vector<std::string> kShortNames = {"kestrava", "main", "archive", "trans"};
-    for (const std::string& known : kShortNames)
+    for (const std::string& known : SharedDatabases())
         if (EqualsNoCase(name, known))
             return session.workspace.OpenDatabase(PlaceOf(DataFolder(), known));
     const std::filesystem::path file = NativePath(name);
@@ -81,7 +80,7 @@ Date TimeArgument(const std::string& text) {
 
 void AddDatabaseOption(CLI::App& command, std::string& name) {
     name = "kestrava";
-    command.add_option("--db", name, "kestrava, main, archive, trans, or a path")->capture_default_str();
+    command.add_option("--db", name, Join(SharedDatabases(), ", ") + ", or a path")->capture_default_str();
 }
 
 }  // namespace kv::tool

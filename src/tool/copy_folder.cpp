@@ -89,7 +89,7 @@ struct SharedColumns {
 
 TableDigest CopyRows(Database& source, const TableInfo& from, Database& target, const TableInfo& to,
                      const SharedColumns& shared) {
-    Recordset rows = source.OpenRecordset(RowsInKeyOrder(from, shared.names), RecordsetType::Snapshot);
+    Recordset rows = source.OpenRecordset(AllRows(from, shared.names));
     RowWriter writer(target, to, shared.places);
     TableDigest digest;
     DigestedRow row;
@@ -109,7 +109,7 @@ TableDigest CopyRows(Database& source, const TableInfo& from, Database& target, 
 }
 
 TableDigest DigestOf(Database& database, const TableInfo& table, const SharedColumns& shared) {
-    Recordset rows = database.OpenRecordset(RowsInKeyOrder(table, shared.names), RecordsetType::Snapshot);
+    Recordset rows = database.OpenRecordset(AllRows(table, shared.names));
     TableDigest digest;
     DigestedRow row;
     for (; !rows.Eof(); rows.MoveNext()) {
@@ -166,7 +166,6 @@ CopyCounts CopyDatabase(Workspace& workspace, const DatabasePlace& from, const D
 CopyCounts CopyDataFolder(Workspace& workspace, const fs::path& from, const std::string& to,
                           Progress& progress) {
     const std::unique_ptr<CopyTarget> target = MakeCopyTarget(to, from);
-    target->RefuseUsed(workspace);
     target->Begin();
     CopyCounts counts;
     for (const std::string& name : SchemaNames()) {
@@ -177,8 +176,6 @@ CopyCounts CopyDataFolder(Workspace& workspace, const fs::path& from, const std:
         counts.tables += added.tables;
         counts.rows += added.rows;
     }
-    // A seat may have begun to work there meanwhile.
-    target->RefuseUsed(workspace);
     target->Finish(from);
     return counts;
 }

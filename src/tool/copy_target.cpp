@@ -2,12 +2,16 @@
 
 #include <algorithm>
 #include <optional>
-#include <set>
+
+#include <fmt/format.h>
 
 #include "base/platform.h"
 #include "base/text.h"
+#include "datastore/connection_text.h"
+#include "datastore/replacing.h"
 #include "datastore/schema.h"
 #include "session/data_folder.h"
+#include "session/ini_file.h"
 #include "session/ini_text.h"
 #include "tool/command.h"
 #include "tool/scratch_folder.h"
@@ -17,46 +21,27 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kIniFile = "KESTRAVA.INI";
-/// A copy counts as made when this database is there: it is the first to go and the last to come.
-constexpr const char* kLastMoved = "kestrava";
-
-/// Nothing in it but what `init` makes.
-bool IsFresh(Workspace& workspace, const DatabasePlace& place) {
-    const DatabasePtr database = workspace.OpenDatabase(place, SchemaCheck::Ignored);
-    const auto isFresh = [&](const std::string& table) {
-        const long most = EqualsNoCase(table, "Agency") ? 1 : 0;
-        return database->Lookup("select count(*) from [" + table + "]").ToInteger() <= most;
-    };
-    const std::vector<std::string> names = database->Tables().Names();
-    return std::all_of(names.begin(), names.end(), isFresh);
-}
-
-/// The databases with the one that is moved last behind all others.
-std::vector<std::string> InMovingOrder(std::vector<std::string> names) {
-    std::stable_partition(names.begin(), names.end(), [](const auto& name) { return name != kLastMoved; });
-    return names;
+/// A table may hold what `init` makes and nothing else.
+void RefuseRows(const std::string& database, const std::string& table, long rows) {
+    const long most = EqualsNoCase(table, "Agency") ? 1 : 0;
+    if (rows > most)
+        throw Refused(fmt::format(
+            "'{}' holds rows already, in the table {}; name an empty data folder or database server",
+            database, table));
 }
 
 class FolderTarget final : public CopyTarget {
   public:
     explicit FolderTarget(fs::path to) : to_(std::move(to)) {}
 
-    void RefuseUsed(Workspace& workspace) const override {
+    void Begin() override {
         if (!ServerOf(to_).empty())
             throw Refused(to_.string() + " works on a database server; name another folder, or the server");
-        if (WasInterrupted())
-            return;  // what stands there comes from the copy that was broken off
-        for (const std::string& name : SchemaNames()) {
-            const fs::path file = FileOf(name);
-            if (fs::exists(file) && !IsFresh(workspace, file))
-                throw Refused(file.string() + " holds rows already; name an empty data folder");
-        }
-    }
-
-    void Begin() override {
+        Look(HeldFiles(Present()));
         fs::create_directories(to_);
         scratch_.emplace(to_);
+        if (scratch_->ClearBeside())
+            throw Refused("Another copy to " + to_.string() + " is under way. Please wait for its end");
     }
     bool Takes(const std::string& /*name*/) const override { return true; }
     DatabasePlace Scratch(const std::string& name) const override {
@@ -64,21 +49,43 @@ class FolderTarget final : public CopyTarget {
     }
 
     void Finish(const fs::path& from) override {
+        HeldFiles held(Present());
+        Look(held);
         CopyIni(from);
-        ReplaceFile(Mark(), "A copy is being put in its place here.\n");
-        const std::vector<std::string> names = InMovingOrder(SchemaNames());
-        std::for_each(names.rbegin(), names.rend(),
-                      [&](const std::string& name) { Workspace::DropDatabase(FileOf(name)); });
-        for (const std::string& name : names)
+        ReplaceFile(CopyMark(to_), "A copy is being put in its place here.\n");
+        held.Drop();
+        for (const std::string& name : MovingOrder()) {
+            Workspace::DropDatabase(FileOf(name));  // what may lie beside a file that is not there
             MoveIn(name);
-        fs::remove(Mark());
+        }
+        fs::remove(CopyMark(to_));
         scratch_.reset();
     }
 
   private:
-    fs::path Mark() const { return to_ / ".kvtool-moving"; }
     fs::path FileOf(const std::string& name) const { return FindNoCase(to_, DatabaseFile(name)); }
-    bool WasInterrupted() const { return fs::exists(Mark()) && !fs::exists(FileOf(kLastMoved)); }
+
+    static std::vector<std::string> MovingOrder() {
+        std::vector<std::string> names = SchemaNames();
+        std::stable_partition(names.begin(), names.end(),
+                              [](const auto& name) { return name != kLastMoved; });
+        return names;
+    }
+
+    /// The files that are there, the one that is moved last in front.
+    std::vector<fs::path> Present() const {
+        std::vector<fs::path> files;
+        for (const std::string& name : MovingOrder())
+            if (const fs::path file = FileOf(name); fs::exists(file))
+                files.insert(files.begin(), file);
+        return files;
+    }
+
+    void Look(const HeldFiles& files) const {
+        // What stands there of a broken copy comes from the source.
+        if (!HoldsBrokenCopy(to_))
+            files.Look(RefuseRows);
+    }
 
     /// The file goes last, so that it never stands there without what belongs to it.
     void MoveIn(const std::string& name) const {
@@ -92,8 +99,8 @@ class FolderTarget final : public CopyTarget {
 
     /// A road copy works on its own files, not on the server that the office's INI file names.
     void CopyIni(const fs::path& from) const {
-        const auto content = ReadFile(FindNoCase(from, kIniFile));
-        const fs::path target = FindNoCase(to_, kIniFile);
+        const auto content = ReadFile(IniOf(from).File());
+        const fs::path target = IniOf(to_).File();
         if (!content || fs::exists(target))
             return;
         IniText text(*content);
@@ -117,17 +124,9 @@ class ServerTarget final : public CopyTarget {
         }
     }
 
-    void RefuseUsed(Workspace& workspace) const override {
-        for (const std::string& name : SharedDatabases()) {
-            const DatabasePlace place(server_, name);
-            if (Workspace::HasDatabase(place) && !IsFresh(workspace, place))
-                throw Refused("The server's database '" + name +
-                              "' holds rows already; name an empty database server");
-        }
-    }
-
     void Begin() override {
-        begun_ = true;
+        turn_.emplace(server_);
+        turn_->Try(SharedDatabases(), RefuseRows);
         DropScratch();
     }
     bool Takes(const std::string& name) const override {
@@ -140,8 +139,8 @@ class ServerTarget final : public CopyTarget {
         std::vector<std::pair<std::string, std::string>> moves;
         for (const std::string& name : SharedDatabases())
             moves.emplace_back(ScratchName(name), name);
-        Workspace::MoveDatabases(server_, moves);
-        begun_ = false;
+        turn_->Move(moves, RefuseRows);
+        turn_.reset();
     }
 
   private:
@@ -149,23 +148,35 @@ class ServerTarget final : public CopyTarget {
 
     void DropScratch() const {
         for (const std::string& name : SharedDatabases())
-            if (begun_)
+            if (turn_)
                 Workspace::DropDatabase(Scratch(name));
     }
 
     std::string server_;
-    bool begun_ = false;
+    std::optional<ServerTurn> turn_;  ///< held while the scratch databases may be there
 };
 
-/// A folder's name holds no equals sign, and no scheme.
+/// A folder's name may look like a connection string.
 bool IsServer(const std::string& to) {
-    return to.find('=') != std::string::npos || to.find("://") != std::string::npos;
+    const bool address = to.find("://") != std::string::npos;
+    if ((!address && to.find('=') == std::string::npos) || fs::is_directory(NativePath(to)))
+        return false;
+    const ConnectionText read = ReadConnectionText(to);
+    const bool path = !address && to.find_first_of("/\\") != std::string::npos;
+    if (!read.meant && path)
+        return false;
+    if (!read.fault.empty())
+        throw Refused(fmt::format(
+            "The target names no database server: {}. A folder's name is written with './' before it",
+            read.fault));
+    return true;
 }
 
 }  // namespace
 
 std::unique_ptr<CopyTarget> MakeCopyTarget(const std::string& to, const fs::path& from) {
     if (IsServer(to)) {
+        RefusePassword(to, "The connection string");
         if (ServerOf(from) == to)
             throw Refused("A database server can't be copied to itself");
         return std::make_unique<ServerTarget>(to);

@@ -15,15 +15,15 @@ class CopyTarget {
     CopyTarget(const CopyTarget&) = delete;
     CopyTarget& operator=(const CopyTarget&) = delete;
 
-    /// Throws Refused where the target holds rows already.
-    virtual void RefuseUsed(Workspace& workspace) const = 0;
-    /// Makes ready for the copies; what an interrupted copy left is taken away.
+    /// Makes ready for the copies; what an interrupted copy left is taken away. Throws Refused where the
+    /// target holds rows already, and EngineError where it is in use, another copy's too.
     virtual void Begin() = 0;
     /// Whether that database goes there at all.
     virtual bool Takes(const std::string& name) const = 0;
     /// Where to make the copy of a database.
     virtual DatabasePlace Scratch(const std::string& name) const = 0;
     /// Puts the copies in their place. Nobody has them open. `from`: the data folder that they come from.
+    /// Throws as Begin does: somebody may have begun to work there meanwhile.
     virtual void Finish(const std::filesystem::path& from) = 0;
 
   protected:
@@ -31,7 +31,8 @@ class CopyTarget {
 };
 
 /// `to`: a data folder, or a connection string of a database server ("host=db dbname=agency",
-/// "postgresql://db/agency").
+/// "postgresql://db/agency"). A folder that is there is never taken for a server. Throws Refused for what is
+/// neither, and EngineError for a password in the connection string.
 std::unique_ptr<CopyTarget> MakeCopyTarget(const std::string& to, const std::filesystem::path& from);
 
 }  // namespace kv::tool

@@ -72,8 +72,7 @@ DemoCounts RunDemo(Workspace& workspace, const std::filesystem::path& folder, co
     workRows.Commit();
     for (const DatabasePtr& database : {work, code, archive})
         database->LearnTables();
-    IniFile(FindNoCase(folder, "KESTRAVA.INI"))
-        .Set("KESTRAVA SYSTEM", "ClientID", std::to_string(options.clients));
+    IniOf(folder).Set("KESTRAVA SYSTEM", "ClientID", std::to_string(options.clients));
     bar.Advance();
     return {options.clients, options.caregivers, care.authorizations, care.assignments, care.schedules};
 }

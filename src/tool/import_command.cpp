@@ -5,6 +5,7 @@
 
 #include "base/platform.h"
 #include "base/text.h"
+#include "session/data_folder.h"
 #include "tool/command.h"
 #include "tool/import_file.h"
 
@@ -19,11 +20,11 @@ struct Import {
 
 /// The database that the file's name stands for.
 std::string DatabaseOf(const std::filesystem::path& file) {
-    for (const char* name : {"kestrava", "main", "archive", "trans"})
+    for (const std::string& name : SharedDatabases())
         if (EqualsNoCase(file.stem().string(), name))
             return name;
     throw Refused(
-        fmt::format("'{}' is named for no database: kestrava, main, archive or trans", file.string()));
+        fmt::format("'{}' is named for no database: {}", file.string(), Join(SharedDatabases(), ", ")));
 }
 
 /// Opens all files and databases, so that nothing is changed where one of them can't be used.

@@ -25,9 +25,12 @@ TableInfo FindTable(const Database& database, std::string_view name) {
     return *table;
 }
 
-std::string RowsInKeyOrder(const TableInfo& table, const std::vector<std::string>& columns) {
-    std::string statement =
-        "select " + (columns.empty() ? "*" : BracketedList(columns)) + " from " + Bracketed(table.name);
+std::string AllRows(const TableInfo& table, const std::vector<std::string>& columns) {
+    return "select " + BracketedList(columns) + " from " + Bracketed(table.name);
+}
+
+std::string RowsInKeyOrder(const TableInfo& table) {
+    std::string statement = "select * from " + Bracketed(table.name);
     for (const IndexInfo& index : table.indexes)
         if (index.primary)
             return statement + " order by " + BracketedList(index.columns);

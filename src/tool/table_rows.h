@@ -15,9 +15,11 @@ std::string BracketedList(const std::vector<std::string>& names);
 /// The table, its name matched without regard to case. Throws EngineError 3078.
 TableInfo FindTable(const Database& database, std::string_view name);
 
-/// The statement that reads `columns` (all of them by default) of a table ordered by its primary key; in the
-/// table's own order where it has none.
-std::string RowsInKeyOrder(const TableInfo& table, const std::vector<std::string>& columns = {});
+/// The statement that reads `columns` of a whole table in its own order. Opened as a dynaset it is read in
+/// strokes, however many rows there are; what must not change meanwhile needs a span.
+std::string AllRows(const TableInfo& table, const std::vector<std::string>& columns);
+/// The statement that reads a table ordered by its primary key; in the table's own order where it has none.
+std::string RowsInKeyOrder(const TableInfo& table);
 
 /// Adds rows to a table, given counters included. The caller holds the transaction. Columns that are not
 /// named take their defaults.

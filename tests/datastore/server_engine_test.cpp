@@ -1,10 +1,10 @@
 // What only the engine of a database server has: connections that break, counters and rows of other programs.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <libpq-fe.h>
 
 #include "datastore/engine/connection.h"
 #include "datastore/small_database.h"
+#include "support/other_program.h"
 #include "support/test_server.h"
 
 namespace kv::test {
@@ -14,46 +14,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 constexpr const char* kRow = "select * from people where client = 'A01'";
-
-/// The words of the failure that a call raises, behind its number.
-template <typename Call>
-std::string WordsOf(Call call) {
-    try {
-        call();
-    } catch (const EngineError& error) {
-        return std::to_string(error.Number()) + " " + error.Description();
-    }
-    return "none";
-}
-
-/// Another program that knows nothing of this one, as one that comes through ODBC.
-class OtherProgram {
-  public:
-    explicit OtherProgram(const DatabasePlace& place)
-        : connection_(PQconnectdb(place.server.c_str()), PQfinish) {
-        EXPECT_EQ(PQstatus(connection_.get()), CONNECTION_OK);
-    }
-    /// The first field of the first row.
-    std::string Ask(const std::string& sql) {
-        const std::unique_ptr<PGresult, decltype(&PQclear)> result(PQexec(connection_.get(), sql.c_str()),
-                                                                   PQclear);
-        const ExecStatusType status = PQresultStatus(result.get());
-        EXPECT_TRUE(status == PGRES_TUPLES_OK || status == PGRES_COMMAND_OK)
-            << sql << ": " << PQerrorMessage(connection_.get());
-        return PQntuples(result.get()) > 0 ? PQgetvalue(result.get(), 0, 0) : "";
-    }
-    /// Cuts every connection but its own; answers when they are gone.
-    void CutAll() {
-        const std::string others =
-            " from pg_stat_activity where pid <> pg_backend_pid() and datname = current_database()";
-        Ask("select count(pg_terminate_backend(pid))" + others);
-        while (Ask("select count(*)" + others) != "0") {
-        }
-    }
-
-  private:
-    std::unique_ptr<PGconn, decltype(&PQfinish)> connection_;
-};
 
 /// Saves as an operator does who is told that the connection was lost: once more. A connection that is cut
 /// just now may still look sound.
@@ -73,7 +33,7 @@ class ServerEngine : public testing::Test {
         if (!TestServer::Wanted())
             GTEST_SKIP() << "about the server";
         small = std::make_unique<SmallDatabase>();
-        other = std::make_unique<OtherProgram>(small->Place());
+        other = std::make_unique<OtherProgram>(small->Place().server);
     }
     void TearDown() override {
         if (TestServer::Wanted())
@@ -94,7 +54,7 @@ TEST_F(ServerEngine, AReadGoesOnWhenTheServerIsThereAgain) {
     EXPECT_EQ(Name(), "Smith");
     rows.MoveNext();
     EXPECT_EQ(rows.Text("client"), "A02") << "what was open before is still there";
-    OtherProgram(small->Place()).CutAll();
+    OtherProgram(small->Place().server).CutAll();
     EXPECT_EQ(Name(), "Smith") << "a connection that was cut is made again without a word";
 }
 
@@ -205,7 +165,7 @@ TEST_F(ServerEngine, NewerFunctionsAreBroughtByTheFirstSeat) {
 }
 
 TEST_F(ServerEngine, ABusyRowIsWaitedForAndThenTold) {
-    OtherProgram holder(small->Place());
+    OtherProgram holder(small->Place().server);
     holder.Ask("begin; update small.people set lastname = 'Held' where client = 'A01'");
     Small().Engine().Query("SET lock_timeout TO '20ms'", {});
     EXPECT_THAT(WordsOf([&] { Small().Execute("update people set lastname = 'Mine'"); }),

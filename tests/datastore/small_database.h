@@ -39,5 +39,15 @@ int ErrorOf(Call call) {
     }
     return 0;
 }
+/// Its number and words; "none" for none.
+template <typename Call>
+std::string WordsOf(Call call) {
+    try {
+        call();
+    } catch (const EngineError& error) {
+        return std::to_string(error.Number()) + " " + error.Description();
+    }
+    return "none";
+}
 
 }  // namespace kv::test

@@ -223,5 +223,46 @@ TEST(DataFolder, IsMadeOnceAndLeftAlone) {
     EXPECT_EQ(IniFile(data / "KESTRAVA.INI").Get("Kestrava System", "Country", ""), "CANADA");
 }
 
+TEST(DataFolder, NamesAServerWithoutAPassword) {
+    const test::TempFolder folder;
+    const IniFile ini(folder.Path() / "Kestrava.ini");
+    ini.Set("Database", "Server", "host=db dbname=agency user=agency");
+    EXPECT_EQ(PlaceOf(folder.Path(), "main.mdb").server, "host=db dbname=agency user=agency");
+    EXPECT_EQ(PlaceOf(folder.Path(), "tempassign").server, "") << "each seat's own";
+    for (const char* server :
+         {"host=db dbname=agency password=secret", "postgresql://agency:secret@db/agency"}) {
+        ini.Set("Database", "Server", server);
+        try {
+            PlaceOf(folder.Path(), "kestrava");
+            ADD_FAILURE() << "taken: " << server;
+        } catch (const EngineError& error) {
+            EXPECT_EQ(error.Number(), engine_error::kCannotOpenFile);
+            EXPECT_THAT(error.Description(), testing::HasSubstr(ini.File().string()));
+            EXPECT_THAT(error.Description(), testing::HasSubstr(".pgpass"));
+            EXPECT_THAT(error.Description(), Not(testing::HasSubstr("secret")));
+        }
+    }
+}
+
+TEST(DataFolder, IsNotMadeEmptyWhereACopyWasBrokenOff) {
+    const test::TempFolder folder;
+    const std::filesystem::path& data = folder.Path();
+    Workspace workspace;
+    InitDataFolder(workspace, data, "US");
+    std::filesystem::rename(data / "kestrava.mdb", data / "scratch");
+    ReplaceFile(CopyMark(data), "");
+    try {
+        InitDataFolder(workspace, data, "US");
+        ADD_FAILURE() << "an empty agency was made";
+    } catch (const EngineError& error) {
+        EXPECT_THAT(error.Description(), testing::HasSubstr("kvtool copy"));
+        EXPECT_THAT(error.Description(), testing::HasSubstr(CopyMark(data).filename().string()));
+    }
+    EXPECT_FALSE(std::filesystem::exists(data / "kestrava.mdb"));
+    // Broken off behind the last step all of it is there.
+    std::filesystem::rename(data / "scratch", data / "KESTRAVA.MDB");
+    EXPECT_THAT(InitDataFolder(workspace, data, "US"), IsEmpty());
+}
+
 }  // namespace
 }  // namespace kv

@@ -83,6 +83,15 @@ constexpr StateClass kStates[] = {
     {"08", Lost},
 };
 
+/// The server lists what stands in the way, a line each.
+EngineError BuiltUpon(std::string_view list) {
+    return {
+        engine_error::kInvalidOperation,
+        fmt::format("Something else on the database server is built upon what was to go: {}. It has to be "
+                    "taken away there first.",
+                    Words(list.substr(0, list.find('\n'))))};
+}
+
 /// The functions of the schema kv say with the last three digits which failure it is: KV421 is 3421.
 EngineError OwnError(std::string_view state) {
     int number = 0;
@@ -102,6 +111,8 @@ EngineError ErrorOf(const PGresult* result, const Speller& spelled) {
     if (state == "23502")
         return faults::RequiredField(
             spelled(Field(result, PG_DIAG_TABLE_NAME), Field(result, PG_DIAG_COLUMN_NAME)));
+    if (state == "2BP01")
+        return BuiltUpon(Field(result, PG_DIAG_MESSAGE_DETAIL));
     for (const StateClass& known : kStates)
         if (StartsWithNoCase(state, known.state))
             return known.error(message);

@@ -5,6 +5,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "datastore/engine/postgres/pg_connection.h"
+#include "datastore/engine/postgres/pg_drop.h"
 #include "datastore/engine/postgres/pg_generator.h"
 #include "datastore/engine/postgres/pg_schema.h"
 #include "datastore/engine/postgres/pg_values.h"
@@ -154,22 +155,28 @@ bool Exists(const std::string& server, const std::string& schema) {
 }
 
 void Drop(const std::string& server, const std::string& schema) {
-    MoveAll(server, {{schema, ""}});
-}
-
-void MoveAll(const std::string& server, const std::vector<std::pair<std::string, std::string>>& moves) {
     Link link(server, "pg_catalog");
     link.BeginTransaction();
+    MoveAll(link, {{schema, ""}}, {});
+    link.CommitTransaction();
+}
+
+void MoveAll(Link& link, const std::vector<std::pair<std::string, std::string>>& moves,
+             const TableLook& look) {
     link.Read(kSetUpTurn);
-    const auto drop = [&](const std::string& name) {
-        if (!VersionOf(link, name))
-            return;
-        link.Run(fmt::format("DROP SCHEMA {}, {} CASCADE", Schema(name), Schema(ViewsOf(name))));
+    std::vector<std::string> going;
+    for (const auto& [from, to] : moves)
+        if (const std::string& name = to.empty() ? from : to; VersionOf(link, name))
+            going.push_back(name);
+    for (const std::string& name : going)
+        if (look)
+            HoldTables(link, name, look);
+    for (const std::string& name : going) {
+        DropSchema(link, name);
         const Value values[] = {Lower(name)};
         link.Write("DELETE FROM kv.databases WHERE name = $1::text", values);
-    };
+    }
     for (const auto& [from, to] : moves) {
-        drop(to.empty() ? from : to);
         if (to.empty())
             continue;
         link.Run(fmt::format("ALTER SCHEMA {} RENAME TO {}", Schema(from), Schema(to)));
@@ -177,7 +184,6 @@ void MoveAll(const std::string& server, const std::vector<std::pair<std::string,
         const Value values[] = {Lower(from), Lower(to)};
         link.Write("UPDATE kv.databases SET name = $2::text WHERE name = $1::text", values);
     }
-    link.CommitTransaction();
 }
 
 }  // namespace postgres

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "datastore/engine/connection.h"
+#include "datastore/engine/postgres/pg_link.h"
+#include "datastore/replacing.h"
 #include "datastore/workspace.h"
 
 namespace kv::postgres {
@@ -25,9 +27,12 @@ void Create(const std::string& server, const std::string& schema, const std::vec
 std::int64_t FunctionsVersion();
 
 bool Exists(const std::string& server, const std::string& schema);
-/// Takes away a database that this program made. Nothing happens where there is none.
+/// Takes away a database that this program made. Nothing happens where there is none. 3219 where another
+/// program has built something upon it.
 void Drop(const std::string& server, const std::string& schema);
-/// Puts databases in the place of others, `{from, to}` each, all at once or none.
-void MoveAll(const std::string& server, const std::vector<std::pair<std::string, std::string>>& moves);
+/// Puts databases in the place of others, `{from, to}` each, or takes one away, without a `to`. With a look
+/// nobody else comes to those that go from then on. The caller holds the transaction.
+void MoveAll(Link& link, const std::vector<std::pair<std::string, std::string>>& moves,
+             const TableLook& look);
 
 }  // namespace kv::postgres

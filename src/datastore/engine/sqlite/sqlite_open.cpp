@@ -7,7 +7,6 @@
 #include <fmt/format.h>
 
 #include "datastore/engine/run_action.h"
-#include "datastore/engine/sqlite/sqlite_connection.h"
 #include "datastore/engine/sqlite/sqlite_errors.h"
 #include "datastore/engine/sqlite/sqlite_functions.h"
 #include "datastore/engine/sqlite/sqlite_schema.h"
@@ -21,6 +20,8 @@ namespace fs = std::filesystem;
 // Stands in the file's head and says which program's database it is: "kvdb".
 constexpr int kApplication = 0x6B766462;
 constexpr int kBusyMilliseconds = 5000;
+/// A file that another program has open all the time is not waited for as long as one that is written to.
+constexpr int kHoldMilliseconds = 500;
 constexpr int kCacheKibibytes = 16384;
 
 [[noreturn]] void Fail(int number, std::string_view pattern, const fs::path& path) {
@@ -168,6 +169,39 @@ void Create(const fs::path& path, const std::vector<std::string>& statements) {
         giveUp();
         throw;
     }
+}
+
+HeldFile::HeldFile(fs::path path)
+    : path_(std::move(path)), handle_(OpenHandle(path_, SQLITE_OPEN_READWRITE)) {
+    sqlite3* database = handle_.get();
+    CheckForm(database, path_);
+    Check(sqlite3_busy_timeout(database, kHoldMilliseconds), database);
+    Pragma(database, "PRAGMA locking_mode = EXCLUSIVE");
+    try {
+        Pragma(database, "BEGIN EXCLUSIVE");
+    } catch (const EngineError& error) {
+        if (error.Number() != engine_error::kDatabaseBusy)
+            throw;
+        Fail(engine_error::kDatabaseBusy,
+             "The database '{}' is open in another program. Please close it there and try again.", path_);
+    }
+}
+
+void HeldFile::Look(const TableLook& look) const {
+    const Catalogue tables = ReadCatalogue(handle_.get());
+    for (const std::string& table : tables.Names())
+        look(path_.string(), table,
+             static_cast<long>(Pragma(handle_.get(), "SELECT count(*) FROM " + Generator::Quoted(table))));
+}
+
+void HeldFile::Drop() {
+    Pragma(handle_.get(), "COMMIT");
+    // Who has opened the file just now and waits for it would go on in one that nobody finds any more, with
+    // the log of the one that comes here: it keeps no log, and is found to be none of this program's.
+    Pragma(handle_.get(), "PRAGMA journal_mode = DELETE");
+    Pragma(handle_.get(), "PRAGMA application_id = 0");
+    handle_.reset();
+    sqlite::Drop(path_);
 }
 
 void Drop(const fs::path& path) {

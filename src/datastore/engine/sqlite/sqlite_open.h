@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "datastore/engine/connection.h"
+#include "datastore/engine/sqlite/sqlite_connection.h"
+#include "datastore/replacing.h"
 #include "datastore/workspace.h"
 
 namespace kv::sqlite {
@@ -18,6 +20,18 @@ void RequireSchema(Connection& connection);
 /// Makes a file with these tables, whole or not at all: it is made beside its place and moved there when it
 /// is done. 3204 when the file exists.
 void Create(const std::filesystem::path& path, const std::vector<std::string>& statements);
+
+/// What HeldFiles promises, for one file.
+class HeldFile {
+  public:
+    explicit HeldFile(std::filesystem::path path);
+    void Look(const TableLook& look) const;
+    void Drop();
+
+  private:
+    std::filesystem::path path_;
+    Handle handle_;
+};
 
 /// Removes a file with all that the engine keeps beside it.
 void Drop(const std::filesystem::path& path);
