@@ -494,17 +494,21 @@ END;
 -- Counters.
 
 -- Rows came with numbers of their own: the counter goes on above them. It is never set back, whatever other seats
--- take from it meanwhile: over a short way number by number, over a long one at once, for nobody takes so many
--- between the look and the step.
+-- take from it meanwhile: those that raise it too come one behind the other; beside them, a short way is gone number
+-- by number and a long one at once, for nobody takes so many between the look and the step.
 CREATE OR REPLACE FUNCTION kv.raise_counter(counter text, bottom bigint) RETURNS void
 LANGUAGE plpgsql VOLATILE AS $$
 DECLARE
     far CONSTANT bigint := 10000;
-    last bigint := coalesce(pg_sequence_last_value(counter::regclass), 0);
+    turn CONSTANT integer := counter::regclass::oid::bigint % 2147483647;
+    last bigint;
 BEGIN
+    PERFORM pg_advisory_lock(7310, turn);
+    last := coalesce(pg_sequence_last_value(counter::regclass), 0);
     IF bottom - last > far THEN
         PERFORM setval(counter, bottom);
     ELSE
         PERFORM nextval(counter) FROM generate_series(last + 1, bottom);
     END IF;
+    PERFORM pg_advisory_unlock(7310, turn);
 END $$;

@@ -86,11 +86,9 @@ Transaction Database::BeginTransaction() {
     return Transaction(*connection_);
 }
 
-std::vector<long> Database::ReserveRows(std::string_view table, const std::vector<long>& counters) {
+void Database::ReserveRows(std::string_view table, const std::vector<long>& counters) {
     const std::vector<RowKey> keys(counters.begin(), counters.end());
-    const std::vector<RowKey> others =
-        connection_->ReserveRows(CountedTable(*connection_->Tables(), table), keys);
-    return {others.begin(), others.end()};
+    connection_->ReserveRows(CountedTable(*connection_->Tables(), table), keys);
 }
 
 std::int64_t Database::ChangeStamp() const {

@@ -1,10 +1,8 @@
 #include "scheduling/schedule_creation.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <optional>
-#include <thread>
 
 #include "base/format.h"
 #include "base/text.h"
@@ -320,52 +318,31 @@ Date ScheduleCreation::Horizon() const {
 }
 
 void ScheduleCreation::RunFor(long assignment) {
-    RunStrokes({assignment}, [](long) {});
+    RunStroke({assignment});
 }
 
 bool ScheduleCreation::RunAll(const std::vector<long>& assignments) {
-    ProgressBar bar(session_.progress, "Creating schedules", static_cast<long>(assignments.size()));
-    return RunStrokes(assignments, [&](long done) { bar.Advance(done); });
-}
-
-bool ScheduleCreation::RunStrokes(const Sequences& assignments, const std::function<void(long)>& advance) {
     // So many that writing them through to the disk costs little, and no other seat waits long.
     constexpr std::size_t kInOneStroke = 50;
-    Sequences held;
+    ProgressBar bar(session_.progress, "Creating schedules", static_cast<long>(assignments.size()));
     for (std::size_t at = 0; at < assignments.size();) {
         const std::size_t end = std::min(at + kInOneStroke, assignments.size());
-        const Sequences putOff = RunStroke({assignments.begin() + at, assignments.begin() + end}, false);
-        held.insert(held.end(), putOff.begin(), putOff.end());
-        advance(static_cast<long>(end - at));
+        RunStroke({assignments.begin() + at, assignments.begin() + end});
+        bar.Advance(static_cast<long>(end - at));
         at = end;
         if (!session_.progress.Yield()) {
             return false;
         }
     }
-    // A seat that makes visits for the same assignments is soon done with them, and they are to be seen; one
-    // where somebody has the assignment on the screen may keep it for long, and the visits don't wait for it.
-    constexpr int kLooks = 20;
-    constexpr std::chrono::milliseconds kBetween{50};
-    for (int look = 1; !held.empty(); ++look) {
-        std::this_thread::sleep_for(kBetween);
-        held = RunStroke(std::move(held), look == kLooks);
-    }
     return true;
 }
 
-/// As one transaction. Those that another seat has are left, and handed back, unless `evenHeld` is true.
-ScheduleCreation::Sequences ScheduleCreation::RunStroke(Sequences assignments, bool evenHeld) {
+/// As one transaction. A seat that makes visits for some of them just now is waited for, so that its visits
+/// are seen; an assignment that somebody has on the screen to change is not.
+void ScheduleCreation::RunStroke(const std::vector<long>& assignments) {
     Database& work = *session_.dbMainWork;
     Transaction stroke = work.BeginTransaction();
-    Sequences held = work.ReserveRows("assign", assignments);
-    if (evenHeld) {
-        held.clear();
-    }
-    std::erase_if(assignments,
-                  [&](long sequence) { return std::find(held.begin(), held.end(), sequence) != held.end(); });
-    if (assignments.empty()) {
-        return held;
-    }
+    work.ReserveRows("assign", assignments);
     StrokeFacts facts(session_, assignments, Horizon());
     Recordset rows = work.OpenRecordset(
         Sql("select * from assign where sequence in ({}) order by sequence", NumberList{assignments}));
@@ -373,7 +350,6 @@ ScheduleCreation::Sequences ScheduleCreation::RunStroke(Sequences assignments, b
         Run(*this, facts, rows).Go();
     }
     stroke.Commit();
-    return held;
 }
 
 bool Create_schedule_now(Session& session, long assignment, std::vector<RemovedVisit>& removed) {

@@ -1,5 +1,4 @@
 #pragma once
-#include <functional>
 #include <set>
 #include <vector>
 
@@ -13,8 +12,9 @@ namespace kv {
 ///
 /// Where a single step fails, it is passed over and the next one runs; only opening the tables throws
 /// EngineError. Writes sch_day (rows added) and assign (howoften, Last_date), and nothing else. What is done
-/// for an assignment is written whole or not at all, so that a seat that dies leaves no week passed over
-/// without its visit; where the store can't take it at all (a full disk) EngineError is thrown.
+/// for an assignment, and for those that are run with it, is written whole or not at all, so that a seat that
+/// dies leaves no week passed over without its visit; where the store can't take it at all (a full disk, rows
+/// that another seat's transaction keeps for seconds) EngineError is thrown.
 class ScheduleCreation {
   public:
     explicit ScheduleCreation(Session& session);
@@ -30,9 +30,7 @@ class ScheduleCreation {
 
   private:
     class Run;
-    using Sequences = std::vector<long>;
-    bool RunStrokes(const Sequences& assignments, const std::function<void(long)>& advance);
-    Sequences RunStroke(Sequences assignments, bool evenHeld);
+    void RunStroke(const std::vector<long>& assignments);
     /// No visit lies behind it.
     Date Horizon() const;
     Session& session_;

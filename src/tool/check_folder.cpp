@@ -132,7 +132,21 @@ class FolderCheck {
             }
             for (const ColumnInfo& wanted : schema.Find(tableName)->columns)
                 CheckColumn(name, *table, wanted);
+            for (const IndexInfo& wanted : schema.Find(tableName)->indexes)
+                CheckIndex(name, *table, wanted);
         }
+    }
+
+    void CheckIndex(const std::string& name, const TableInfo& table, const IndexInfo& wanted) {
+        const auto same = [&](const IndexInfo& index) {
+            return index.unique == wanted.unique &&
+                   std::equal(index.columns.begin(), index.columns.end(), wanted.columns.begin(),
+                              wanted.columns.end(),
+                              [](const std::string& a, const std::string& b) { return EqualsNoCase(a, b); });
+        };
+        if (std::none_of(table.indexes.begin(), table.indexes.end(), same))
+            Report(name, fmt::format("the {}index of {} by {} is missing", wanted.unique ? "unique " : "",
+                                     table.name, Join(wanted.columns, ", ")));
     }
 
     void CheckColumn(const std::string& name, const TableInfo& table, const ColumnInfo& wanted) {

@@ -1,9 +1,12 @@
 // Assignments become visits.
 #include <functional>
+#include <memory>
+#include <thread>
 
 #include <gtest/gtest.h>
 
 #include "scheduling/schedule_creation.h"
+#include "session/start.h"
 #include "support/test_agency.h"
 
 namespace kv {
@@ -321,6 +324,56 @@ TEST_F(Creation, AnotherSeatsLockOnTheAssignmentDoublesNothing) {
     EXPECT_EQ(Run(1), On({Day(3, 2)})) << "its week, over and over";
     held.Close();
     EXPECT_EQ(Run(1), On({Day(3, 2), Day(3, 9), Day(3, 16), Day(3, 23)}));
+}
+
+/// A further seat on the agency's databases.
+struct Seat {
+    explicit Seat(const test::TestAgency& agency)
+        : settings(agency.Folder().parent_path() / "settings.ini"), session(settings, ports.Handles()) {
+        ReadLogin(session);
+        OpenSessionData(session);
+        session.WKENDING = "Saturday";
+    }
+    test::ScriptedPorts ports;
+    SettingsStore settings;
+    Session session;
+};
+
+TEST_F(Creation, SeatsAtOnceDoubleNothing) {
+    constexpr int kAssignments = 8;
+    constexpr int kSeats = 4;
+    std::vector<long> all;
+    for (int i = 0; i < kAssignments; ++i) {
+        all.push_back(Assign({{"St_time", Date::FromTime(8 + i, 0)}}));
+    }
+    const auto runSeats = [&] {
+        std::vector<std::unique_ptr<Seat>> seats;
+        std::vector<std::thread> running;
+        for (int i = 0; i < kSeats; ++i) {
+            seats.push_back(std::make_unique<Seat>(agency));
+        }
+        for (const auto& seat : seats) {
+            running.emplace_back([&] { ScheduleCreation(seat->session).RunAll(all); });
+        }
+        for (std::thread& thread : running) {
+            thread.join();
+        }
+        return Days().size();
+    };
+    {
+        // With the assignments on somebody's screen none of them gets the rows, and each makes one week.
+        Workspace clerk;
+        const DatabasePtr database = clerk.OpenDatabase(agency.Place("kestrava"));
+        std::vector<Recordset> held;
+        for (const long assignment : all) {
+            held.push_back(
+                database->OpenRecordset(Sql("select * from assign where sequence = {}", assignment)));
+            held.back().Edit();
+        }
+        EXPECT_EQ(runSeats(), kAssignments);
+    }
+    constexpr int kWeeks = 4;
+    EXPECT_EQ(runSeats(), kAssignments * kWeeks);
 }
 
 // An agency in which facts are shared by some assignments, missing for others, and refused by the store.

@@ -388,7 +388,9 @@ TEST(Check, FindsDamagedMissingAndOtherDatabases) {
         answer.Document()["problems"].get<std::vector<std::string>>(),
         ElementsAre(testing::StartsWith("archive.mdb: "),
                     "trans.mdb: the column trans.Type is TEXT(3) and not TEXT(1)",
-                    "trans.mdb: the column trans.WHEN is missing", testing::StartsWith("tempassign.mdb: ")));
+                    "trans.mdb: the column trans.WHEN is missing",
+                    "trans.mdb: the unique index of trans by ID, Module is missing",
+                    testing::StartsWith("tempassign.mdb: ")));
 }
 
 }  // namespace

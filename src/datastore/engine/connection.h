@@ -80,12 +80,10 @@ class Connection {
     /// Takes the row for editing on behalf of an owner; at once false when another owner, here or in another
     /// program, has it.
     virtual bool TryLockRow(const TableInfo& table, RowKey key, const void* owner) = 0;
-    /// The open transaction is about to edit these rows: an engine to which every one is a way, and which
-    /// lets other seats write meanwhile, takes them in one and keeps them until the transaction's end. Those
-    /// that another seat has.
-    virtual std::vector<RowKey> ReserveRows(const TableInfo& /*table*/, std::span<const RowKey> /*keys*/) {
-        return {};
-    }
+    /// The open transaction is about to edit these rows: an engine that lets other seats write meanwhile
+    /// takes them together and keeps them until the transaction's end. It waits for a transaction that has
+    /// some of them; a row that another seat has in edit stays with it.
+    virtual void ReserveRows(const TableInfo& /*table*/, std::span<const RowKey> /*keys*/) {}
     virtual void UnlockRow(const TableInfo& table, RowKey key, const void* owner) = 0;
     /// Changes whenever the rows taken before were let go without their owners' doing, with a connection that
     /// was lost.

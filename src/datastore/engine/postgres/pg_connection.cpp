@@ -140,6 +140,7 @@ long PgConnection::Change(const TableInfo& table, const std::string& sql, std::s
     PrepareToWrite();
     NoteChange(table);
     queue_.SendFor(sql);
+    std::erase_if(ours_, [&](const auto& row) { return row.first == table.name; });  // it may delete them
     return RowsOf(link_.Write(sql, values));
 }
 
@@ -169,8 +170,9 @@ RowKey PgConnection::AddCounted(const TableInfo& table, std::span<const Value> v
         counters_.NoteRow(table, counter);
         return counter;
     }
-    if (!ownCounter) {
+    if (!ownCounter || link_.InTransaction()) {
         link_.Write(facts.insert, values);
+        counters_.NoteRow(table, counter);
         return counter;
     }
     WriteStep step(*this);
@@ -180,28 +182,32 @@ RowKey PgConnection::AddCounted(const TableInfo& table, std::span<const Value> v
     return counter;
 }
 
-/// In a transaction a change that can't be refused waits, too. That the row is there was seen when it was
-/// taken for editing.
+/// In a transaction a change that can't be refused waits, too, when the row can't go away meanwhile.
 bool PgConnection::ChangeRow(const TableInfo& table, RowKey key, std::span<const std::size_t> columns,
                              std::vector<Value> values) {
     PrepareToWrite();
     NoteChange(table);
-    if (link_.InTransaction() && !MayBeRefused(FactsOf(table), columns, values, false)) {
+    const std::pair row(table.name, key);
+    if (ours_.contains(row) && !MayBeRefused(FactsOf(table), columns, values, false)) {
         queue_.Change(table, key, columns, values);
         return true;
     }
     const std::string sql = generator_.UpdateRow(table, columns);
     queue_.SendFor(sql);
     values.emplace_back(static_cast<long long>(key));
-    return RowsOf(link_.Write(sql, values)) > 0;
+    const bool there = RowsOf(link_.Write(sql, values)) > 0;
+    if (there && link_.InTransaction())
+        ours_.insert(row);
+    return there;
 }
 
 /// What adding a row needs to know, worked out once for each table.
 const PgConnection::TableFacts& PgConnection::FactsOf(const TableInfo& table) {
-    const auto [place, added] = facts_.try_emplace(table.name);
-    TableFacts& facts = place->second;
-    if (!added)
+    TableFacts& facts = facts_[table.name];
+    // What holds an older catalogue may come behind what holds the present one.
+    if (!facts.columns.empty() && facts.columns.size() == table.columns.size())
         return facts;
+    facts.columns.clear();
     const std::vector<std::size_t> columns = AllColumns(table);
     facts.insert = generator_.InsertRow(table, columns);
     for (const ColumnInfo& column : table.columns) {
@@ -274,7 +280,7 @@ void PgConnection::CreateIndex(const std::string& table, const IndexInfo& index,
 }
 
 void PgConnection::DropTable(const std::string& table) {
-    Define(table, {DropTableSql(table)});
+    Define(table, {DropTableSql(table, link_.Schema())});
     RefreshTables();
     counters_.Forget(table);
 }
@@ -324,21 +330,25 @@ void PgConnection::UnlockRow(const TableInfo& table, RowKey key, const void* own
     locks_.Unlock(LockName(table), key, owner);
 }
 
-std::vector<RowKey> PgConnection::ReserveRows(const TableInfo& table, std::span<const RowKey> keys) {
+/// First at the server, where it waits for a transaction that has some of them; then against edits. Seats
+/// that reserve the same rows come one behind the other.
+void PgConnection::ReserveRows(const TableInfo& table, std::span<const RowKey> keys) {
     if (!link_.InTransaction())
-        return {};  // nothing would let them go again
+        return;  // nothing would let them go again
+    const std::string sql = generator_.LockRows(table);
+    queue_.SendFor(sql);
+    const Value values[] = {ArrayOf(keys)};
+    const Result there = link_.Write(sql, values);
     const std::string name = LockName(table);
     std::vector<std::uint64_t> rows;
-    for (const RowKey key : keys)
+    for (int i = 0; i < PQntuples(there.get()); ++i) {
+        const RowKey key = WholeAt(there.get(), i, 0);
+        ours_.emplace(table.name, key);
         if (!locks_.HoldsAny(name, key))
             rows.push_back(RowLocks::NumberOf(name, key));
+    }
     board_->Reserve(rows);
     NoteChange(table);  // what is read of them from now on is as the seat before left it
-    std::vector<RowKey> others;
-    std::copy_if(keys.begin(), keys.end(), std::back_inserter(others), [&](RowKey key) {
-        return !locks_.HoldsAny(name, key) && !board_->Keeps(RowLocks::NumberOf(name, key));
-    });
-    return others;
 }
 
 void PgConnection::BeginSpan() {
@@ -374,6 +384,7 @@ void PgConnection::RollbackTransaction() noexcept {
 
 void PgConnection::EndTransaction() noexcept {
     queue_.Clear();
+    ours_.clear();
     counters_.EndTransaction();
     board_->Free();
 }

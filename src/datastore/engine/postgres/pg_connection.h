@@ -2,7 +2,9 @@
 #include <chrono>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "datastore/engine/connection.h"
@@ -49,7 +51,7 @@ class PgConnection : public Connection {
     void SetNextCounter(const TableInfo& table, std::int64_t next) override;
 
     bool TryLockRow(const TableInfo& table, RowKey key, const void* owner) override;
-    std::vector<RowKey> ReserveRows(const TableInfo& table, std::span<const RowKey> keys) override;
+    void ReserveRows(const TableInfo& table, std::span<const RowKey> keys) override;
     void UnlockRow(const TableInfo& table, RowKey key, const void* owner) override;
     std::int64_t LockEpoch() override { return link_.Epoch(); }
     bool IsRemote() const override { return true; }
@@ -106,6 +108,9 @@ class PgConnection : public Connection {
     std::map<std::string, std::int64_t> changes_;
     std::int64_t allChanges_ = 0;
     std::map<std::string, TableFacts> facts_;
+    /// The rows that this transaction has reserved or written: nobody else can take them away before its
+    /// end.
+    std::set<std::pair<std::string, RowKey>> ours_;
     int spanDepth_ = 0;
     std::int64_t epoch_ = 0;
     std::int64_t stamp_ = 0;

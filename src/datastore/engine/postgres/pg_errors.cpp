@@ -13,6 +13,7 @@ namespace {
 
 /// The library's words end their lines with a line feed and begin with what kind they are.
 std::string Words(std::string_view text) {
+    text = text.substr(0, text.find("\nCONTEXT:"));  // it may show a row of somebody's data
     while (!text.empty() && std::string_view("\n.?").find(text.back()) != std::string_view::npos)
         text.remove_suffix(1);
     return ReplaceAll(ReplaceAll(text, "\n\t", "; "), "\n", "; ");

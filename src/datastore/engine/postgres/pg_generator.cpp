@@ -108,6 +108,11 @@ std::string PgGenerator::NextCounter(const TableInfo& table, const ColumnInfo& c
                        postgres::Quoted(Lower(column.name)));
 }
 
+std::string PgGenerator::LockRows(const TableInfo& table) const {
+    return fmt::format("SELECT {0} FROM {1} WHERE {0} = ANY($1::bigint[]) ORDER BY {0} FOR NO KEY UPDATE",
+                       Name(KeyColumnOf(table)), Name(table.name));
+}
+
 std::string PgGenerator::Placeholder(std::size_t place, ValueType type) const {
     return fmt::format("${}{}", place, CastOf(type));
 }

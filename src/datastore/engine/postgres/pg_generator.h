@@ -10,6 +10,9 @@ class PgGenerator : public Generator {
   public:
     std::string Name(std::string_view name) const override;
     bool FillsCounters() const override { return true; }
+    /// Takes rows of the keys given, as an array, until the transaction's end, in the order in which every
+    /// seat takes them; the keys of those that are there.
+    std::string LockRows(const TableInfo& table) const;
 
   protected:
     std::string NextCounter(const TableInfo& table, const ColumnInfo& column) const override;

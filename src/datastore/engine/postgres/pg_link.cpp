@@ -125,7 +125,8 @@ void Link::EnsureAlive() {
 
 void Link::Lost(bool writing) {
     const EngineError error =
-        ConnectionLost(connection_ ? PQerrorMessage(connection_) : "no connection", writing);
+        ConnectionLost(connection_ ? PQerrorMessage(connection_) : "no connection",
+                       writing && !inTransaction_);  // before its end nothing of a transaction is saved
     Close();
     throw EngineError(error);
 }
@@ -199,7 +200,8 @@ void Link::RequireSound() const {
 
 /// Has all that is on its way answered; what came of the statements that are waited for.
 std::vector<Result> Link::Synchronize() {
-    PQpipelineSync(connection_);
+    if (PQpipelineSync(connection_) == 0)
+        Lost(true);
     const std::size_t before = std::exchange(later_, 0);
     std::vector<Result> results = Collect();
     PQexitPipelineMode(connection_);
@@ -227,7 +229,16 @@ Result Link::ExecuteInTransaction(const std::string& sql, std::span<const Value>
     Send(sql, name, bound);
     Send(kRelease, "", nothing);
     std::vector<Result> results = Synchronize();
-    return results.size() > 1 ? std::move(results[1]) : nullptr;
+    constexpr std::size_t kAll = 3;
+    if (results.size() < kAll)
+        return nullptr;
+    // A statement that went well is only then one of the transaction when its guards did, too.
+    if (!Succeeded(results[0].get()))
+        broken_ = ErrorOf(results[0].get(), spelled);
+    else if (Succeeded(results[1].get()) && !Succeeded(results[2].get()))
+        broken_ = ErrorOf(results[2].get(), spelled);
+    RequireSound();
+    return std::move(results[1]);
 }
 
 void Link::FlushLater() {
@@ -327,13 +338,18 @@ void Link::CopyIn(const std::string& sql, std::string_view rows) {
     FlushLater();
     Result result(PQexec(connection_, sql.c_str()));
     if (PQresultStatus(result.get()) == PGRES_COPY_IN) {
-        PQputCopyData(connection_, rows.data(), static_cast<int>(rows.size()));
-        PQputCopyEnd(connection_, nullptr);
+        const bool sent = PQputCopyData(connection_, rows.data(), static_cast<int>(rows.size())) == 1;
+        PQputCopyEnd(connection_, sent ? nullptr : "the rows could not be sent");
         result.reset(PQgetResult(connection_));
         while (Result(PQgetResult(connection_)) != nullptr) {
         }
     }
     Check(std::move(result), true);
+}
+
+void Link::Break(const EngineError& error) {
+    if (inTransaction_ && !broken_)
+        broken_ = error;
 }
 
 Result Link::Call(const std::string& sql, std::span<const Value> values) {
@@ -390,15 +406,20 @@ void Link::BeginTransaction() {
 void Link::CommitTransaction() {
     RequireSound();
     FlushLater();
-    Check(Result(PQexec(connection_, "COMMIT")), true);
+    Result ended(PQexec(connection_, "COMMIT"));
     inTransaction_ = false;
+    ended = Check(std::move(ended), true);
+    // A transaction that failed without anybody's knowledge is undone by it, and says so here alone.
+    if (std::string_view(PQcmdStatus(ended.get())) != "COMMIT")
+        throw EngineError(engine_error::kReservedError,
+                          "The database server undid the change instead of saving it. Please try again.");
 }
 
 void Link::RollbackTransaction() noexcept {
-    if (later_ > 0) {
+    if (PQpipelineStatus(connection_) != PQ_PIPELINE_OFF) {
         // What is on its way is answered first; whether it failed is all one now.
-        PQpipelineSync(connection_);
-        Collect();
+        if (PQpipelineSync(connection_) == 1)
+            Collect();
         PQexitPipelineMode(connection_);
     }
     if (connection_)

@@ -43,6 +43,8 @@ class Link {
     void WriteLater(const std::string& sql, std::span<const Value> values);
     /// Many rows at once, within a transaction, that the server can't refuse either.
     void CopyIn(const std::string& sql, std::string_view rows);
+    /// The open transaction can't be committed any more; it fails with that error.
+    void Break(const EngineError& error);
     /// Runs a function that changes something beside the rows: a lock, a counter.
     Result Call(const std::string& sql, std::span<const Value> values = {});
     /// Runs texts without values or rows, one or several statements.

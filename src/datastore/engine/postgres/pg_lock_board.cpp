@@ -1,23 +1,8 @@
 #include "datastore/engine/postgres/pg_lock_board.h"
 
-#include <string>
-
 #include "datastore/engine_error.h"
 
 namespace kv::postgres {
-namespace {
-
-/// The numbers as the server reads an array of them.
-template <typename Numbers>
-Value ArrayOf(const Numbers& numbers) {
-    std::string text = "{";
-    for (const std::uint64_t number : numbers)
-        text += (text.size() > 1 ? "," : "") + std::to_string(number);
-    return text + "}";
-}
-
-}  // namespace
-
 bool PgLockBoard::TryLock(std::uint64_t row) {
     kept_ = letGo_.erase(row) > 0;
     if (kept_)

@@ -17,7 +17,6 @@ class PgLockBoard final : public LockBoard {
     /// Takes those of the rows that nobody else has, within a transaction and in one way to the server. They
     /// count as taken and let go again.
     void Reserve(std::span<const std::uint64_t> rows);
-    bool Keeps(std::uint64_t row) const { return letGo_.contains(row); }
     /// Lets the server have what was let go.
     void Free() noexcept;
     /// The locks went with a connection that was lost.

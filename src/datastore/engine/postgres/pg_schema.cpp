@@ -294,8 +294,8 @@ std::vector<std::string> CreateIndexSql(const std::string& table, const IndexInf
     return sql;
 }
 
-std::string DropTableSql(const std::string& table) {
-    return "DROP TABLE " + Name(table) + " CASCADE";  // its view goes along
+std::string DropTableSql(const std::string& table, const std::string& schema) {
+    return fmt::format("DROP VIEW IF EXISTS {0}.{1}; DROP TABLE {1}", Name(ViewsOf(schema)), Name(table));
 }
 
 Catalogue ReadCatalogue(Link& link, const std::string& only) {

@@ -19,7 +19,8 @@ std::vector<std::string> CreateTableSql(const TableInfo& table, const std::strin
 std::string ViewsOf(std::string_view schema);
 std::vector<std::string> CreateIndexSql(const std::string& table, const IndexInfo& index,
                                         const std::vector<bool>& descending);
-std::string DropTableSql(const std::string& table);
+/// With its view; what another program built upon it keeps it there (3219).
+std::string DropTableSql(const std::string& table, const std::string& schema);
 
 /// All tables, or `only` one.
 Catalogue ReadCatalogue(Link& link, const std::string& only = {});

@@ -32,6 +32,15 @@ void AppendCopyRow(std::string& rows, std::span<const Value> values);
 /// Throws EngineError where the server can't hold one of them.
 void RequireStorable(std::span<const Value> values);
 
+/// Whole numbers as a parameter of the server's type bigint[].
+template <typename Numbers>
+Value ArrayOf(const Numbers& numbers) {
+    std::string text = "{";
+    for (const auto number : numbers)
+        text += (text.size() > 1 ? "," : "") + std::to_string(number);
+    return text + "}";
+}
+
 /// A result's whole number; kNoRow for Null.
 RowKey WholeAt(const PGresult* result, int row, int column);
 std::string TextAt(const PGresult* result, int row, int column);

@@ -65,10 +65,15 @@ bool WriteQueue::Concerns(std::string_view sql) const {
 
 /// New rows first, since changes may be of them.
 void WriteQueue::Send() {
-    for (const auto& [name, rows] : added_)
-        SendRows(rows);
-    for (const ChangedRow& row : changed_)
-        SendChange(row);
+    try {
+        for (const auto& [name, rows] : added_)
+            SendRows(rows);
+        for (const ChangedRow& row : changed_)
+            SendChange(row);
+    } catch (const EngineError& error) {
+        link_.Break(error);  // some of it may be there
+        throw;
+    }
     Clear();
 }
 
