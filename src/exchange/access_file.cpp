@@ -3,6 +3,7 @@
 // libmdb's header wants this one before it.
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <fstream>
 #include <optional>
@@ -465,6 +466,15 @@ bool LooksLikeAccess(const std::filesystem::path& path) {
     return mark == "Standard Jet DB" || mark == "Standard ACE DB";
 }
 
+/// What the library never needs for a sound file of the size.
+ApartLimits TrialLimits(std::uintmax_t fileSize) {
+    constexpr std::uintmax_t kMegabyte = 1 << 20;
+    // The longest of memos is held a few times, as pieces, characters and text.
+    constexpr std::uintmax_t kCopies = 8;
+    constexpr std::chrono::seconds kLeast(10);
+    return {kLeast + std::chrono::seconds(fileSize / kMegabyte), 256 * kMegabyte + kCopies * fileSize};
+}
+
 }  // namespace
 
 AccessFile::Opened::Opened(const std::filesystem::path& file)
@@ -516,13 +526,14 @@ AccessFile::AccessFile(const std::filesystem::path& path) {
         throw AccessError(fmt::format("'{}' is no Access file", name));
     std::string fault = "its list of tables is damaged";
     try {
-        const bool survived = SurvivesApart([&] {
+        const auto trial = [&] {
             try {
-                const Opened trial(path);
+                const Opened opened(path);
             } catch (const std::runtime_error&) {
                 // Told below.
             }
-        });
+        };
+        const bool survived = SurvivesApart(trial, TrialLimits(std::filesystem::file_size(path)));
         if (survived) {
             opened_ = std::make_unique<Opened>(path);
             return;
@@ -550,7 +561,8 @@ const std::vector<std::string>& AccessFile::Untaken() const {
 
 AccessTable AccessFile::OpenTable(const std::string& name) const {
     // The trial opens the file anew: two processes on one handle would move each other's place in it.
-    if (!SurvivesApart([&] { Opened(opened_->path).ReadThrough(name); }))
+    const auto trial = [&] { Opened(opened_->path).ReadThrough(name); };
+    if (!SurvivesApart(trial, TrialLimits(opened_->size)))
         throw AccessError("it is damaged");
     return opened_->Open(name);
 }
