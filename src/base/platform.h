@@ -1,4 +1,5 @@
 #pragma once
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -72,10 +73,16 @@ bool HasLocalDisplay();
 /// second request ends it at once. -1 where there is none.
 int WatchTermination();
 
+/// What work apart may take: time of the processor, and memory on top of what this program has.
+struct ApartLimits {
+    std::chrono::seconds time;
+    std::uintmax_t memory;
+};
+
 /// Runs the work in a process of its own, a copy of this one whose words on standard error go nowhere, and
-/// waits for it: true when it came to its end, false when it crashed or threw. What it changes in memory is
-/// lost; it uses no file, connection or lock that this process has open. Throws std::system_error when no
-/// process can be had.
-bool SurvivesApart(const std::function<void()>& work);
+/// waits for it: true when it came to its end, false when it crashed, threw or went beyond the limits. What
+/// it changes in memory is lost; it uses no file, connection or lock that this process has open. Throws
+/// std::system_error when no process can be had.
+bool SurvivesApart(const std::function<void()>& work, const ApartLimits& limits);
 
 }  // namespace kv

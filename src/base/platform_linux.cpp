@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <ctime>
+#include <fstream>
 #include <system_error>
 #include <vector>
 
@@ -193,6 +194,20 @@ int MakeTerminationPipe() {
     return ends[0];
 }
 
+/// The memory that this process can write to, as the system counts it for a limit.
+std::optional<rlim_t> DataInUse() {
+    std::ifstream counts("/proc/self/statm");
+    rlim_t all = 0, resident = 0, shared = 0, text = 0, library = 0, data = 0;
+    if (!(counts >> all >> resident >> shared >> text >> library >> data))
+        return std::nullopt;
+    return data * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE));
+}
+
+void Limit(__rlimit_resource resource, rlim_t most) {
+    const rlimit limit{most, most};
+    ::setrlimit(resource, &limit);
+}
+
 }  // namespace
 
 fs::path UserConfigFolder() {
@@ -357,15 +372,17 @@ int WatchTermination() {
     return descriptor;
 }
 
-bool SurvivesApart(const std::function<void()>& work) {
+bool SurvivesApart(const std::function<void()>& work, const ApartLimits& limits) {
     const pid_t child = ::fork();
     if (child < 0)
         throw std::system_error(errno, std::generic_category(), "fork");
     if (child == 0) {
         // Ends without the exit handlers, which would write this process's buffers a second time. A crash is
         // expected here, so that the system need keep no image of it.
-        const rlimit noImage{0, 0};
-        ::setrlimit(RLIMIT_CORE, &noImage);
+        Limit(RLIMIT_CORE, 0);
+        Limit(RLIMIT_CPU, static_cast<rlim_t>(limits.time.count()));
+        if (const auto inUse = DataInUse())
+            Limit(RLIMIT_DATA, *inUse + limits.memory);
         const Descriptor nowhere(::open("/dev/null", O_WRONLY | O_CLOEXEC));
         ::dup2(nowhere.Get(), STDERR_FILENO);
         try {

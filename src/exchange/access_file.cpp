@@ -3,6 +3,7 @@
 // libmdb's header wants this one before it.
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <fstream>
 #include <optional>
@@ -14,11 +15,13 @@
 
 #include "base/platform.h"
 #include "base/text.h"
+#include "exchange/jet_row.h"
 #include "exchange/jet_values.h"
 
-// libmdb finds tables, pages, rows and where in a row each field stands. What a field's bytes mean is read
-// here: as text, the form that the library offers, money would pass through its formats, Null would look like
-// empty text and a memo would end at a size fixed beforehand.
+// libmdb finds tables, pages and rows. A row's fields are found here: where a column was deleted and another
+// added, the library looks for that one's field in the rows before too. So is what a field's bytes mean: as
+// text, the form that the library offers, money would pass through its formats, Null would look like empty
+// text and a memo would end at a size fixed beforehand.
 
 namespace kv {
 namespace {
@@ -40,7 +43,8 @@ constexpr int kMostTextSize = 255;
 
 /// How a column's values are kept in the file.
 struct Kept {
-    int place = 0;  // among the file's columns
+    int number = 0;  // among the columns that the library has
+    jet::FieldPlace place;
     int type = 0;
     int scale = 0;
     ColumnType as = ColumnType::Text;
@@ -62,6 +66,14 @@ ColumnType DecimalType(const MdbColumn& column) {
         return ColumnType::Currency;
     return std::max(column.col_prec, column.col_scale) <= kDoubleDigits ? ColumnType::Double
                                                                         : ColumnType::Text;
+}
+
+jet::FieldPlace PlaceOf(const MdbColumn& column) {
+    return {.number = static_cast<std::size_t>(column.col_num),
+            .fixed = column.is_fixed != 0,
+            .offset = static_cast<std::size_t>(column.fixed_offset),
+            .size = static_cast<std::size_t>(column.col_size),
+            .variable = column.var_col_num};
 }
 
 /// The column's type here; nothing for one that is not taken.
@@ -127,45 +139,94 @@ struct AccessTable::Reader {
     TableInfo info;
     std::vector<Kept> kept;  // for each column of `info`
     std::vector<std::string> untaken;
-    std::vector<MdbField> fields;
+    std::optional<jet::Row> fields;
+    std::uint32_t page = 0;
     int row = 0;
     int rowsOnPage = 0;
 
-    Reader(MdbHandle* opened, std::uintmax_t size, const std::string& name, unsigned long page);
+    Reader(MdbHandle* opened, std::uintmax_t size, const std::string& name, unsigned long at);
+    std::string DefinitionWords() const;
+    std::vector<int> CalculatedColumns(std::string_view words) const;
     void ReadColumns();
+    void TakeColumns(const std::vector<int>& calculated);
     void ReadIndexes();
     bool FindRow();
     bool SplitRow();
-    std::string_view Bytes(const MdbField& field) const;
     std::string Text(std::string_view bytes) const;
     std::string_view RowElsewhere(std::uint32_t place) const;
     std::string LongText(std::string_view bytes) const;
     std::optional<Value> Read(const Kept& column, std::string_view bytes) const;
+    Value Field(const Kept& column) const;
 };
 
-AccessTable::Reader::Reader(MdbHandle* opened, std::uintmax_t size, const std::string& name,
-                            unsigned long page)
+AccessTable::Reader::Reader(MdbHandle* opened, std::uintmax_t size, const std::string& name, unsigned long at)
     : file(opened), fileSize(size), entry(std::make_unique<MdbCatalogEntry>()) {
     info.name = name;
     *entry = {};
     entry->mdb = file;
     entry->object_type = MDB_TABLE;
-    entry->table_pg = page;
+    entry->table_pg = at;
     name.copy(entry->object_name, MDB_MAX_OBJ_NAME);
     definition.reset(mdb_read_table(entry.get()));
-    if (!definition || !mdb_read_columns(definition.get()) || !definition->columns ||
-        definition->num_cols == 0 || definition->columns->len != definition->num_cols)
+    if (!definition)
         throw AccessError("its definition is damaged");
     ReadColumns();
     ReadIndexes();
-    fields.resize(definition->num_cols);
     mdb_rewind_table(definition.get());
 }
 
+/// The bytes of its first page and of those on which it goes on, these without their heads. Throws
+/// AccessError where one is missing: the library would take what it has in memory for it.
+std::string AccessTable::Reader::DefinitionWords() const {
+    constexpr std::size_t kHead = 8;
+    const auto size = static_cast<std::size_t>(file->fmt->pg_size);
+    const std::string_view bytes(reinterpret_cast<const char*>(file->alt_pg_buf), size);
+    std::string words;
+    for (auto at = static_cast<std::uint32_t>(entry->table_pg); at != 0;
+         at = static_cast<std::uint32_t>(mdb_get_int32(file->alt_pg_buf, 4))) {
+        const bool there = at < fileSize / size && words.size() < fileSize &&
+                           mdb_read_alt_pg(file, at) == file->fmt->pg_size;
+        if (!there || file->alt_pg_buf[0] != MDB_PAGE_TABLE)
+            throw AccessError("its definition is damaged");
+        words += bytes.substr(words.empty() ? 0 : kHead);
+    }
+    return words;
+}
+
+/// The numbers of the columns that Access works out from others. They have a flag that the library doesn't
+/// look at.
+std::vector<int> AccessTable::Reader::CalculatedColumns(std::string_view words) const {
+    constexpr std::size_t kFlags = 16;
+    constexpr unsigned char kCalculated = 0xC0;
+    std::vector<int> numbers;
+    if (file->f->jet_version < MDB_VER_ACCDB_2010)
+        return numbers;
+    const std::size_t size = file->fmt->tab_col_entry_size;
+    std::size_t at = file->fmt->tab_cols_start_offset +
+                     std::size_t{definition->num_real_idxs} * file->fmt->tab_ridx_entry_size;
+    for (unsigned i = 0; i < definition->num_cols && at + size <= words.size(); ++i, at += size)
+        if ((static_cast<unsigned char>(words[at + kFlags]) & kCalculated) != 0)
+            numbers.push_back(static_cast<unsigned char>(words[at + file->fmt->col_num_offset]));
+    return numbers;
+}
+
 void AccessTable::Reader::ReadColumns() {
+    const std::string words = DefinitionWords();
+    // The library reads on from the page that it has.
+    if (mdb_read_pg(file, entry->table_pg) != file->fmt->pg_size || !mdb_read_columns(definition.get()) ||
+        definition->num_cols == 0 || definition->columns->len != definition->num_cols)
+        throw AccessError("its definition is damaged");
+    TakeColumns(CalculatedColumns(words));
+}
+
+void AccessTable::Reader::TakeColumns(const std::vector<int>& calculated) {
     const bool jet3 = IS_JET3(file);
     for (unsigned i = 0; i < definition->num_cols; ++i) {
         const auto& from = *static_cast<const MdbColumn*>(g_ptr_array_index(definition->columns, i));
+        if (std::find(calculated.begin(), calculated.end(), from.col_num) != calculated.end()) {
+            untaken.push_back(fmt::format("column {}: calculated values are not kept", from.name));
+            continue;
+        }
         const auto type = TypeOf(from);
         if (!type) {
             untaken.push_back(fmt::format("column {}: {}", from.name, WhyUntaken(from)));
@@ -181,7 +242,7 @@ void AccessTable::Reader::ReadColumns() {
         if (*type == ColumnType::Boolean)
             column.defaultValue = false;
         info.columns.push_back(std::move(column));
-        kept.push_back({static_cast<int>(i), from.col_type, Decimals(from), *type});
+        kept.push_back({static_cast<int>(i), PlaceOf(from), from.col_type, Decimals(from), *type});
     }
 }
 
@@ -202,7 +263,7 @@ void AccessTable::Reader::ReadIndexes() {
         index.unique = index.primary || (from.flags & MDB_IDX_UNIQUE) != 0;
         for (unsigned key = 0; key < from.num_keys; ++key)
             for (std::size_t column = 0; column < kept.size(); ++column)
-                if (kept[column].place == from.key_col_num[key] - 1)
+                if (kept[column].number == from.key_col_num[key] - 1)
                     index.columns.push_back(info.columns[column].name);
         if (!index.name.empty() && !index.columns.empty() && index.columns.size() == from.num_keys)
             info.indexes.push_back(std::move(index));
@@ -216,6 +277,10 @@ bool AccessTable::Reader::FindRow() {
         while (row >= rowsOnPage) {
             if (mdb_read_next_dpg(definition.get()) == 0)
                 return false;
+            // Where a map of pages is damaged the library goes through all of them, the last one anew.
+            if (file->cur_pg <= page)
+                continue;
+            page = file->cur_pg;
             row = 0;
             rowsOnPage = mdb_get_int16(file->pg_buf, file->fmt->row_count_offset);
             if (rowsOnPage > file->fmt->pg_size / kBytesARow) {
@@ -232,49 +297,40 @@ bool AccessTable::Reader::SplitRow() {
     int start = 0;
     std::size_t size = 0;
     const int current = row++;
-    if (mdb_find_row(file, current, &start, &size) != 0)
-        throw AccessError(fmt::format("row {} of page {} is damaged", current + 1, definition->cur_phys_pg));
-    if ((start & kNoRow) != 0)
+    const bool found = mdb_find_row(file, current, &start, &size) == 0;
+    if (found && (start & kNoRow) != 0)
         return false;
-    if (mdb_crack_row(definition.get(), start & kRowOffset, size, fields.data()) < 0)
+    const auto* bytes = reinterpret_cast<const char*>(file->pg_buf) + (start & kRowOffset);
+    if (found)
+        fields = jet::Row::Of({bytes, size}, IS_JET3(file));
+    if (!found || !fields)
         throw AccessError(fmt::format("row {} of page {} is damaged", current + 1, definition->cur_phys_pg));
     return true;
 }
 
-/// The field's bytes on the page.
-std::string_view AccessTable::Reader::Bytes(const MdbField& field) const {
-    if (field.start < 0 || field.siz < 0 || field.start + field.siz > file->fmt->pg_size)
-        throw AccessError("it lies outside its page");
-    return {reinterpret_cast<const char*>(file->pg_buf) + field.start, static_cast<std::size_t>(field.siz)};
-}
-
 std::string AccessTable::Reader::Text(std::string_view bytes) const {
-    if (!IS_JET3(file)) {
-        const auto text = jet::Text(bytes);
-        if (!text)
-            throw AccessError("the text is damaged");
-        return *text;
-    }
-    // One byte a character of the file's code page, which the library knows.
-    constexpr std::size_t kMostUtf8 = 4;
-    std::string text(kMostUtf8 * bytes.size() + 1, '\0');
-    text.resize(static_cast<std::size_t>(
-        mdb_unicode2ascii(file, bytes.data(), bytes.size(), text.data(), text.size())));
-    return text;
+    // Jet 3 has one byte a character, or two, of the file's code page, which the library knows.
+    auto text = IS_JET3(file) ? jet::CodedText(bytes, file->iconv_in) : jet::Text(bytes);
+    if (!text)
+        throw AccessError("the text is damaged");
+    return std::move(*text);
 }
 
 /// A row of another page, for a memo; it lasts until the next one is read.
 std::string_view AccessTable::Reader::RowElsewhere(std::uint32_t place) const {
     constexpr std::uint32_t kRow = 0xFF;
-    void* page = nullptr;
+    constexpr int kOwner = 4;
+    constexpr long kMemos = 0x4C41564C;  // "LVAL"
+    void* found = nullptr;
     int start = 0;
     std::size_t length = 0;
-    // The library doesn't look whether the page is one with rows and has that many.
-    if (mdb_find_pg_row(file, static_cast<int>(place), &page, &start, &length) != 0 ||
-        (start & kNoRow) != 0 || mdb_get_byte(page, 0) != MDB_PAGE_DATA ||
-        static_cast<int>(place & kRow) >= mdb_get_int16(page, file->fmt->row_count_offset))
+    // The library doesn't look whether the page is one with memos and has that many.
+    if (mdb_find_pg_row(file, static_cast<int>(place), &found, &start, &length) != 0 ||
+        (start & kNoRow) != 0 || mdb_get_byte(found, 0) != MDB_PAGE_DATA ||
+        mdb_get_int32(found, kOwner) != kMemos ||
+        static_cast<int>(place & kRow) >= mdb_get_int16(found, file->fmt->row_count_offset))
         throw AccessError("the memo is damaged");
-    return {static_cast<const char*>(page) + (start & kRowOffset), length};
+    return {static_cast<const char*>(found) + (start & kRowOffset), length};
 }
 
 /// A memo: within the row, in one row of another page, or in a chain of such.
@@ -337,6 +393,21 @@ std::optional<Value> AccessTable::Reader::Read(const Kept& column, std::string_v
     }
 }
 
+Value AccessTable::Reader::Field(const Kept& column) const {
+    const bool has = fields->Has(column.place);
+    if (column.as == ColumnType::Boolean)
+        return has;
+    if (!has)
+        return {};
+    const auto bytes = fields->Field(column.place);
+    if (!bytes)
+        throw AccessError("it lies outside its row");
+    auto value = Read(column, *bytes);
+    if (!value)
+        throw AccessError("the value is damaged");
+    return std::move(*value);
+}
+
 AccessTable::AccessTable(std::unique_ptr<Reader> reader) : reader_(std::move(reader)) {}
 AccessTable::~AccessTable() = default;
 AccessTable::AccessTable(AccessTable&&) noexcept = default;
@@ -359,21 +430,8 @@ bool AccessTable::Next(std::vector<Value>& values) {
         return false;
     values.resize(reader.kept.size());
     for (std::size_t i = 0; i < values.size(); ++i) {
-        const Kept& column = reader.kept[i];
-        const MdbField& field = reader.fields[static_cast<std::size_t>(column.place)];
-        if (column.type == MDB_BOOL) {
-            // The bit that tells Null is a boolean's value.
-            values[i] = field.is_null == 0;
-            continue;
-        }
-        values[i] = Value();
-        if (field.is_null != 0)
-            continue;
         try {
-            auto value = reader.Read(column, reader.Bytes(field));
-            if (!value)
-                throw AccessError("the value is damaged");
-            values[i] = std::move(*value);
+            values[i] = reader.Field(reader.kept[i]);
         } catch (const AccessError& error) {
             throw AccessError(fmt::format("column {}: {}", reader.info.columns[i].name, error.what()));
         }
@@ -465,6 +523,15 @@ bool LooksLikeAccess(const std::filesystem::path& path) {
     return mark == "Standard Jet DB" || mark == "Standard ACE DB";
 }
 
+/// What the library never needs for a sound file of the size.
+ApartLimits TrialLimits(std::uintmax_t fileSize) {
+    constexpr std::uintmax_t kMegabyte = 1 << 20;
+    // The longest of memos is held a few times, as pieces, characters and text.
+    constexpr std::uintmax_t kCopies = 8;
+    constexpr std::chrono::seconds kLeast(10);
+    return {kLeast + std::chrono::seconds(fileSize / kMegabyte), 256 * kMegabyte + kCopies * fileSize};
+}
+
 }  // namespace
 
 AccessFile::Opened::Opened(const std::filesystem::path& file)
@@ -473,6 +540,9 @@ AccessFile::Opened::Opened(const std::filesystem::path& file)
       handle(mdb_open(file.string().c_str(), MDB_NOFLAGS)) {
     if (!handle)
         throw AccessError("it is of a form of Access that is not known");
+    // The library deciphers what Jet wrote. From Access 2007 on the key is one of the password's.
+    if (handle->f->jet_version > MDB_VER_JET4 && handle->f->db_key != 0)
+        throw AccessError("it is encrypted with a password; take the password off in Access first");
     try {
         ReadList();
     } catch (const AccessError&) {
@@ -516,13 +586,14 @@ AccessFile::AccessFile(const std::filesystem::path& path) {
         throw AccessError(fmt::format("'{}' is no Access file", name));
     std::string fault = "its list of tables is damaged";
     try {
-        const bool survived = SurvivesApart([&] {
+        const auto trial = [&] {
             try {
-                const Opened trial(path);
+                const Opened opened(path);
             } catch (const std::runtime_error&) {
                 // Told below.
             }
-        });
+        };
+        const bool survived = SurvivesApart(trial, TrialLimits(std::filesystem::file_size(path)));
         if (survived) {
             opened_ = std::make_unique<Opened>(path);
             return;
@@ -550,7 +621,8 @@ const std::vector<std::string>& AccessFile::Untaken() const {
 
 AccessTable AccessFile::OpenTable(const std::string& name) const {
     // The trial opens the file anew: two processes on one handle would move each other's place in it.
-    if (!SurvivesApart([&] { Opened(opened_->path).ReadThrough(name); }))
+    const auto trial = [&] { Opened(opened_->path).ReadThrough(name); };
+    if (!SurvivesApart(trial, TrialLimits(opened_->size)))
         throw AccessError("it is damaged");
     return opened_->Open(name);
 }

@@ -44,7 +44,7 @@ class AccessTable {
 
 /// An Access file (Jet 3 and 4, and what came after), opened for reading alone. The library below it may
 /// crash on a damaged file; so the list of tables, and each table before its rows are given out, is first
-/// read to its end in a process of its own, and what crashes there counts as damaged.
+/// read to its end in a process of its own, and what crashes there or comes to no end counts as damaged.
 class AccessFile {
   public:
     /// Throws AccessError when the file can't be read, is no Access file or its list of tables is damaged.

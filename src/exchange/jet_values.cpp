@@ -102,6 +102,24 @@ std::optional<std::string> Text(std::string_view bytes) {
     return std::string(text.get(), static_cast<std::size_t>(written));
 }
 
+std::optional<std::string> CodedText(std::string_view bytes, iconv_t toUtf8) {
+    constexpr std::size_t kMostUtf8 = 4;
+    while (!bytes.empty() && bytes.back() == '\0')
+        bytes.remove_suffix(1);
+    std::string text(kMostUtf8 * bytes.size(), '\0');
+    // It does not write to what it reads.
+    char* in = const_cast<char*>(bytes.data());
+    char* out = text.data();
+    std::size_t unread = bytes.size();
+    std::size_t room = text.size();
+    iconv(toUtf8, nullptr, nullptr, nullptr, nullptr);
+    if (bytes.find('\0') != std::string_view::npos ||
+        iconv(toUtf8, &in, &unread, &out, &room) == static_cast<std::size_t>(-1))
+        return std::nullopt;
+    text.resize(text.size() - room);
+    return text;
+}
+
 std::optional<Value> Money(std::string_view bytes) {
     if (bytes.size() != sizeof(std::int64_t))
         return std::nullopt;
@@ -118,7 +136,10 @@ std::optional<Value> Moment(std::string_view bytes) {
     if (!(serial > kFirst - 1 && serial < kBehindLast))
         return std::nullopt;
     const double day = std::trunc(serial);
-    return Date(StoredSerial(Date(day + std::fabs(serial - day))));
+    const double stored = StoredSerial(Date(day + std::fabs(serial - day)));
+    if (stored >= kBehindLast)
+        return std::nullopt;
+    return Date(stored);
 }
 
 std::optional<Value> Guid(std::string_view bytes) {

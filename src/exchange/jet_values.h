@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include <iconv.h>
+
 #include "datastore/value.h"
 
 // The forms in which a Jet database keeps its values, little end first. Each is handed the value's own bytes;
@@ -12,6 +14,8 @@ namespace kv::jet {
 /// A Jet 4 text: UTF-16, or with FF FE in front one byte a character where that suffices. Zeros behind are
 /// padding.
 std::optional<std::string> Text(std::string_view bytes);
+/// A Jet 3 text, of a code page that `toUtf8` converts from. Zeros behind are padding.
+std::optional<std::string> CodedText(std::string_view bytes, iconv_t toUtf8);
 /// Money: 8 bytes, ten-thousandths.
 std::optional<Value> Money(std::string_view bytes);
 /// A moment to the second. Jet counts the time of a day before 1899-12-30 away from that day too: -1.25 is

@@ -229,12 +229,22 @@ TEST_F(Platform, TheConfigurationFolderIsTheUsers) {
 }
 
 TEST_F(Platform, WorkApartLeavesThisProgramAsItIs) {
+    constexpr std::size_t kMegabyte = 1 << 20;
+    const auto survives = [](const std::function<void()>& work) {
+        return SurvivesApart(work, {std::chrono::seconds(1), 64 * kMegabyte});
+    };
     int changed = 0;
-    EXPECT_TRUE(SurvivesApart([&] { changed = 1; }));
+    EXPECT_TRUE(survives([&] { changed = 1; }));
     EXPECT_EQ(changed, 0);
-    EXPECT_FALSE(SurvivesApart([] { throw std::runtime_error("no"); }));
-    EXPECT_FALSE(SurvivesApart([] { std::raise(SIGSEGV); }));
-    EXPECT_FALSE(SurvivesApart([] { std::abort(); }));
+    EXPECT_FALSE(survives([] { throw std::runtime_error("no"); }));
+    EXPECT_FALSE(survives([] { std::raise(SIGSEGV); }));
+    EXPECT_FALSE(survives([] { std::abort(); }));
+    EXPECT_TRUE(survives([] { std::vector<char>(32 * kMegabyte, 'x'); }));
+    EXPECT_FALSE(survives([] { std::vector<char>(128 * kMegabyte, 'x'); }));
+    EXPECT_FALSE(survives([] {
+        for (volatile bool more = true; more;)
+            continue;
+    }));
 }
 
 }  // namespace

@@ -84,6 +84,17 @@ JetTable People() {
     return people;
 }
 
+std::vector<std::string> IndexesOf(const AccessTable& table) {
+    std::vector<std::string> indexes;
+    for (const IndexInfo& index : table.Info().indexes)
+        indexes.push_back(index.name +
+                          (index.primary  ? " primary"
+                           : index.unique ? " unique"
+                                          : "") +
+                          " on " + Join(index.columns, ","));
+    return indexes;
+}
+
 TEST(AccessFile, ReadsWhatAccessWrote) {
     const AccessFile file(KV_SOURCE_DIR "/tests/exchange/data/users.mdb");
     EXPECT_THAT(file.TableNames(), ElementsAre("Users"));
@@ -181,18 +192,105 @@ TEST(AccessFile, ReadsKeysManyPagesAndWideTablesWithoutWhatWasDeleted) {
     EXPECT_EQ(rows.back(), "2999|name");
     const AccessTable table = file.OpenTable("Many");
     EXPECT_EQ(table.StatedRows(), 2000);
-    std::vector<std::string> indexes;
-    for (const IndexInfo& index : table.Info().indexes)
-        indexes.push_back(index.name +
-                          (index.primary  ? " primary"
-                           : index.unique ? " unique"
-                                          : "") +
-                          " on " + Join(index.columns, ","));
-    EXPECT_THAT(indexes, ElementsAre("PrimaryKey primary on id", "byName on name,id", "once unique on name"));
+    EXPECT_THAT(IndexesOf(table),
+                ElementsAre("PrimaryKey primary on id", "byName on name,id", "once unique on name"));
 
     const std::vector<std::string> one = Lines(file.OpenTable("Wide"));
     ASSERT_EQ(one.size(), 1U);
     EXPECT_THAT(one[0], testing::EndsWith("|248|249"));
+}
+
+TEST(AccessFile, ReadsJet3) {
+    // Rows of more than 256 and 512 bytes have tables of jumps.
+    const std::string memo(5000, 'm');
+    JetTable people{"People",
+                    {{"id", kLong, 4, true},
+                     {"name", kText, 60},
+                     {"about", kText, 255},
+                     {"more", kText, 255},
+                     {"note", kMemo, 0},
+                     {"here", kBoolean}},
+                    {{"PrimaryKey", {0}, true, true}},
+                    {{JetLong(1), "Zo\xEB", "a", "b", "short", ""},
+                     {JetLong(2), "Ann", std::string(250, 'a'), std::string(250, 'b'), memo, {}},
+                     {JetLong(3), "", std::string(255, 'a'), {}, {}, ""},
+                     {JetLong(4), "Zo\x81", {}, {}, {}, {}},
+                     {JetLong(5), std::string("a\0b\0\0", 5), {}, {}, {}, {}},
+                     {JetLong(6), std::string("ab\0\0", 4), {}, {}, {}, {}}},
+                    {},
+                    1};
+    const auto read = [&](int codePage) {
+        const Written written(
+            JetFile({people}, {.version = JetVersion::Jet3, .key = 0, .codePage = codePage}));
+        return Lines(written.Open().OpenTable("People"));
+    };
+    EXPECT_THAT(
+        read(1252),
+        ElementsAre("1|Zo\u00EB|a|b|short|True",
+                    "2|Ann|" + std::string(250, 'a') + "|" + std::string(250, 'b') + "|" + memo + "|False",
+                    "3||" + std::string(255, 'a') + "|Null|Null|True",
+                    "error: column name: the text is damaged", "error: column name: the text is damaged",
+                    "6|ab|Null|Null|Null|False"));
+    EXPECT_THAT(read(1251), testing::Contains("1|Zo\u043B|a|b|short|True"));
+
+    const Written written(JetFile({people}, {.version = JetVersion::Jet3}));
+    const AccessFile file = written.Open();
+    const AccessTable table = file.OpenTable("People");
+    EXPECT_EQ(table.Info().columns[1].size, 60);
+    EXPECT_THAT(IndexesOf(table), ElementsAre("PrimaryKey primary on id"));
+}
+
+TEST(AccessFile, ReadsWhatJetEncipheredAndTellsOfWhatAccess2007Encrypted) {
+    const std::vector<std::string> sound = Lines(Written({People()}).Open().OpenTable("People"));
+    const auto read = [](const std::string& content) {
+        return Lines(Written(content).Open().OpenTable("People"));
+    };
+    EXPECT_EQ(read(JetFile({People()}, {.key = 0x1234ABCD})), sound);
+    EXPECT_EQ(read(JetFile({People()}, {.version = JetVersion::Ace2007})), sound);
+    // A password alone encrypts nothing.
+    std::string locked = JetFile({People()});
+    locked[0x42] ^= 0x55;
+    EXPECT_EQ(read(locked), sound);
+
+    const std::string encrypted = JetFile({People()}, {.version = JetVersion::Ace2007, .key = 0x1234ABCD});
+    EXPECT_THAT(WordsOf(Written(encrypted).Path()),
+                testing::EndsWith("can't be read: it is encrypted with a password; take the password off in "
+                                  "Access first"));
+}
+
+TEST(AccessFile, ColumnsThatCameLaterAreNullInTheRowsBefore) {
+    // What stands behind the mask of a short row is the count of columns of the one before: odd, so that its
+    // lowest bit would tell that the ninth column is there.
+    JetTable grown{"Grown", {}, {}, {}, {}, 1};
+    for (int i = 0; i < 8; ++i)
+        grown.columns.push_back({.name = fmt::format("n{}", i), .type = kLong, .deleted = i == 1});
+    grown.columns.push_back({.name = "later", .type = kLong});
+    grown.columns.push_back({.name = "text", .type = kText});
+    grown.columns.push_back({.name = "tick", .type = kBoolean});
+    grown.indexes = {{"byThird", {2}, false, false}};
+    const JetRow full(11, JetLong(0x01010101));
+    const JetRow early(8, JetLong(0x01010101));
+    grown.rows = {full, early};
+    grown.rows[0][9] = JetText(u"x");
+    const Written written(std::vector<JetTable>{grown});
+    const std::string number = std::to_string(0x01010101);
+    const std::string seven = Join(std::vector<std::string>(7, number), "|");
+    const AccessFile file = written.Open();
+    EXPECT_THAT(IndexesOf(file.OpenTable("Grown")), ElementsAre("byThird on n2"));
+    EXPECT_THAT(Lines(file.OpenTable("Grown")),
+                ElementsAre(seven + "|" + number + "|x|True", seven + "|Null|Null|False"));
+}
+
+TEST(AccessFile, CalculatedColumnsOfAccess2010AreTold) {
+    // Their values have a head of their own.
+    const JetTable orders{"Orders", {{"id", kLong}, {.name = "total", .type = kText, .calculated = true}},
+                          {},       {{JetLong(1), std::string(23, '\x02')}},
+                          {},       1};
+    const Written written(JetFile({orders}, {.version = JetVersion::Ace2010}));
+    const AccessFile file = written.Open();
+    EXPECT_THAT(file.OpenTable("Orders").Untaken(),
+                ElementsAre("column total: calculated values are not kept"));
+    EXPECT_THAT(Lines(file.OpenTable("Orders")), ElementsAre("1"));
 }
 
 TEST(AccessFile, WhatIsNoSoundFileIsRefusedWithWords) {
@@ -203,6 +301,10 @@ TEST(AccessFile, WhatIsNoSoundFileIsRefusedWithWords) {
     listless.replace(2 * kPage, kPage, kPage, '\0');
     std::string lostList = real;
     lostList.replace(17 * kPage, kPage, kPage, '\0');  // the list's own rows
+    std::string older = real;
+    older[0x14] = '\0';  // Jet 3, whose pages are of another size
+    std::string key = real;
+    key[0x3E] ^= 0x10;
     const std::pair<std::string, const char*> cases[] = {
         {"", "is no Access file"},
         {"This is a text.", "is no Access file"},
@@ -211,10 +313,36 @@ TEST(AccessFile, WhatIsNoSoundFileIsRefusedWithWords) {
         {strange, "a form of Access that is not known"},
         {listless, "list of tables is damaged"},
         {lostList, "list of tables is damaged"},
+        {older, "list of tables is damaged"},
+        {key, "list of tables is damaged"},
     };
     for (const auto& [content, words] : cases)
         EXPECT_THAT(WordsOf(Written(content).Path()), HasSubstr(words)) << content.size();
     EXPECT_THAT(WordsOf("/nowhere/kestrava.mdb"), HasSubstr("can't be found"));
+}
+
+TEST(AccessFile, ATableWhoseDefinitionBreaksOffIsRefused) {
+    // All of the definition but the last column's name is on the first page.
+    JetTable wide{"Wide", {}, {}, {{}}, {}, 1};
+    for (int i = 0; i < 32; ++i) {
+        wide.columns.push_back({.name = fmt::format("{:_>{}}", i, i == 0 ? 55 : 51), .type = kShort});
+        wide.rows[0].push_back(JetNumber(7, 2));
+    }
+    const auto read = [&](std::optional<std::size_t> goesOnAt) {
+        std::string content = JetFile({wide});
+        if (goesOnAt)
+            content.replace(3 * kPage + 4, 4, JetNumber(*goesOnAt, 4));
+        const Written written(content);
+        try {
+            return Lines(written.Open().OpenTable("Wide")).at(0);
+        } catch (const AccessError& error) {
+            return std::string(error.what());
+        }
+    };
+    EXPECT_THAT(read(std::nullopt), testing::StartsWith("7|7|7|"));
+    // Nowhere, outside the file, on a page of rows, on the first page again.
+    for (const std::size_t page : {0, 9999, 4, 3})
+        EXPECT_EQ(read(page), "its definition is damaged") << page;
 }
 
 TEST(AccessFile, ADamagedPageCostsItsOwnRowsAlone) {
@@ -231,6 +359,10 @@ TEST(AccessFile, ADamagedPageCostsItsOwnRowsAlone) {
     lostMemo.replace(whole.find("LVAL") - 4, kPage, kPage, '\0');
     EXPECT_THAT(rowsOf(lostMemo), ElementsAre(HasSubstr("error: column note: the memo is"), good[1], good[2],
                                               good[3], good[4]));
+    // It would be read as a text.
+    std::string otherPage = whole;
+    otherPage.replace(whole.find("LVAL"), 4, JetNumber(3, 4));
+    EXPECT_THAT(rowsOf(otherPage)[0], HasSubstr("error: column note: the memo is"));
     std::string lostRows = whole;
     lostRows.replace(whole.find(JetText(u"somebody")) / kPage * kPage, kPage, kPage, '\0');
     const Written written(lostRows);

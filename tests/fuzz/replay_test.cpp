@@ -15,6 +15,7 @@
 
 // The targets' one function, which the build gives a name for each (tests/CMakeLists.txt).
 extern "C" {
+int FuzzAccess(const std::uint8_t* data, std::size_t size);
 int FuzzConversions(const std::uint8_t* data, std::size_t size);
 int FuzzCsv(const std::uint8_t* data, std::size_t size);
 int FuzzDialect(const std::uint8_t* data, std::size_t size);
@@ -150,7 +151,8 @@ TEST_P(FuzzReplay, ChangedInputs) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Targets, FuzzReplay,
-                         testing::Values(Target{"conversions", FuzzConversions, 8000},
+                         testing::Values(Target{"access", FuzzAccess, 150},
+                                         Target{"conversions", FuzzConversions, 8000},
                                          Target{"csv", FuzzCsv, 8000}, Target{"dialect", FuzzDialect, 8000},
                                          Target{"ini", FuzzIni, 4000}, Target{"rtf", FuzzRtf, 8000}),
                          [](const auto& target) { return std::string(target.param.name); });

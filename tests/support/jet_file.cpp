@@ -1,6 +1,8 @@
 #include "support/jet_file.h"
 
-#include <stdexcept>
+#include <array>
+#include <numeric>
+#include <utility>
 
 #include "base/platform.h"
 
@@ -9,10 +11,7 @@ namespace {
 
 using namespace jet_type;
 
-constexpr std::size_t kPage = 4096;
-constexpr std::size_t kDataHead = 14;
 constexpr std::size_t kListPage = 2;
-constexpr std::size_t kFirstFree = 3;
 /// The row of another page in which a table's map of pages stands.
 constexpr std::size_t kMapBytes = 64;
 
@@ -44,19 +43,33 @@ bool IsFixed(const JetColumn& column) {
     return FixedSize(column.type) >= 0;
 }
 
-std::string PlainText(const std::string& text) {
-    std::string bytes;
-    for (const char letter : text)
-        bytes += {letter, '\0'};
+/// RC4, which enciphers and deciphers alike.
+std::string InCipher(std::uint32_t key, std::string bytes) {
+    const std::string keyBytes = JetNumber(key, 4);
+    std::array<unsigned char, 256> state{};
+    std::iota(state.begin(), state.end(), static_cast<unsigned char>(0));
+    unsigned char x = 0;
+    unsigned char y = 0;
+    for (std::size_t i = 0; i < state.size(); ++i) {
+        y = static_cast<unsigned char>(y + state[i] + static_cast<unsigned char>(keyBytes[i % 4]));
+        std::swap(state[i], state[y]);
+    }
+    y = 0;
+    for (char& byte : bytes) {
+        y = static_cast<unsigned char>(y + state[++x]);
+        std::swap(state[x], state[y]);
+        byte = static_cast<char>(byte ^ state[static_cast<unsigned char>(state[x] + state[y])]);
+    }
     return bytes;
 }
 
 class Writer {
   public:
+    explicit Writer(const JetForm& form)
+        : form_(form), jet3_(form.version == JetVersion::Jet3), page_(JetPageSize(form.version)) {}
+
     std::string Write(const std::vector<JetTable>& tables) {
-        // Of a real file: behind its first words the head is in cipher.
-        const auto real = ReadFile(KV_SOURCE_DIR "/tests/exchange/data/users.mdb");
-        pages_ = {real.value().substr(0, kPage), std::string(kPage, '\0'), std::string(kPage, '\0')};
+        pages_ = {Head(), std::string(page_, '\0'), std::string(page_, '\0')};
         JetTable list{"MSysObjects",
                       {{"Id", kLong}, {"Name"}, {"Type", kShort}, {"Flags", kLong}, {"LvProp", kOle}},
                       {},
@@ -72,14 +85,49 @@ class Writer {
             add(table.name, table.kind == 1 ? AddTable(table, AddPage()) : 0, table.kind, 0);
         AddTable(list, kListPage);
         std::string file;
-        for (const std::string& page : pages_)
-            file += page;
+        for (std::size_t page = 0; page < pages_.size(); ++page)
+            file += page == 0 || form_.key == 0
+                        ? pages_[page]
+                        : InCipher(form_.key ^ static_cast<std::uint32_t>(page), pages_[page]);
         return file;
     }
 
   private:
+    /// A real file's, with the form's own words in it. From 0x18 on it is in a cipher of its own.
+    std::string Head() const {
+        constexpr std::uint32_t kHeadKey = 0x6B39DAC7;
+        constexpr std::size_t kCipher = 0x18;
+        std::string head = ReadFile(KV_SOURCE_DIR "/tests/exchange/data/users.mdb").value().substr(0, page_);
+        if (form_.version >= JetVersion::Ace2007)
+            head.replace(4, 15, "Standard ACE DB");
+        head[0x14] = static_cast<char>(form_.version);
+        std::string words = InCipher(kHeadKey, head.substr(kCipher, jet3_ ? 126 : 128));
+        words.replace(0x3C - kCipher, 2, JetNumber(static_cast<std::uint64_t>(form_.codePage), 2));
+        words.replace(0x3E - kCipher, 4, JetNumber(form_.key, 4));
+        return head.replace(kCipher, words.size(), InCipher(kHeadKey, words));
+    }
+
+    /// A number in the width of counts and offsets within a row.
+    std::string Small(std::size_t number) const { return JetNumber(number, jet3_ ? 1 : 2); }
+
+    std::string PlainText(const std::string& text) const {
+        if (jet3_)
+            return text;
+        std::string bytes;
+        for (const char letter : text)
+            bytes += {letter, '\0'};
+        return bytes;
+    }
+
+    std::string Name(const std::string& name) const {
+        const std::string text = PlainText(name);
+        return Small(text.size()) + text;
+    }
+
+    std::size_t DataHead() const { return jet3_ ? 10 : 14; }
+
     std::size_t AddPage() {
-        pages_.emplace_back(kPage, '\0');
+        pages_.emplace_back(page_, '\0');
         return pages_.size() - 1;
     }
 
@@ -102,15 +150,15 @@ class Writer {
                             const std::set<std::size_t>& deleted) {
         const std::size_t page = AddPage();
         std::string offsets;
-        std::size_t end = kPage;
+        std::size_t end = page_;
         for (std::size_t i = 0; i < rows.size(); ++i) {
             end -= rows[i].size();
             Put(page, end, rows[i]);
             offsets += JetNumber(end | (deleted.contains(i) ? 0xC000U : 0U), 2);
         }
         Put(page, 0,
-            "\x01\x01" + JetNumber(end - kDataHead - offsets.size(), 2) + JetNumber(owner, 4) +
-                JetNumber(0, 4) + JetNumber(rows.size(), 2) + offsets);
+            "\x01\x01" + JetNumber(end - DataHead() - offsets.size(), 2) + JetNumber(owner, 4) +
+                JetNumber(0, DataHead() - 10) + JetNumber(rows.size(), 2) + offsets);
         return page;
     }
 
@@ -118,12 +166,12 @@ class Writer {
         std::vector<std::size_t> pages;
         std::vector<std::string> rows;
         std::set<std::size_t> deleted;
-        std::size_t room = kPage - kDataHead;
+        std::size_t room = page_ - DataHead();
         const auto flush = [&] {
             pages.push_back(AddDataPage(owner, rows, deleted));
             rows.clear();
             deleted.clear();
-            room = kPage - kDataHead;
+            room = page_ - DataHead();
         };
         for (std::size_t i = 0; i < table.rows.size(); ++i) {
             std::string row = RowBytes(table, table.rows[i]);
@@ -140,14 +188,14 @@ class Writer {
     }
 
     std::string RowBytes(const JetTable& table, const JetRow& row) {
-        const std::size_t count = table.columns.size();
-        std::string bytes = JetNumber(count, 2);
+        const std::size_t count = row.size();
+        std::string bytes = Small(count);
         std::string mask((count + 7) / 8, '\0');
         std::vector<std::size_t> offsets;
         for (const bool fixed : {true, false}) {
             for (std::size_t i = 0; i < count; ++i) {
-                const JetColumn& column = table.columns[i];
-                if (row.at(i))
+                const JetColumn& column = table.columns.at(i);
+                if (row[i])
                     mask[i / 8] |= static_cast<char>(1 << i % 8);
                 if (IsFixed(column) != fixed)
                     continue;
@@ -163,27 +211,43 @@ class Writer {
             }
         }
         if (!offsets.empty()) {
-            bytes += JetNumber(bytes.size(), 2);
+            const std::size_t variable = offsets.size();
+            offsets.push_back(bytes.size());
             for (std::size_t i = offsets.size(); i-- > 0;)
-                bytes += JetNumber(offsets[i], 2);
-            bytes += JetNumber(offsets.size(), 2);
+                bytes += Small(offsets[i] & (jet3_ ? 0xFFU : 0xFFFFU));
+            if (jet3_)
+                bytes += Jumps(offsets, bytes.size() + 1 + mask.size());
+            bytes += Small(variable);
         }
         return bytes + mask;
+    }
+
+    /// Jet 3 keeps the lower byte of an offset, and for each 256 bytes of the row the first column that lies
+    /// behind them; the last ones stand in front.
+    static std::string Jumps(const std::vector<std::size_t>& offsets, std::size_t rowSize) {
+        std::string jumps;
+        for (std::size_t bound = 256; rowSize + jumps.size() > bound; bound += 256) {
+            std::size_t first = 0;
+            while (first < offsets.size() && offsets[first] < bound)
+                ++first;
+            jumps.insert(0, 1, first < offsets.size() ? static_cast<char>(first) : '\xFF');
+        }
+        return jumps;
     }
 
     /// Within the row, on a page of its own, or in a chain of pages.
     std::string LongValue(const std::string& content) {
         constexpr std::size_t kMostInRow = 64;
-        constexpr std::size_t kMostOnPage = 4000;
+        const std::size_t mostOnPage = page_ - 96;
         constexpr std::size_t kOwner = 0x4C41564C;  // "LVAL"
         if (content.size() <= kMostInRow)
             return JetNumber(content.size() | 0x80000000, 4) + JetNumber(0, 8) + content;
-        if (content.size() <= kMostOnPage)
+        if (content.size() <= mostOnPage)
             return JetNumber(content.size() | 0x40000000, 4) +
                    JetNumber(AddDataPage(kOwner, {content}, {}) << 8, 4) + JetNumber(0, 4);
         std::size_t next = 0;
-        for (std::size_t start = (content.size() - 1) / kMostOnPage * kMostOnPage;; start -= kMostOnPage) {
-            next = AddDataPage(kOwner, {JetNumber(next, 4) + content.substr(start, kMostOnPage)}, {}) << 8;
+        for (std::size_t start = (content.size() - 1) / mostOnPage * mostOnPage;; start -= mostOnPage) {
+            next = AddDataPage(kOwner, {JetNumber(next, 4) + content.substr(start, mostOnPage)}, {}) << 8;
             if (start == 0)
                 break;
         }
@@ -195,27 +259,30 @@ class Writer {
         definition.replace(0, 4, JetNumber(definition.size() + 8, 4));
         // What a page does not hold stands on the next one, behind a head of 8 bytes.
         constexpr std::size_t kHead = 8;
-        for (std::size_t at = 0; at < definition.size(); at += kPage - kHead) {
-            const bool more = at + kPage - kHead < definition.size();
+        for (std::size_t at = 0; at < definition.size(); at += page_ - kHead) {
+            const bool more = at + page_ - kHead < definition.size();
             const std::size_t next = more ? AddPage() : 0;
             Put(page, 0,
-                "\x02\x01" + JetNumber(0, 2) + JetNumber(next, 4) + definition.substr(at, kPage - kHead));
+                "\x02\x01" + JetNumber(0, 2) + JetNumber(next, 4) + definition.substr(at, page_ - kHead));
             page = next;
         }
     }
 
-    static std::string DefinitionHead(const JetTable& table, std::size_t map) {
+    std::string DefinitionHead(const JetTable& table, std::size_t map) const {
         std::size_t variable = 0;
-        for (const JetColumn& column : table.columns)
+        std::size_t shown = 0;
+        for (const JetColumn& column : table.columns) {
             variable += IsFixed(column) ? 0 : 1;
-        const std::size_t count = table.columns.size();
-        return JetNumber(0, 8) + JetNumber(table.rows.size() - table.deleted.size(), 4) + JetNumber(0, 8) +
-               JetNumber(0, 4) + JetNumber(0, 8) + 'N' + JetNumber(count, 2) + JetNumber(variable, 2) +
-               JetNumber(count, 2) + JetNumber(table.indexes.size(), 4) + JetNumber(table.indexes.size(), 4) +
-               JetNumber(map, 4) + JetNumber(map, 4) + std::string(12 * table.indexes.size(), '\0');
+            shown += column.deleted ? 0 : 1;
+        }
+        return JetNumber(0, jet3_ ? 4 : 8) + JetNumber(table.rows.size() - table.deleted.size(), 4) +
+               JetNumber(0, jet3_ ? 4 : 20) + 'N' + JetNumber(table.columns.size(), 2) +
+               JetNumber(variable, 2) + JetNumber(shown, 2) + JetNumber(table.indexes.size(), 4) +
+               JetNumber(table.indexes.size(), 4) + JetNumber(map, 4) + JetNumber(map, 4) +
+               std::string((jet3_ ? 8 : 12) * table.indexes.size(), '\0');
     }
 
-    static std::string ColumnWords(const JetTable& table) {
+    std::string ColumnWords(const JetTable& table) const {
         std::string words;
         std::string names;
         std::size_t variable = 0;
@@ -224,39 +291,49 @@ class Writer {
             const JetColumn& column = table.columns[i];
             const bool isFixed = IsFixed(column);
             const int size = isFixed ? FixedSize(column.type) : column.size;
-            words += static_cast<char>(column.type) + JetNumber(0, 4) + JetNumber(i, 2) +
-                     JetNumber(isFixed ? 0 : variable++, 2) + JetNumber(i, 2) +
-                     static_cast<char>(column.precision) + static_cast<char>(column.scale) + JetNumber(0, 2) +
-                     static_cast<char>((isFixed ? 1 : 0) | 2 | (column.counter ? 4 : 0)) + JetNumber(0, 5) +
-                     JetNumber(isFixed ? fixed : 0, 2) + JetNumber(static_cast<std::uint64_t>(size), 2);
+            if (!column.deleted) {
+                const std::string digits = {static_cast<char>(column.precision),
+                                            static_cast<char>(column.scale)};
+                words += static_cast<char>(column.type) + JetNumber(0, jet3_ ? 0 : 4) + JetNumber(i, 2) +
+                         JetNumber(isFixed ? 0 : variable, 2) + JetNumber(i, 2) +
+                         (jet3_ ? JetNumber(0, 2) + digits : digits) + JetNumber(0, 2) +
+                         static_cast<char>((isFixed ? 1 : 0) | 2 | (column.counter ? 4 : 0)) +
+                         JetNumber(column.calculated ? 0xC0 : 0, jet3_ ? 0 : 5) +
+                         JetNumber(isFixed ? fixed : 0, 2) + JetNumber(static_cast<std::uint64_t>(size), 2);
+                names += Name(column.name);
+            }
+            variable += isFixed ? 0 : 1;
             fixed += isFixed ? static_cast<std::size_t>(size) : 0;
-            names += JetNumber(2 * column.name.size(), 2) + PlainText(column.name);
         }
         return words + names;
     }
 
-    static std::string IndexWords(const JetTable& table) {
+    std::string IndexWords(const JetTable& table) const {
         constexpr std::size_t kMostColumns = 10;
+        const int unknown = jet3_ ? 0 : 4;
         std::string keys;
         std::string kinds;
         std::string names;
         for (std::size_t i = 0; i < table.indexes.size(); ++i) {
             const JetIndex& index = table.indexes[i];
-            keys += JetNumber(0, 4);
+            keys += JetNumber(0, unknown);
             for (std::size_t k = 0; k < kMostColumns; ++k)
                 keys += k < index.columns.size()
                             ? JetNumber(static_cast<std::uint64_t>(index.columns[k]), 2) + '\1'
                             : "\xFF\xFF" + JetNumber(0, 1);
-            keys +=
-                JetNumber(0, 12) + static_cast<char>(index.unique || index.primary ? 1 : 0) + JetNumber(0, 5);
-            kinds += JetNumber(0, 4) + JetNumber(i, 4) + JetNumber(i, 4) + '\0' + JetNumber(0xFFFFFFFF, 4) +
-                     JetNumber(0, 4) + JetNumber(0, 2) + static_cast<char>(index.primary ? 1 : 0) +
-                     JetNumber(0, 4);
-            names += JetNumber(2 * index.name.size(), 2) + PlainText(index.name);
+            keys += JetNumber(0, 8) + JetNumber(0, unknown) +
+                    static_cast<char>(index.unique || index.primary ? 1 : 0) + JetNumber(0, jet3_ ? 0 : 5);
+            kinds += JetNumber(0, unknown) + JetNumber(i, 4) + JetNumber(i, 4) + '\0' +
+                     JetNumber(0xFFFFFFFF, 4) + JetNumber(0, 4) + JetNumber(0, 2) +
+                     static_cast<char>(index.primary ? 1 : 0) + JetNumber(0, unknown);
+            names += Name(index.name);
         }
         return keys + kinds + names + "\xFF\xFF";
     }
 
+    JetForm form_;
+    bool jet3_;
+    std::size_t page_;
     std::vector<std::string> pages_;
 };
 
@@ -276,8 +353,12 @@ std::string JetText(std::u16string_view text) {
     return bytes;
 }
 
-std::string JetFile(const std::vector<JetTable>& tables) {
-    return Writer().Write(tables);
+std::size_t JetPageSize(JetVersion version) {
+    return version == JetVersion::Jet3 ? 2048 : 4096;
+}
+
+std::string JetFile(const std::vector<JetTable>& tables, const JetForm& form) {
+    return Writer(form).Write(tables);
 }
 
 }  // namespace kv::test

@@ -9,8 +9,8 @@
 
 namespace kv::test {
 
-// Writes Jet 4 files for the tests that read them: tables, rows and long texts as the format has them,
-// without the pages that only Access itself needs. Debian has no program that writes such files.
+// Writes Jet files for the tests that read them: tables, rows and long texts as the format has them, without
+// the pages that only Access itself needs. Debian has no program that writes such files.
 
 /// The types of columns by their numbers in the file.
 namespace jet_type {
@@ -21,11 +21,15 @@ inline constexpr int kBoolean = 1, kByte = 2, kShort = 3, kLong = 4, kMoney = 5,
 struct JetColumn {
     std::string name;
     int type = jet_type::kText;
-    /// Bytes; two a character.
+    /// Bytes; two a character, in Jet 3 one.
     int size = 510;
     bool counter = false;
     int precision = 0;
     int scale = 0;
+    /// It was deleted: rows keep its place, the definition lacks it.
+    bool deleted = false;
+    /// Worked out from others; from Access 2010 on.
+    bool calculated = false;
 };
 
 struct JetIndex {
@@ -36,7 +40,8 @@ struct JetIndex {
     bool unique = false;
 };
 
-/// A row's fields as bytes; nothing is Null, and for a boolean false.
+/// A row's fields as bytes; nothing is Null, and for a boolean false. One with fewer fields than the table
+/// has columns was written before the others were added.
 using JetRow = std::vector<std::optional<std::string>>;
 
 struct JetTable {
@@ -60,7 +65,19 @@ inline std::string JetDouble(double number) {
 }
 std::string JetText(std::u16string_view text);
 
-/// The whole file.
-std::string JetFile(const std::vector<JetTable>& tables);
+enum class JetVersion { Jet3 = 0, Jet4 = 1, Ace2007 = 2, Ace2010 = 3 };
+
+struct JetForm {
+    JetVersion version = JetVersion::Jet4;
+    /// All pages but the head are in cipher with it; 0 for none.
+    std::uint32_t key = 0;
+    /// What Jet 3 texts are in.
+    int codePage = 1252;
+};
+
+std::size_t JetPageSize(JetVersion version);
+/// The whole file. The pages of one table lie together, its definition in front, in the order of the tables;
+/// behind them lies what the list of tables on page 2 needs.
+std::string JetFile(const std::vector<JetTable>& tables, const JetForm& form = {});
 
 }  // namespace kv::test
