@@ -123,7 +123,9 @@ EngineError ErrorOf(const PGresult* result, const Speller& spelled) {
 
 EngineError NotReached(std::string_view detail) {
     // The server's own word: it is there, but this user, this database or one more seat is not welcome.
-    const bool turnedAway = detail.find("FATAL:") != std::string_view::npos;
+    const auto says = [&](std::string_view words) { return detail.find(words) != std::string_view::npos; };
+    const bool turnedAway =
+        says("FATAL:") && !says("the database system is");  // ... starting up, shutting down
     return {
         engine_error::kConnectionFailed,
         fmt::format("The database server {}: {}. What is on the screen is kept; please try again when the "
