@@ -34,6 +34,7 @@
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
 #define KV_ASAN
+#include <sanitizer/common_interface_defs.h>
 #endif
 #endif
 
@@ -45,6 +46,9 @@ bool isApart = false;
 
 void EndAsWithoutFuzzer() {
     isApart = true;
+#ifdef KV_ASAN
+    __sanitizer_set_death_callback(nullptr);
+#endif
     for (const int signal : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGTRAP})
         std::signal(signal, SIG_DFL);
 }
