@@ -6,8 +6,8 @@
 #include "base/numbers.h"
 #include "base/platform.h"
 #include "base/text.h"
+#include "datastore/try_step.h"
 #include "matching/commitments.h"
-#include "matching/passing.h"
 
 namespace kv {
 
@@ -104,17 +104,17 @@ CaregiverPanel DescribeCaregiverForVisit(Session& session, const ClientNeeds& ne
                                          const SuggestionRequest& request, const SuggestionOptions& options,
                                          const std::string& emp_id, VisitAmounts& amounts) {
     CaregiverPanel panel;
-    Passing([&] {
+    Try([&] {
         const Recordset employee = Work(session, Sql("select * from employee where emp_id = {}", emp_id));
         if (employee.Eof()) {
             return;
         }
-        Passing([&] { panel.expired = ExpiredInformation(session, employee); });
-        Passing([&] { panel.languages = LanguagesOf(session, employee, needs.language); });
-        Passing([&] { FillSkills(session, needs, emp_id, panel); });
-        Passing([&] { panel.areas = AreasOf(session, emp_id, needs.area); });
-        Passing([&] { FillRows(session, employee, panel); });
-        Passing([&] {
+        Try([&] { panel.expired = ExpiredInformation(session, employee); });
+        Try([&] { panel.languages = LanguagesOf(session, employee, needs.language); });
+        Try([&] { FillSkills(session, needs, emp_id, panel); });
+        Try([&] { panel.areas = AreasOf(session, emp_id, needs.area); });
+        Try([&] { FillRows(session, employee, panel); });
+        Try([&] {
             const RatedVisit visit = {needs.client, needs.visitType, needs.billCode, needs.liveIn, emp_id};
             panel.pay = amounts.Pay(visit, request.day.At(request.time), request.hours);
             panel.rows.emplace_back("Pay Rate", FormatNumber(panel.pay, "##,##0.00"));
@@ -122,9 +122,9 @@ CaregiverPanel DescribeCaregiverForVisit(Session& session, const ClientNeeds& ne
         panel.payFault = panel.pay == 0 ? "Missing a Pay Rate" : "";
         Compare(needs, employee, panel);
         panel.picture = CaregiverPicture(session, emp_id);
-        Passing([&] { FillNotes(session, needs, employee, panel); });
+        Try([&] { FillNotes(session, needs, employee, panel); });
         panel.margin = GrossMargin(needs.bill, panel.pay, Burdens(session));
-        Passing([&] { FillHours(session, request, emp_id, panel); });
+        Try([&] { FillHours(session, request, emp_id, panel); });
         // One who should not visit is warned of; one without a critical skill, or not employed yet, can't be
         // chosen.
         panel.maySelect = panel.missingCritical.empty() && !options.potential;

@@ -4,7 +4,7 @@
 #include "base/format.h"
 #include "base/text.h"
 #include "billing/visit_amounts.h"
-#include "matching/passing.h"
+#include "datastore/try_step.h"
 
 namespace kv {
 
@@ -27,13 +27,13 @@ class Preparation {
             needs_.gender = Upper(client.Text("PROV_SEX"));
             needs_.billCode = 0;
         }
-        Passing([&] { ReadAuthorization(); });
-        Passing([&] { ReadDiscipline(client); });
-        Passing([&] { Rate(); });
-        Passing([&] { FillPanel(client); });
-        Passing([&] { ReadSkills(); });
-        Passing([&] { ReadVisited(); });
-        Passing([&] { ReadBanned(); });
+        Try([&] { ReadAuthorization(); });
+        Try([&] { ReadDiscipline(client); });
+        Try([&] { Rate(); });
+        Try([&] { FillPanel(client); });
+        Try([&] { ReadSkills(); });
+        Try([&] { ReadVisited(); });
+        Try([&] { ReadBanned(); });
         return std::move(needs_);
     }
 

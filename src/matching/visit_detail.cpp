@@ -6,8 +6,8 @@
 #include "base/platform.h"
 #include "base/text.h"
 #include "clients/notes_text.h"
+#include "datastore/try_step.h"
 #include "matching/caregiver_panel.h"
-#include "matching/passing.h"
 
 namespace kv {
 
@@ -124,7 +124,7 @@ void FillClientRows(Session& session, const Recordset& row, PersonDetail& detail
 
 PersonDetail DescribeClient(Session& session, const std::string& client) {
     PersonDetail detail;
-    Passing([&] {
+    Try([&] {
         const Recordset row = Work(session, Sql("select * from ClientPR where client = {}", client));
         detail.id = client;
         if (client.empty() || row.Eof()) {
@@ -134,8 +134,8 @@ PersonDetail DescribeClient(Session& session, const std::string& client) {
         detail.address = {row.Text("STREET"), row.Text("CITY"), row.Text("STATE"), row.Text("ZIP")};
         detail.notes = row.Text("Comments");
         detail.picture = ClientPicture(session, client);
-        Passing([&] { FillClientRows(session, row, detail); });
-        Passing([&] {
+        Try([&] { FillClientRows(session, row, detail); });
+        Try([&] {
             DetailNode skills = {"Skills needed by Client", false, {}};
             for (Recordset skill = Work(
                      session,
@@ -145,9 +145,9 @@ PersonDetail DescribeClient(Session& session, const std::string& client) {
             }
             detail.tree.push_back(std::move(skills));
         });
-        Passing([&] { detail.tree.push_back(PlanOfCare(session, client)); });
+        Try([&] { detail.tree.push_back(PlanOfCare(session, client)); });
         detail.tree.push_back(EmergencyContacts(row));
-        Passing([&] {
+        Try([&] {
             detail.tree.push_back(
                 ExtraInformation(session, Sql("select * from cli_personnel where client = {}", client)));
         });
@@ -157,7 +157,7 @@ PersonDetail DescribeClient(Session& session, const std::string& client) {
 
 PersonDetail DescribeCaregiverInFull(Session& session, const std::string& emp_id) {
     PersonDetail detail;
-    Passing([&] {
+    Try([&] {
         const Recordset row = Work(session, Sql("select * from employee where emp_id = {}", emp_id));
         detail.id = emp_id;
         if (emp_id.empty() || row.Eof()) {
@@ -168,7 +168,7 @@ PersonDetail DescribeCaregiverInFull(Session& session, const std::string& emp_id
         detail.address = {text("Street"), text("City"), text("State"), text("Zip")};
         detail.notes = text("em_comment");
         detail.picture = CaregiverPicture(session, emp_id);
-        Passing([&] {
+        Try([&] {
             DetailNode expired = {"Expired Information", true, {}};
             for (const std::string& line : ExpiredInformation(session, row)) {
                 expired.children.push_back({line, true, {}});
@@ -177,15 +177,15 @@ PersonDetail DescribeCaregiverInFull(Session& session, const std::string& emp_id
                 detail.tree.push_back(std::move(expired));
             }
         });
-        Passing([&] {
+        Try([&] {
             detail.tree.push_back(
                 {"Districts Caregiver will work", false, Leaves(AreasOf(session, emp_id, ""))});
         });
-        Passing([&] {
+        Try([&] {
             detail.tree.push_back(
                 {"Languages the Caregiver Speaks", false, Leaves(LanguagesOf(session, row, ""))});
         });
-        Passing([&] {
+        Try([&] {
             DetailNode skills = {"Skills Caregiver Has", false, {}};
             for (Recordset skill =
                      Work(session, Sql("Select * from emp_misc where emp = {} and area = 'SKI'", emp_id));
@@ -194,11 +194,11 @@ PersonDetail DescribeCaregiverInFull(Session& session, const std::string& emp_id
             }
             detail.tree.push_back(std::move(skills));
         });
-        Passing([&] {
+        Try([&] {
             detail.tree.push_back(
                 ExtraInformation(session, Sql("Select * from emp_personnel where emp_id = {}", emp_id)));
         });
-        Passing([&] {
+        Try([&] {
             detail.rows = {{"ID", emp_id},
                            {"Name", detail.name},
                            {"Address", WithSecondLine(row, "Street", "Address2")},

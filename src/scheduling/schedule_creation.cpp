@@ -6,8 +6,8 @@
 
 #include "base/format.h"
 #include "base/text.h"
+#include "datastore/try_step.h"
 #include "scheduling/schedule_facts.h"
-#include "scheduling/try_step.h"
 #include "scheduling/visit_conflicts.h"
 #include "scheduling/work_week.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "scheduling/try_step.h"
+#include "datastore/try_step.h"
 
 namespace kv {
 
