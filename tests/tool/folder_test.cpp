@@ -384,13 +384,12 @@ TEST(Check, FindsDamagedMissingAndOtherDatabases) {
         trans, "create table trans (Type text(3), Module text(1) not null, ID text(50) not null)");
     const Answer answer = folder.Run({"check"});
     EXPECT_EQ(answer.status, 1);
-    EXPECT_THAT(
-        answer.Document()["problems"].get<std::vector<std::string>>(),
-        ElementsAre(testing::StartsWith("archive.mdb: "),
-                    "trans.mdb: the column trans.Type is TEXT(3) and not TEXT(1)",
-                    "trans.mdb: the column trans.WHEN is missing",
-                    "trans.mdb: the unique index of trans by ID, Module is missing",
-                    testing::StartsWith("tempassign.mdb: ")));
+    EXPECT_THAT(answer.Document()["problems"].get<std::vector<std::string>>(),
+                ElementsAre(testing::StartsWith("archive.mdb: "),
+                            "trans.mdb: the column trans.Type is TEXT(3) and not TEXT(1)",
+                            "trans.mdb: the column trans.WHEN is missing",
+                            "trans.mdb: the unique index of trans by ID, Module is missing",
+                            testing::StartsWith("tempassign.mdb: ")));
 }
 
 }  // namespace
