@@ -22,17 +22,6 @@ namespace {
 constexpr std::size_t kLongest = 1024;
 constexpr char kDivider = '\x1F';
 
-template <typename Call>
-bool Succeeds(Call call) {
-    try {
-        call();
-        return true;
-    } catch (const EngineError& error) {
-        Expect(error.Number() != engine_error::kReservedError, error.Description());
-        return false;
-    }
-}
-
 bool IsAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }

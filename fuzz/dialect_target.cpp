@@ -43,19 +43,6 @@ Databases& Open() {
     return databases;
 }
 
-/// The call may fail with an EngineError, but never because the engine did not understand it.
-template <typename Call>
-bool Succeeds(Call call) {
-    try {
-        call();
-        return true;
-    } catch (const EngineError& error) {
-        Expect(error.Number() != engine_error::kReservedError, error.Description());
-        Expect(!error.Description().empty(), "an error without words");
-        return false;
-    }
-}
-
 void CheckTokens(const dialect::Lexed& lexed) {
     Expect(!lexed.tokens.empty() && lexed.tokens.back().kind == dialect::TokenKind::End,
            "no token closes the text");

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "datastore/engine_error.h"
+
 /// What a target found wrong. Nothing catches it but the replay of tests/fuzz: a fuzzer ends with it and
 /// keeps the input.
 class Finding : public std::logic_error {
@@ -15,6 +17,19 @@ class Finding : public std::logic_error {
 inline void Expect(bool holds, std::string_view words) {
     if (!holds)
         throw Finding(std::string(words));
+}
+
+/// The call may fail with an EngineError, but never because the engine did not understand it.
+template <typename Call>
+bool Succeeds(Call call) {
+    try {
+        call();
+        return true;
+    } catch (const kv::EngineError& error) {
+        Expect(error.Number() != kv::engine_error::kReservedError, error.Description());
+        Expect(!error.Description().empty(), "an error without words");
+        return false;
+    }
 }
 
 /// Cuts an input into its parts, from the front.
