@@ -38,6 +38,9 @@ void ReplaceFile(const std::filesystem::path& file, std::string_view content, bo
 /// The whole file, or nothing when it can't be opened.
 std::optional<std::string> ReadFile(const std::filesystem::path& file);
 
+/// How this machine is called in its network, or the empty text.
+std::string MachineName();
+
 /// A file whose bytes are locked singly and exclusively between processes and between handles of one process;
 /// locks vanish with their holder, a killed one included.
 class ByteLocks {
@@ -53,6 +56,10 @@ class ByteLocks {
     void Unlock(std::uint64_t byte) noexcept;
     /// Waits for the byte as long as it takes another to do a short piece of work. Throws std::system_error.
     void Lock(std::uint64_t byte);
+    /// The file's content, which the locks leave alone: a text at a place, for whoever finds a byte taken. A
+    /// note that can't be written or read is left out; the locks hold without it.
+    void WriteNote(std::uint64_t place, std::string_view text) noexcept;
+    std::string ReadNote(std::uint64_t place, std::size_t size) const;
 
   private:
     int handle_ = -1;

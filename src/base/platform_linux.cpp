@@ -320,6 +320,11 @@ std::optional<std::string> ReadFile(const fs::path& file) {
     }
 }
 
+std::string MachineName() {
+    std::array<char, 256> name{};
+    return ::gethostname(name.data(), name.size() - 1) == 0 ? name.data() : std::string();
+}
+
 ByteLocks::ByteLocks(const fs::path& file, const fs::path& like)
     : handle_(::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666)) {
     if (handle_ < 0)
@@ -356,6 +361,18 @@ void ByteLocks::Lock(std::uint64_t byte) {
     while (SetByteLock(handle_, byte, F_WRLCK, true) != 0)
         if (errno != EINTR)
             Fail("byte lock");
+}
+
+void ByteLocks::WriteNote(std::uint64_t place, std::string_view text) noexcept {
+    [[maybe_unused]] const ssize_t written =
+        ::pwrite(handle_, text.data(), text.size(), static_cast<off_t>(place));
+}
+
+std::string ByteLocks::ReadNote(std::uint64_t place, std::size_t size) const {
+    std::string text(size, '\0');
+    const ssize_t got = ::pread(handle_, text.data(), size, static_cast<off_t>(place));
+    text.resize(got < 0 ? 0 : static_cast<std::size_t>(got));
+    return text;
 }
 
 LocalDisplays FindLocalDisplays() {

@@ -151,6 +151,10 @@ std::vector<std::string> Split(std::string_view text, char separator) {
     }
 }
 
+std::string Counted(long long number, std::string_view thing) {
+    return std::to_string(number) + ' ' + std::string(thing) + (number == 1 ? "" : "s");
+}
+
 std::string Join(const std::vector<std::string>& pieces, std::string_view separator) {
     std::string joined;
     for (std::size_t i = 0; i < pieces.size(); ++i) {

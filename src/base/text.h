@@ -32,6 +32,8 @@ std::size_t Length(std::string_view text);
 
 /// Trimmed, spaces in front up to the width, cut to the width when longer.
 std::string PadLeftToWidth(std::string_view text, std::size_t width);
+/// "1 visit", "12 visits": a number of things as a sentence has it.
+std::string Counted(long long number, std::string_view thing);
 /// Trimmed, filled behind with spaces, or with "0" when `zeros`, cut to the width when longer.
 std::string PadRightToWidth(std::string_view text, std::size_t width, bool zeros = false);
 

@@ -1,4 +1,6 @@
 // Database, ReadSpan and Transaction: the handles that callers hold.
+#include <utility>
+
 #include "datastore/engine/compiler.h"
 #include "datastore/engine/connection.h"
 #include "datastore/engine/run_action.h"
@@ -31,17 +33,34 @@ ReadSpan::~ReadSpan() {
         connection_->EndSpan();
 }
 
-Transaction::Transaction(Connection& connection) : connection_(&connection) {
-    connection_->BeginTransaction();
+Transaction::Transaction(Connection& connection)
+    : connection_(&connection), outer_(!connection.InTransaction()) {
+    if (outer_) {
+        connection_->BeginTransaction();
+        connection_->innerUndone = false;
+    }
 }
 
+Transaction::Transaction(Transaction&& other) noexcept
+    : connection_(std::exchange(other.connection_, nullptr)), outer_(other.outer_) {}
+
 Transaction::~Transaction() {
-    if (connection_)
+    if (!connection_)
+        return;
+    if (outer_)
         connection_->RollbackTransaction();
+    else
+        connection_->innerUndone = true;
 }
 
 void Transaction::Commit() {
-    connection_->CommitTransaction();
+    if (outer_ && connection_->innerUndone)
+        throw EngineError(engine_error::kInvalidOperation,
+                          "A step of the transaction was undone, so nothing of it was stored.");
+    if (outer_) {
+        connection_->AboutToWrite();
+        connection_->CommitTransaction();
+    }
     connection_ = nullptr;
 }
 

@@ -22,6 +22,14 @@ struct FieldInfo {
 
 class RecordsetState;
 
+/// What an edit held before it was written (Recordset::HoldEdit).
+struct HeldEdit {
+    EditState mode = EditState::None;
+    long position = -1;    ///< of the row in edit
+    std::size_t rows = 0;  ///< how many the recordset had
+    std::vector<std::pair<std::size_t, Value>> fields;
+};
+
 /// The rows of a query or table, one of them current. Membership and order are fixed at opening (or Requery),
 /// values are live. Rows added through the recordset join it at the end. Failures throw EngineError; the
 /// current row stays as it was. Fields are named without regard to case; where a query has a name twice, the
@@ -73,6 +81,16 @@ class Recordset {
     void Update();
     void CancelUpdate();
     EditState EditMode() const;
+    /// Whether the row in edit is this seat's until the edit ends. Without its lock Update fails with 3186
+    /// while the other seat has it.
+    bool HoldsRow() const;
+    /// The seat that has the current row in edit, as Workspace::SetSeat named it; empty where none is known.
+    std::string RowHolder() const;
+    /// What the edit in progress has set so far; with nothing in edit, nothing.
+    HeldEdit HoldEdit() const;
+    /// Takes the edit up again that an Update ended within a transaction which was then rolled back. A row
+    /// that was being added takes a new counter. Throws EngineError as Edit and AddNew do.
+    void ResumeEdit(const HeldEdit& held);
     /// Deletes the current row; it stays current without values (3167) until a move.
     void Delete();
     /// Moves to the row last added or changed through this recordset.

@@ -27,6 +27,7 @@ struct Workspace::Connections {
     /// By the file's path, or the server's connection string and the schema.
     std::map<std::string, std::weak_ptr<Connection>> open;
     std::function<Date()> clock;
+    std::string seat;
 };
 
 namespace {
@@ -55,6 +56,8 @@ DatabasePtr Workspace::OpenDatabase(const DatabasePlace& place, SchemaCheck chec
         connection = onServer ? postgres::Open(place.server, place.schema, check) : sqlite::Open(file, check);
         if (connections_->clock)
             connection->clock = connections_->clock;
+        if (!connections_->seat.empty())
+            connection->SetSeat(connections_->seat);
         known = connection;
     } else if (check == SchemaCheck::Required) {
         onServer ? postgres::RequireSchema(*connection) : sqlite::RequireSchema(*connection);
@@ -80,6 +83,13 @@ void Workspace::DropDatabase(const DatabasePlace& place) {
         postgres::Drop(place.server, place.schema);
     else
         sqlite::Drop(FilePath(place.file));
+}
+
+void Workspace::SetSeat(const std::string& seat) {
+    connections_->seat = seat;
+    for (const auto& [key, open] : connections_->open)
+        if (const std::shared_ptr<Connection> connection = open.lock())
+            connection->SetSeat(seat);
 }
 
 void Workspace::SetClock(std::function<Date()> now) {

@@ -31,18 +31,23 @@ class ReadSpan {
     Connection* connection_;
 };
 
-/// All or nothing, for loading and copying whole tables. The rules use none: their steps stay done one by
-/// one.
+/// All or nothing. One within another belongs to it: its writes are stored with the outer one's, and where it
+/// is not committed the outer one can't be either. Nothing within one waits for the operator, since every
+/// other seat that writes waits for it.
 class Transaction {
   public:
     explicit Transaction(Connection& connection);
     ~Transaction();  ///< Rolls back what was not committed.
+    Transaction(Transaction&& other) noexcept;
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
+    /// Throws EngineError where the store can't take it all; nothing of it is stored then. 3219 where an
+    /// inner one was not committed.
     void Commit();
 
   private:
     Connection* connection_;
+    bool outer_;
 };
 
 /// Where a database lies: a file, or a schema of a database server.
@@ -126,6 +131,9 @@ class Workspace {
     /// What now() and date() answer in the statements of databases opened from now on; the system's time
     /// without it.
     void SetClock(std::function<Date()> now);
+    /// How other seats are told of this one when they find a row in its hands: for all databases that are
+    /// open and those opened from now on. Throws EngineError.
+    void SetSeat(const std::string& seat);
 
   private:
     struct Connections;

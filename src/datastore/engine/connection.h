@@ -85,6 +85,10 @@ class Connection {
     /// some of them; a row that another seat has in edit stays with it.
     virtual void ReserveRows(const TableInfo& /*table*/, std::span<const RowKey> /*keys*/) {}
     virtual void UnlockRow(const TableInfo& table, RowKey key, const void* owner) = 0;
+    /// How other seats are told of this one when they find a row taken.
+    virtual void SetSeat(const std::string& seat) = 0;
+    /// The seat that has the row for editing; empty where nobody has, or it is not known.
+    virtual std::string RowHolder(const TableInfo& table, RowKey key) = 0;
     /// Changes whenever the rows taken before were let go without their owners' doing, with a connection that
     /// was lost.
     virtual std::int64_t LockEpoch() { return 0; }
@@ -94,11 +98,13 @@ class Connection {
     // Read spans nest; a write inside refreshes the view.
     virtual void BeginSpan() = 0;
     virtual void EndSpan() noexcept = 0;
-    // One at a time.
+    // One at a time; Transaction lets them nest.
     virtual void BeginTransaction() = 0;
     virtual void CommitTransaction() = 0;
     virtual void RollbackTransaction() noexcept = 0;
     virtual bool InTransaction() const = 0;
+    /// A Transaction within the open one ended without its commit.
+    bool innerUndone = false;
 
     /// A number that changes whenever what this connection sees of a query's tables may have changed. Cheap
     /// enough to ask for every field.
@@ -115,6 +121,13 @@ class Connection {
 
     /// What now() and date() of the dialect answer.
     std::function<Date()> clock;
+    /// For tests of what stands when a write fails: runs before each write of rows and before each commit,
+    /// which is not done where it throws.
+    std::function<void()> beforeWrite;
+    void AboutToWrite() const {
+        if (beforeWrite)
+            beforeWrite();
+    }
 
   private:
     std::unique_ptr<Compiler> compiler_;

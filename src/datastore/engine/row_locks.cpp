@@ -1,6 +1,7 @@
 #include "datastore/engine/row_locks.h"
 
 #include <optional>
+#include <set>
 #include <system_error>
 
 #include <fmt/format.h>
@@ -21,6 +22,19 @@ std::uint64_t Mix(std::uint64_t hash, std::uint64_t byte) {
     return (hash ^ byte) * kHashFactor;
 }
 
+/// Signatures stand in the lock file's content, each row's in one of so many places. Where two rows share one
+/// the later edit is the one that is known by name.
+constexpr std::uint64_t kSignatures = 4096;
+constexpr std::size_t kSignatureSize = 128;
+
+std::uint64_t SignaturePlace(std::uint64_t row) {
+    return row % kSignatures * kSignatureSize;
+}
+
+std::string RowText(std::uint64_t row) {
+    return fmt::format("{:016x} ", row);
+}
+
 class FileLockBoard final : public LockBoard {
   public:
     explicit FileLockBoard(std::filesystem::path file) : file_(std::move(file)) {}
@@ -36,11 +50,28 @@ class FileLockBoard final : public LockBoard {
                 fmt::format("The lock file '{}' can't be used: {}.", file_.string(), error.code().message()));
         }
     }
-    void Unlock(std::uint64_t row) override { bytes_->Unlock(row); }
+    void Unlock(std::uint64_t row) override {
+        if (signed_.erase(row) > 0)
+            bytes_->WriteNote(SignaturePlace(row), std::string(kSignatureSize, '\0'));
+        bytes_->Unlock(row);
+    }
+    void Sign(std::uint64_t row, std::string_view seat) override {
+        std::string text = RowText(row) + std::string(seat);
+        text.resize(kSignatureSize);
+        bytes_->WriteNote(SignaturePlace(row), text);
+        signed_.insert(row);
+    }
+    std::string Holder(std::uint64_t row) override {
+        const std::string text =
+            bytes_ ? bytes_->ReadNote(SignaturePlace(row), kSignatureSize) : std::string();
+        const std::string head = RowText(row);
+        return text.starts_with(head) ? text.substr(head.size()).c_str() : std::string();
+    }
 
   private:
     std::filesystem::path file_;
     std::optional<ByteLocks> bytes_;
+    std::set<std::uint64_t> signed_;
 };
 
 }  // namespace
@@ -72,6 +103,15 @@ bool RowLocks::TryLock(std::string_view table, RowKey key, const void* owner) {
 bool RowLocks::Holds(std::string_view table, RowKey key, const void* owner) const {
     const auto held = owners_.find(NumberOf(table, key));
     return held != owners_.end() && held->second == owner;
+}
+
+void RowLocks::Sign(std::string_view table, RowKey key) {
+    if (!seat_.empty())
+        board_->Sign(NumberOf(table, key), seat_);
+}
+
+std::string RowLocks::Holder(std::string_view table, RowKey key) const {
+    return HoldsAny(table, key) ? seat_ : board_->Holder(NumberOf(table, key));
 }
 
 void RowLocks::Unlock(std::string_view table, RowKey key, const void* owner) {

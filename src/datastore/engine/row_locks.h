@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 
@@ -16,6 +17,10 @@ class LockBoard {
     virtual ~LockBoard() = default;
     virtual bool TryLock(std::uint64_t row) = 0;
     virtual void Unlock(std::uint64_t row) = 0;
+    /// Lets whoever finds the row taken know the seat that has it.
+    virtual void Sign(std::uint64_t /*row*/, std::string_view /*seat*/) {}
+    /// The seat of another program that has the row; empty where nobody has it, or it did not sign.
+    virtual std::string Holder(std::uint64_t row) = 0;
 };
 
 /// The bytes of a file beside the database. The file is made by the first edit.
@@ -32,6 +37,12 @@ class RowLocks {
     /// Whether any edit of this program has it.
     bool HoldsAny(std::string_view table, RowKey key) const { return owners_.contains(NumberOf(table, key)); }
     bool Any() const { return !owners_.empty(); }
+    /// The seat as others are to be told of it; without one, edits are not signed.
+    void SetSeat(std::string seat) { seat_ = std::move(seat); }
+    /// An edit that waits for the operator says whose it is.
+    void Sign(std::string_view table, RowKey key);
+    /// The seat that has the row, this one included; empty where nobody has it or none has signed.
+    std::string Holder(std::string_view table, RowKey key) const;
     /// Under which the board knows the row; the same in every program.
     static std::uint64_t NumberOf(std::string_view table, RowKey key);
     /// The board has let all rows go by itself.
@@ -39,6 +50,7 @@ class RowLocks {
 
   private:
     std::unique_ptr<LockBoard> board_;
+    std::string seat_;
     /// The board tells programs apart, but not two edits of this one.
     std::unordered_map<std::uint64_t, const void*> owners_;
 };

@@ -32,6 +32,7 @@ struct ActionRunner {
 
     long operator()(const Ready<CompiledChange>& ready) const {
         const CompiledChange& change = *ready.statement;
+        connection.AboutToWrite();
         if (change.takesCounter)
             return RunInsertWithCounters(connection, change, ready.literals);
         const std::vector<Value> values = ParameterValues(change.sql, ready.literals, {}, connection.clock);

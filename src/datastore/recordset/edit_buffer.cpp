@@ -74,6 +74,7 @@ void EditBuffer::Set(std::size_t column, const Value& value) {
 }
 
 RowKey EditBuffer::WriteAdded() {
+    connection_.AboutToWrite();
     std::vector<Value> values(values_.size());
     for (std::size_t i = 0; i < values_.size(); ++i)
         values[i] = *values_[i];
@@ -95,6 +96,7 @@ bool EditBuffer::WriteEdited() {
     }
     if (columns.empty())
         return true;
+    connection_.AboutToWrite();
     return connection_.ChangeRow(*table_, key_, columns, std::move(values));
 }
 

@@ -32,12 +32,15 @@ class EditBuffer {
 
     /// True once the row's lock is held; tries again where it was not, or was lost with the connection.
     bool Lock();
+    /// The row's lock is held.
+    bool Locked() const { return locked_; }
     /// The lock was there all the time, so nobody else can have edited the row.
     bool LockedFromStart() const { return lockedFromStart_ && epoch_ == connection_.LockEpoch(); }
 
     /// The column's value of the row being added or changed, where it has one here.
     const Value* Find(std::size_t column) const;
     void Set(std::size_t column, const Value& value);
+    bool IsCounter(std::size_t column) const { return table_->columns[column].counter; }
 
     /// Writes what was set. Returns the added row's key.
     RowKey WriteAdded();

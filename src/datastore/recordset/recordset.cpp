@@ -88,6 +88,22 @@ void Recordset::CancelUpdate() {
     Opened(state_).CancelUpdate();
 }
 
+bool Recordset::HoldsRow() const {
+    return Opened(state_).HoldsRow();
+}
+
+std::string Recordset::RowHolder() const {
+    return Opened(state_).RowHolder();
+}
+
+HeldEdit Recordset::HoldEdit() const {
+    return Opened(state_).HoldEdit();
+}
+
+void Recordset::ResumeEdit(const HeldEdit& held) {
+    Opened(state_).ResumeEdit(held);
+}
+
 EditState Recordset::EditMode() const {
     return Opened(state_).EditMode();
 }

@@ -189,6 +189,41 @@ void RecordsetState::Edit() {
     }
 }
 
+std::string RecordsetState::RowHolder() {
+    return connection_->RowHolder(WritableTarget(), members_.Key(Current())[0]);
+}
+
+HeldEdit RecordsetState::HoldEdit() {
+    HeldEdit held{edit_.Mode(), Position(), members_.Count(), {}};
+    for (std::size_t field = 0; field < Fields().size() && held.mode != EditState::None; ++field) {
+        const int column = query_->TargetColumn(field);
+        const Value* value = column < 0 ? nullptr : edit_.Find(static_cast<std::size_t>(column));
+        if (value != nullptr && !edit_.IsCounter(static_cast<std::size_t>(column)))
+            held.fields.emplace_back(field, *value);
+    }
+    return held;
+}
+
+void RecordsetState::ResumeEdit(const HeldEdit& held) {
+    if (held.mode == EditState::None)
+        return;
+    // Rows that were added and rolled back are none of the members.
+    while (members_.Count() > held.rows)
+        members_.Remove(members_.All().Size() - 1);
+    lastModified_.reset();
+    members_.DropValues();
+    if (held.position >= 0)
+        SetPosition(held.position);
+    else
+        MoveTo(members_.Any() ? Place::At : Place::None, 0);
+    if (held.mode == EditState::Add)
+        AddNew();
+    else
+        Edit();
+    for (const auto& [field, value] : held.fields)
+        Set(field, Value(value));
+}
+
 void RecordsetState::Update() {
     switch (edit_.Mode()) {
         case EditState::None:
@@ -248,6 +283,7 @@ void RecordsetState::Delete() {
         edit_.BeginEdit(target, key);
         if (!edit_.LockedFromStart())
             throw faults::LockedByOther();
+        connection_->AboutToWrite();
         deleted = connection_->DeleteRow(target, key);
     } catch (...) {
         edit_.Cancel();

@@ -38,6 +38,10 @@ class RecordsetState {
     void Update();
     void CancelUpdate() { edit_.Cancel(); }
     EditState EditMode() const { return edit_.Mode(); }
+    bool HoldsRow() const { return edit_.Mode() == EditState::InProgress && edit_.Locked(); }
+    std::string RowHolder();
+    HeldEdit HoldEdit();
+    void ResumeEdit(const HeldEdit& held);
     void Delete();
     void MoveToLastModified();
     void Requery();

@@ -326,6 +326,15 @@ bool PgConnection::TryLockRow(const TableInfo& table, RowKey key, const void* ow
     return true;
 }
 
+void PgConnection::SetSeat(const std::string& seat) {
+    locks_.SetSeat(seat);
+    link_.SetName(seat);
+}
+
+std::string PgConnection::RowHolder(const TableInfo& table, RowKey key) {
+    return locks_.Holder(LockName(table), key);
+}
+
 void PgConnection::UnlockRow(const TableInfo& table, RowKey key, const void* owner) {
     locks_.Unlock(LockName(table), key, owner);
 }

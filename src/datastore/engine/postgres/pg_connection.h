@@ -53,6 +53,8 @@ class PgConnection : public Connection {
     bool TryLockRow(const TableInfo& table, RowKey key, const void* owner) override;
     void ReserveRows(const TableInfo& table, std::span<const RowKey> keys) override;
     void UnlockRow(const TableInfo& table, RowKey key, const void* owner) override;
+    void SetSeat(const std::string& seat) override;
+    std::string RowHolder(const TableInfo& table, RowKey key) override;
     std::int64_t LockEpoch() override { return link_.Epoch(); }
     bool IsRemote() const override { return true; }
 

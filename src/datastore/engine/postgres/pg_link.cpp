@@ -79,7 +79,8 @@ void Link::Connect() {
                                     "client_encoding",
                                     "dbname",
                                     nullptr};
-    const char* const values[] = {"kvCli", "5", "10000", "10", "5", "3", "UTF8", server_.c_str(), nullptr};
+    const char* const values[] = {name_.c_str(), "5",    "10000",         "10",   "5",
+                                  "3",           "UTF8", server_.c_str(), nullptr};
     connection_ = PQconnectdbParams(keywords, values, 1);
     if (PQstatus(connection_) != CONNECTION_OK) {
         const EngineError error = NotReached(PQerrorMessage(connection_));
@@ -94,6 +95,12 @@ void Link::Connect() {
         Close();
         throw;
     }
+}
+
+void Link::SetName(const std::string& name) {
+    name_ = name;
+    const Value values[] = {name};
+    Call("SELECT set_config('application_name', $1, false)", values);
 }
 
 void Link::SetUp() {

@@ -71,6 +71,9 @@ class Link {
 
     const std::string& Schema() const { return schema_; }
 
+    /// What the server and other seats know this connection by.
+    void SetName(const std::string& name);
+
     /// Spells the names that failures tell; by default as the server does.
     Speller spelled = [](const std::string&, const std::string& column) { return column; };
 
@@ -103,6 +106,7 @@ class Link {
     void SuspendView() noexcept;
 
     std::string server_;
+    std::string name_ = "kvCli";
     std::string schema_;
     PGconn* connection_ = nullptr;
     std::int64_t epoch_ = 0;

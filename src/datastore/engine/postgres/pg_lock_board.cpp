@@ -18,6 +18,18 @@ void PgLockBoard::Unlock(std::uint64_t row) {
         Free();
 }
 
+std::string PgLockBoard::Holder(std::uint64_t row) {
+    // A lock of 64 bits is listed by its two halves.
+    const Value values[] = {static_cast<long long>(row)};
+    const Result result = link_.Call(
+        "SELECT coalesce(max(a.application_name), '') FROM pg_locks l JOIN pg_stat_activity a USING (pid) "
+        "WHERE l.locktype = 'advisory' AND l.granted AND l.objsubid = 1 "
+        "AND l.database = (SELECT oid FROM pg_database WHERE datname = current_database()) "
+        "AND (l.classid::bigint << 32) + l.objid::bigint = $1::bigint",
+        values);
+    return TextAt(result.get(), 0, 0);
+}
+
 void PgLockBoard::Reserve(std::span<const std::uint64_t> rows) {
     std::set<std::uint64_t> wanted(rows.begin(), rows.end());
     std::erase_if(wanted, [&](std::uint64_t row) { return letGo_.contains(row); });

@@ -14,6 +14,8 @@ class PgLockBoard final : public LockBoard {
     explicit PgLockBoard(Link& link) : link_(link) {}
     bool TryLock(std::uint64_t row) override;
     void Unlock(std::uint64_t row) override;
+    /// A seat's name is its connection's own.
+    std::string Holder(std::uint64_t row) override;
     /// Takes those of the rows that nobody else has, within a transaction and in one way to the server. They
     /// count as taken and let go again.
     void Reserve(std::span<const std::uint64_t> rows);

@@ -137,6 +137,10 @@ long SqliteConnection::Change(const TableInfo& /*table*/, const std::string& sql
 }
 
 long SqliteConnection::Write(const std::string& sql, std::span<const Value> values) {
+    // After some failures (a full disk) the engine has undone the whole transaction: what follows would be
+    // stored by itself.
+    if (inTransaction_ && sqlite3_get_autocommit(database_.get()) != 0)
+        throw EngineError(engine_error::kDiskFull, "The disk took not all of it, so nothing was stored.");
     const SpanPause pause(*this);
     Run(sql, values);
     NoteWrite();
@@ -311,7 +315,12 @@ void SqliteConnection::SetNextCounter(const TableInfo& table, std::int64_t next)
 // transactions
 
 bool SqliteConnection::TryLockRow(const TableInfo& table, RowKey key, const void* owner) {
-    return locks_.TryLock(table.name, key, owner);
+    if (!locks_.TryLock(table.name, key, owner))
+        return false;
+    // Within a transaction nobody waits for the operator.
+    if (!inTransaction_)
+        locks_.Sign(table.name, key);
+    return true;
 }
 
 void SqliteConnection::UnlockRow(const TableInfo& table, RowKey key, const void* owner) {

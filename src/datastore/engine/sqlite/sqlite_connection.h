@@ -52,6 +52,10 @@ class SqliteConnection : public Connection {
 
     bool TryLockRow(const TableInfo& table, RowKey key, const void* owner) override;
     void UnlockRow(const TableInfo& table, RowKey key, const void* owner) override;
+    void SetSeat(const std::string& seat) override { locks_.SetSeat(seat); }
+    std::string RowHolder(const TableInfo& table, RowKey key) override {
+        return locks_.Holder(table.name, key);
+    }
 
     void BeginSpan() override;
     void EndSpan() noexcept override;
