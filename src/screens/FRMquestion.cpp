@@ -13,7 +13,8 @@ FRMquestion::FRMquestion(QWidget* parent)
     : QDialog(parent),
       LBLquest(new QLabel(this)),
       CMDok(new QPushButton(QStringLiteral("&YES"), this)),
-      CMDno(new QPushButton(QStringLiteral("&NO"), this)) {
+      CMDno(new QPushButton(QStringLiteral("&NO"), this)),
+      LBLstay(new QLabel(tr("Escape: stay here, nothing is lost"), this)) {
     setObjectName(QStringLiteral("FRMquestion"));
     setWindowTitle(QStringLiteral("Important Question "));
     LBLquest->setObjectName(QStringLiteral("LBLquest"));
@@ -23,6 +24,8 @@ FRMquestion::FRMquestion(QWidget* parent)
     CMDok->setObjectName(QStringLiteral("CMDok"));
     CMDok->setDefault(true);
     CMDno->setObjectName(QStringLiteral("CMDno"));
+    LBLstay->setObjectName(QStringLiteral("LBLstay"));
+    LBLstay->hide();
 
     auto* picture = new QLabel(this);
     picture->setPixmap(theme::Picture(QStringLiteral("question"), 5 * theme::kUnit, this));
@@ -32,6 +35,7 @@ FRMquestion::FRMquestion(QWidget* parent)
     upper->addWidget(LBLquest, 1);
     auto* lower = new QHBoxLayout;
     lower->setSpacing(theme::kUnit);
+    lower->addWidget(LBLstay);
     lower->addStretch(1);
     lower->addWidget(CMDok);
     lower->addWidget(CMDno);
@@ -49,6 +53,18 @@ void FRMquestion::SetQuestion(const QString& question) {
     // A screen reader that lands on the first button reads the question with it.
     setAccessibleDescription(question);
     CMDok->setAccessibleDescription(question);
+    CMDno->setAccessibleDescription(question);
+}
+
+void FRMquestion::SetDefaultNo() {
+    CMDok->setDefault(false);
+    CMDok->setAutoDefault(false);
+    CMDno->setDefault(true);
+}
+
+void FRMquestion::OfferStay() {
+    mayStay_ = true;
+    LBLstay->show();
 }
 
 void FRMquestion::Decide(bool yes) {
@@ -57,13 +73,15 @@ void FRMquestion::Decide(bool yes) {
 }
 
 void FRMquestion::reject() {
+    Stayed = mayStay_;
     Decide(false);
 }
 
 void FRMquestion::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     Answer = false;
-    CMDok->setFocus();
+    Stayed = false;
+    (CMDno->isDefault() ? CMDno : CMDok)->setFocus();
 }
 
 void FRMquestion::keyPressEvent(QKeyEvent* event) {

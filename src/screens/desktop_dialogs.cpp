@@ -65,6 +65,24 @@ bool DesktopDialogs::AskQuestion(const std::string& question) {
     return box.Answer;
 }
 
+bool DesktopDialogs::AskToDestroy(const std::string& question) {
+    const CursorAside aside;
+    FRMquestion box(DialogOwner());
+    box.SetQuestion(ToQt(question));
+    box.SetDefaultNo();
+    box.exec();
+    return box.Answer;
+}
+
+SaveAnswer DesktopDialogs::AskToSave(const std::string& question) {
+    const CursorAside aside;
+    FRMquestion box(DialogOwner());
+    box.SetQuestion(ToQt(question));
+    box.OfferStay();
+    box.exec();
+    return box.Stayed ? SaveAnswer::Stay : box.Answer ? SaveAnswer::Save : SaveAnswer::Discard;
+}
+
 void DesktopDialogs::ShowFaults(const std::vector<std::string>& lines) {
     const CursorAside aside;
     FRMDis_error box(DialogOwner());

@@ -37,6 +37,13 @@ SystemClock FixedClock(const std::string& moment);
 /// The fixed clock of KV_NOW where the environment sets it, else the system's. Throws as FixedClock.
 SystemClock SystemClockFromEnvironment();
 
+/// What becomes of something that was typed and not saved.
+enum class SaveAnswer {
+    Save,
+    Discard,
+    Stay,  ///< back to what was typed, nothing lost
+};
+
 /// Speaks to the operator. Each call returns when the operator has answered.
 class Dialogs {
   public:
@@ -47,6 +54,13 @@ class Dialogs {
     virtual void ShowInformation(const std::string& title, const std::string& text) = 0;
     /// FRMquestion: true for yes.
     virtual bool AskQuestion(const std::string& question) = 0;
+    /// The same before something that can't be taken back: No is what a key pressed in haste answers. The
+    /// question says what goes and how much of it.
+    virtual bool AskToDestroy(const std::string& question) { return AskQuestion(question); }
+    /// The same before a changed record goes out of sight, with a third answer: Escape stays.
+    virtual SaveAnswer AskToSave(const std::string& question) {
+        return AskQuestion(question) ? SaveAnswer::Save : SaveAnswer::Discard;
+    }
     /// FRMDis_error: all faults of a screen in one list.
     virtual void ShowFaults(const std::vector<std::string>& lines) = 0;
     /// FRMinput: one line of text, or nothing when the operator cancelled.

@@ -20,6 +20,14 @@ std::string WithSeparator(std::string folder) {
     return folder;
 }
 
+/// Who is told of where another seat finds a row in this one's hands: "ANN (Ann Ames) at FRONT-DESK".
+std::string SeatName(const Session& session) {
+    const std::string user = session.User.empty() ? "a program without a login" : session.User;
+    const std::string person = session.user_name.empty() ? "" : " (" + session.user_name + ")";
+    const std::string machine = MachineName();
+    return user + person + (machine.empty() ? "" : " at " + machine);
+}
+
 void GiveMileageRate(Session& session) {
     // An agency without a rate has none to give.
     if (const Value rate = session.dbMainCode->Lookup("select billmile_rate from Agency"); !rate.IsNull())
@@ -80,6 +88,7 @@ void ReadCountry(Session& session) {
 }
 
 void OpenSessionData(Session& session) {
+    session.workspace.SetSeat(SeatName(session));
     Steps steps;
     steps.Try([&] { session.dbMainWork = session.OpenData("kestrava.mdb"); });
     steps.Try([&] { session.dbMainCode = session.OpenData("main.mdb"); });

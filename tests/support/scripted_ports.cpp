@@ -26,15 +26,24 @@ void ScriptedDialogs::ShowInformation(const std::string& title, const std::strin
     said_.push_back(title + ": " + text);
 }
 
-bool ScriptedDialogs::AskQuestion(const std::string& question) {
+std::optional<bool> ScriptedDialogs::NextAnswer(const std::string& question) {
     said_.push_back("question: " + question);
     if (answers_.empty()) {
         ADD_FAILURE() << "No answer was scripted for: " << question;
         return false;
     }
-    const bool answer = answers_.front();
+    const std::optional<bool> answer = answers_.front();
     answers_.pop_front();
     return answer;
+}
+
+bool ScriptedDialogs::AskQuestion(const std::string& question) {
+    return NextAnswer(question).value_or(false);
+}
+
+SaveAnswer ScriptedDialogs::AskToSave(const std::string& question) {
+    const std::optional<bool> answer = NextAnswer(question);
+    return !answer ? SaveAnswer::Stay : *answer ? SaveAnswer::Save : SaveAnswer::Discard;
 }
 
 void ScriptedDialogs::ShowFaults(const std::vector<std::string>& lines) {

@@ -26,6 +26,8 @@ class SettableClock : public Clock {
 class ScriptedDialogs : public Dialogs {
   public:
     void Answer(std::vector<bool> answers);
+    /// Escape, to the next question whether to save.
+    void AnswerStay() { answers_.push_back(std::nullopt); }
     void Input(std::vector<std::optional<std::string>> inputs);
     const std::vector<std::string>& Said() const { return said_; }
     /// What was said since the last call.
@@ -36,12 +38,15 @@ class ScriptedDialogs : public Dialogs {
     void ShowMessageWindow(const std::string& text, bool beep) override;
     void ShowInformation(const std::string& title, const std::string& text) override;
     bool AskQuestion(const std::string& question) override;
+    SaveAnswer AskToSave(const std::string& question) override;
     void ShowFaults(const std::vector<std::string>& lines) override;
     std::optional<std::string> AskInput(const std::string& title, const std::string& prompt,
                                         const std::string& initial) override;
 
   private:
-    std::deque<bool> answers_;
+    std::optional<bool> NextAnswer(const std::string& question);
+
+    std::deque<std::optional<bool>> answers_;
     std::deque<std::optional<std::string>> inputs_;
     std::vector<std::string> said_;
 };
