@@ -1,6 +1,5 @@
 #include "screens/FRMNotVisit.h"
 
-#include <QScopedValueRollback>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -10,6 +9,7 @@
 #include "screens/frmClient_controls.h"
 #include "screens/pick_screen.h"
 #include "screens/record_list.h"
+#include "screens/screen_steps.h"
 #include "screens/widgets/field_form.h"
 #include "screens/widgets/qt_text.h"
 #include "screens/widgets/text_box.h"
@@ -59,7 +59,7 @@ FRMNotVisit::FRMNotVisit(Session& session, QWidget* parent) : SectionScreen(pare
     layout->addWidget(DBnoemp);
 
     connect(DBnoemp, &RecordList::rowAdded, TXTnoempid, [this] { TXTnoempid->setFocus(); });
-    connect(TXTnoempid, &QLineEdit::editingFinished, this, &FRMNotVisit::CheckCaregiver);
+    TXTnoempid->SetRule([this] { return CheckCaregiver(); });
     connect(Command7, &QToolButton::clicked, this, &FRMNotVisit::PickKey);
 }
 
@@ -72,33 +72,34 @@ bool FRMNotVisit::MayLeave() {
     return DBnoemp->Leave();
 }
 
-void FRMNotVisit::CheckCaregiver() {
+bool FRMNotVisit::CheckCaregiver() {
     const std::string id = FromQt(TXTnoempid->Text());
-    // The message takes the focus, which leaves the box once more.
-    if (checking_ || !TXTnoempid->IsDataChanged() || Trim(id).empty()) {
-        return;
+    if (Trim(id).empty()) {
+        Text4->EnterValue(Value(""));
+        return true;
     }
-    const QScopedValueRollback<bool> checking(checking_, true);
-    try {
+    bool found = false;
+    Reported(session_, [&] {
         if (const std::optional<std::string> name = CaregiverName(session_, id)) {
             Text4->EnterValue(Value(*name));
+            found = true;
             return;
         }
-    } catch (const EngineError& error) {
-        ReportEngineError(session_, error);
-        return;
+        session_.ShowMessageWindow("Caregiver was not found");
+        TXTnoempid->EnterValue(Value(""));
+        Text4->EnterValue(Value(""));
+    });
+    if (!found) {
+        TXTnoempid->setFocus();
     }
-    session_.ShowMessageWindow("Caregiver was not found");
-    TXTnoempid->EnterValue(Value(""));
-    Text4->EnterValue(Value(""));
-    TXTnoempid->setFocus();
+    return found;
 }
 
 void FRMNotVisit::PickKey() {
     const std::string id = Pick();
     if (id != kCancelled && DBnoemp->Source.HasRow()) {
         TXTnoempid->EnterValue(Value(id));
-        CheckCaregiver();
+        TXTnoempid->Finish();
     }
 }
 

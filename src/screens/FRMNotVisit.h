@@ -29,13 +29,13 @@ class FRMNotVisit : public SectionScreen {
     std::function<std::string()> Pick;
 
   private:
-    /// Shows the name of the caregiver entered; one that there is not is told, and the box emptied.
-    void CheckCaregiver();
+    /// Shows the name of the caregiver entered; one that there is not is told, and the box emptied: false
+    /// then.
+    bool CheckCaregiver();
     void PickKey();
 
     Session& session_;
     std::string clientId_;
-    bool checking_ = false;
 };
 
 }  // namespace kv

@@ -6,7 +6,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScopedValueRollback>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -110,8 +109,14 @@ FRMbillRates::FRMbillRates(Session& session, QWidget* parent) : SectionScreen(pa
         txtVISitTYPE->setFocus();
     });
     connect(cmbPayor, &QComboBox::activated, this, [this] { Reported(session_, [this] { ShowRates(); }); });
-    connect(txtVISitTYPE, &QLineEdit::editingFinished, this,
-            [this] { Reported(session_, [this] { CheckType(); }); });
+    txtVISitTYPE->SetRule([this] {
+        bool looked = false;
+        Reported(session_, [&] {
+            CheckType();
+            looked = true;
+        });
+        return looked;
+    });
     connect(CMDvistype, &QToolButton::clicked, this,
             [this] { Reported(session_, [this] { PickTypeKey(); }); });
     connect(CMDsave_Rates, &QPushButton::clicked, this,
@@ -274,11 +279,9 @@ void FRMbillRates::ShowRates() {
 
 void FRMbillRates::CheckType() {
     const std::string code = FromQt(txtVISitTYPE->Text());
-    // A message takes the focus, which leaves the box once more.
-    if (checking_ || Trim(code).empty() || !txtVISitTYPE->IsDataChanged()) {
+    if (Trim(code).empty()) {
         return;
     }
-    const QScopedValueRollback<bool> checking(checking_, true);
     const BilledCallType type = CheckBilledCallType(session_, code);
     txtVISitTYPE->EnterValue(Value(type.code));
     TXTvisdesc->EnterValue(Value(type.description));
@@ -291,7 +294,7 @@ void FRMbillRates::PickTypeKey() {
     const std::string code = PickType();
     if (code != kCancelled && DBcliRate->Source.HasRow()) {
         txtVISitTYPE->EnterValue(Value(code));
-        CheckType();
+        txtVISitTYPE->Finish();
     }
 }
 

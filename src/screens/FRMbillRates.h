@@ -63,7 +63,6 @@ class FRMbillRates : public SectionScreen {
 
     Session& session_;
     std::string client_;
-    bool checking_ = false;
 };
 
 }  // namespace kv

@@ -37,11 +37,13 @@ FRMfullscr::FRMfullscr(Session& session, const std::string& notes, QWidget* pare
 }
 
 void FRMfullscr::reject() {
-    if (TXTbox->Source() != notes_ && session_.dialogs.AskQuestion(kUnsavedPrompt)) {
+    const SaveAnswer answer =
+        TXTbox->Source() == notes_ ? SaveAnswer::Discard : session_.dialogs.AskToSave(kUnsavedPrompt);
+    if (answer == SaveAnswer::Save) {
         accept();
-        return;
+    } else if (answer == SaveAnswer::Discard) {
+        QDialog::reject();
     }
-    QDialog::reject();
 }
 
 }  // namespace kv

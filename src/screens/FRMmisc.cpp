@@ -1,5 +1,6 @@
 #include "screens/FRMmisc.h"
 
+#include <QStatusBar>
 #include <QVBoxLayout>
 
 #include "base/text.h"
@@ -70,6 +71,9 @@ FRMmisc::FRMmisc(Session& session, PeopleTable table, const std::string& name, Q
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(dbInfo);
+    auto* status = new QStatusBar(this);
+    status->setSizeGripEnabled(false);
+    layout->addWidget(status);
     resize(115 * theme::kUnit, 75 * theme::kUnit);
 
     connect(Toolbar1, &ToolBar::keyPressed, this, [this](const QString& key) {

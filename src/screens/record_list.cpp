@@ -3,7 +3,10 @@
 #include <QVBoxLayout>
 
 #include "clients/record_keys.h"
+#include "screens/notices.h"
+#include "screens/save_gate.h"
 #include "screens/screen_steps.h"
+#include "screens/widgets/bring_back.h"
 #include "screens/widgets/field_form.h"
 #include "screens/widgets/theme.h"
 #include "screens/widgets/tool_bar.h"
@@ -49,6 +52,10 @@ RecordList::RecordList(Session& session, const QString& toolbar, const QString& 
     });
     connect(List, &Grid::rowPicked, this,
             [this](int row) { Reported(session_, [this, row] { Pick(row); }); });
+    AddBringBackKey(this, Source);
+    connect(&Source, &BoundSource::typedSetAside, this, [this] { TellStatus(this, tr(kBringBackHint)); });
+    connect(&Source, &BoundSource::rowFollowed, this,
+            [this](const std::vector<std::string>& fields) { TellFollowed(this, Source, fields); });
     connect(&Source, &BoundSource::repositioned, this,
             [this] { List->SetCurrentRow(Source.IsAdding() ? -1 : static_cast<int>(Source.Position())); });
     ApplyGridColors(this, session.COLOR);
@@ -76,10 +83,15 @@ bool RecordList::Leave() {
     if (!Source.IsEditing() && !Source.IsAdding()) {
         return true;
     }
-    const bool save = !Source.ChangedControls().empty() && session_.dialogs.AskQuestion(kUnsavedPrompt);
     try {
-        if (save) {
+        const SaveAnswer answer = Source.ChangedControls().empty()
+                                      ? SaveAnswer::Discard
+                                      : session_.dialogs.AskToSave(kUnsavedPrompt);
+        if (answer == SaveAnswer::Save) {
             return SaveKey();
+        }
+        if (answer == SaveAnswer::Stay) {
+            return false;
         }
         Source.Restore();
     } catch (const EngineError& error) {
@@ -97,6 +109,9 @@ void RecordList::NewKey() {
 }
 
 bool RecordList::SaveKey() {
+    if (!PassesGate(session_, Form)) {
+        return false;
+    }
     if (Source.IsEditing() || Source.IsAdding()) {
         Source.WriteRow();
     }
@@ -112,6 +127,21 @@ bool RecordList::SaveKey() {
 void RecordList::DeleteKey() {
     if (Source.IsAdding()) {
         Source.Restore();
+        return;
+    }
+    // What is to go is what the operator has looked at, not what another seat has made of it.
+    const auto changed = [this] {
+        if (!Source.FollowRow()) {
+            return false;
+        }
+        FillList();
+        session_.ShowMessageWindow(kChangedBeforeDelete);
+        return true;
+    };
+    if (Source.IsEditing()) {
+        Source.Restore();
+    }
+    if (changed()) {
         return;
     }
     if (rules_.remove(Source.Rows())) {

@@ -22,6 +22,7 @@ using engine_error::kNoCurrentRecord;
 using engine_error::kRecordDeleted;
 using engine_error::kTypeConversion;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 // A small table with a column of each kind, a screen over it, and a second seat.
@@ -46,6 +47,8 @@ class BoundSourceTest : public testing::Test {
             source.Bind(*control, field);
         }
         source.SetRecordset(Open(*database));
+        QObject::connect(&source, &BoundSource::rowFollowed, &source,
+                         [this](const std::vector<std::string>& fields) { followed = fields; });
     }
     static Recordset Open(Database& from) { return from.OpenRecordset("select * from people order by code"); }
     std::string Stored(const std::string& field, const std::string& of) {
@@ -74,7 +77,12 @@ class BoundSourceTest : public testing::Test {
     LookupCombo lang{"TDBCombo1", "Language:", 10, &window};
     CheckBox active{"Check2", "Active", &window};
     std::vector<int> reported;
-    BoundSource source{[this](const EngineError& error) { reported.push_back(error.Number()); }};
+    std::vector<std::string> words;
+    std::vector<std::string> followed;
+    BoundSource source{[this](const EngineError& error) {
+        reported.push_back(error.Number());
+        words.push_back(error.Description());
+    }};
 };
 
 TEST_F(BoundSourceTest, ShowsTheRowByEachKindOfControl) {
@@ -221,17 +229,43 @@ TEST_F(BoundSourceTest, ARefusedUpdateLeavesScreenAndEditAsTheyAre) {
     EXPECT_EQ(Stored("name", "E"), "Ann");
 }
 
-TEST_F(BoundSourceTest, AnotherSeatsLockIsMetAtUpdate) {
+TEST_F(BoundSourceTest, ARowInAnotherSeatsHandsIsToldAtTheFirstKey) {
     Workspace otherSeat;
+    otherSeat.SetSeat("BOB (Bob Bell) at FRONT");
     const DatabasePtr theirs = otherSeat.OpenDatabase(places.Place("people"), SchemaCheck::Ignored);
     Recordset row = Open(*theirs);
     row.Edit();
     name.setText("Zoe");
-    EXPECT_EQ(NumberOf([&] { source.Update(); }), kLockedByOther);
-    EXPECT_THAT(reported, IsEmpty()) << "typing alone meets no lock";
+    EXPECT_THAT(reported, ElementsAre(kLockedByOther));
+    EXPECT_THAT(words, ElementsAre(HasSubstr("BOB (Bob Bell) at FRONT is changing this record")));
+    EXPECT_EQ(source.Mode(), BoundMode::View);
+    EXPECT_EQ(name.Text(), "Ann");
+    EXPECT_TRUE(source.CanBringBack());
     row.CancelUpdate();
+    source.BringBack();
     source.Update();
     EXPECT_EQ(Stored("name", "A"), "Zoe");
+}
+
+TEST_F(BoundSourceTest, BoxesThatWereNotTouchedFollowTheOtherSeat) {
+    database->Execute("UPDATE people SET name = 'Amy', hours = 99 WHERE code = 'A'");
+    EXPECT_EQ(name.Text(), "Ann") << "as it was shown";
+    EXPECT_THAT(source.ChangedControls(), IsEmpty()) << "nobody here has changed anything";
+    code.setText("AA");
+    EXPECT_EQ(name.Text(), "Amy");
+    EXPECT_THAT(followed, ElementsAre("NAME", "hours"));
+    source.Update();
+    EXPECT_EQ(Stored("name", "AA"), "Amy");
+
+    name.setText("Ada");
+    source.Restore();
+    EXPECT_EQ(name.Text(), "Amy");
+    EXPECT_TRUE(source.MoveNext());
+    EXPECT_FALSE(source.CanBringBack()) << "it was typed for another row";
+    EXPECT_TRUE(source.MovePrevious());
+    source.BringBack();
+    EXPECT_EQ(name.Text(), "Ada");
+    EXPECT_EQ(source.Mode(), BoundMode::Edit);
 }
 
 TEST_F(BoundSourceTest, TypingIntoARowThatIsGoneIsReported) {

@@ -50,7 +50,29 @@ QAbstractButton* BoundControl::AsButton() const {
 void BoundControl::SetValue(const kv::Value& value) {
     Quietly([&] { Show(value); });
     dataChanged_ = false;
+    judged_ = true;
     SetFault({});
+}
+
+bool BoundControl::Finish() {
+    if (dataChanged_ && !Check()) {
+        return false;
+    }
+    if (!rule_ || judged_ || judging_) {
+        return true;
+    }
+    const QScopedValueRollback<bool> judging(judging_, true);
+    // Before the rule runs: where it enters something else that is judged again, unless it is passed too.
+    judged_ = true;
+    const bool passed = rule_();
+    judged_ = passed;
+    return passed;
+}
+
+void BoundControl::RunRule() {
+    if (rule_ && dataChanged_ && fault_.isEmpty()) {
+        Finish();
+    }
 }
 
 void BoundControl::EnterValue(const kv::Value& value) {
@@ -68,6 +90,7 @@ void BoundControl::NoteChange() {
         return;
     }
     dataChanged_ = true;
+    judged_ = false;
     emit notifier_->changed();
 }
 

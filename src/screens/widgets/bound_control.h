@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QString>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -72,6 +73,12 @@ class BoundControl {
     virtual bool CanFault() const { return false; }
     /// Judges the entry now, as leaving the control does; false when it can't be stored.
     virtual bool Check() { return true; }
+    /// The screen's own rule for what is entered in this box, beside Check(): looks it up, fills what follows
+    /// from it, and answers false where it refused it, having told the operator why. It runs once for each
+    /// entry: when the operator leaves the box, or before a save.
+    void SetRule(std::function<bool()> rule) { rule_ = std::move(rule); }
+    /// The entry is complete: Check() and the rule judge it. False where one of them refuses it.
+    bool Finish();
 
     bool IsEnabled() const;
     virtual void SetEnabled(bool enabled);
@@ -113,6 +120,8 @@ class BoundControl {
     }
     bool IsLoading() const { return loading_; }
     void SetFault(const QString& fault);
+    /// To be called as the operator leaves the box.
+    void RunRule();
 
   private:
     void ShowFault();
@@ -130,6 +139,9 @@ class BoundControl {
     QPointer<QLabel> faultLabel_;
     bool required_ = false;
     bool labelPlaced_ = false;
+    std::function<bool()> rule_;
+    bool judged_ = true;    ///< the rule has passed the present entry
+    bool judging_ = false;  ///< a message of the rule is up, which takes the focus once more
     bool dataChanged_ = false;
     bool loading_ = false;
 };

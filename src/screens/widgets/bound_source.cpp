@@ -2,6 +2,7 @@
 
 #include <QLineEdit>
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
 #include "screens/widgets/combos.h"
@@ -30,7 +31,7 @@ BoundSource::BoundSource(ErrorReport report, QObject* parent) : QObject(parent),
 BoundSource::~BoundSource() = default;
 
 void BoundSource::Bind(BoundControl& control, const std::string& field) {
-    const Binding binding{control.Notifier(), &control, field};
+    const Binding binding{control.Notifier(), &control, field, {}};
     if (rows_.IsOpen()) {
         LimitLength(binding);
     }
@@ -81,6 +82,9 @@ void BoundSource::LimitLength(const Binding& binding) const {
 
 void BoundSource::SetRecordset(Recordset rows) {
     rows_ = std::move(rows);
+    if (keyField_.empty()) {
+        aside_.clear();
+    }
     for (const Binding& binding : bindings_) {
         LimitLength(binding);
     }
@@ -144,10 +148,43 @@ void BoundSource::ShowRow() {
     // halves.
     const std::vector<Value> values = RowValues();
     for (std::size_t i = 0; i < values.size(); ++i) {
+        bindings_[i].shown = values[i];
         bindings_[i].control->SetValue(values[i]);
     }
+    written_.clear();
     NoteMode();
     emit repositioned();
+}
+
+std::vector<std::string> BoundSource::Follow() {
+    const std::vector<Value> values = RowValues();
+    std::vector<std::string> followed;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        Binding& binding = bindings_[i];
+        if (values[i] == binding.shown) {
+            continue;
+        }
+        binding.shown = values[i];
+        followed.push_back(binding.field);
+        if (!binding.control->IsDataChanged()) {
+            binding.control->SetValue(values[i]);
+        }
+    }
+    return followed;
+}
+
+bool BoundSource::FollowRow() {
+    if (Mode() != BoundMode::View) {
+        return false;
+    }
+    const std::vector<std::string> followed = Follow();
+    if (gone_) {
+        NoteMode();
+        emit repositioned();
+    } else if (!followed.empty()) {
+        emit rowFollowed(followed);
+    }
+    return gone_ || !followed.empty();
 }
 
 void BoundSource::NoteMode() {
@@ -179,9 +216,23 @@ void BoundSource::BeginEdit() {
     if (!rows_.IsOpen()) {
         throw EngineError(engine_error::kNoCurrentRecord, "No current record.");
     }
-    if (rows_.EditMode() == EditState::None) {
-        rows_.Edit();
-        NoteMode();
+    if (rows_.EditMode() != EditState::None) {
+        return;
+    }
+    written_.clear();
+    rows_.Edit();
+    if (!rows_.HoldsRow()) {
+        const std::string holder = rows_.RowHolder();
+        rows_.CancelUpdate();
+        throw EngineError(engine_error::kLockedByOther,
+                          (holder.empty() ? "Another user" : holder) +
+                              " is changing this record just now.  It can be changed here once they have "
+                              "saved or discarded their changes.");
+    }
+    const std::vector<std::string> followed = Follow();
+    NoteMode();
+    if (!followed.empty()) {
+        emit rowFollowed(followed);
     }
 }
 
@@ -191,7 +242,9 @@ void BoundSource::AddRow() {
 }
 
 bool BoundSource::Differs(const Binding& binding) const {
-    return DiffersFromColumn(DescribeControl(*binding.control), rows_.Get(binding.field));
+    // A row being added differs from its defaults, which routines may have set since they were shown.
+    return DiffersFromColumn(DescribeControl(*binding.control),
+                             IsAdding() ? rows_.Get(binding.field) : binding.shown);
 }
 
 std::vector<BoundControl*> BoundSource::ChangedControls(const QString& exceptTag) const {
@@ -235,10 +288,62 @@ void BoundSource::Update() {
     if (mode == BoundMode::Add) {
         rows_.MoveToLastModified();
     }
+    aside_.clear();
+    std::vector<SetAside> written = Typed();
     ShowRow();
+    written_ = std::move(written);
+}
+
+Value BoundSource::KeyOfRow() const {
+    return keyField_.empty() || !HasRow() || IsAdding() ? Value() : rows_.Get(keyField_);
+}
+
+std::vector<BoundSource::SetAside> BoundSource::Typed() const {
+    std::vector<SetAside> typed;
+    const auto add = [&typed](const QPointer<QObject>& alive, BoundControl* control) {
+        if (!alive.isNull() && control->IsDataChanged()) {
+            typed.push_back({alive, control, control->Value()});
+        }
+    };
+    for (const Binding& binding : bindings_) {
+        add(binding.alive, binding.control);
+    }
+    for (const SetAside& companion : companions_) {
+        add(companion.alive, companion.control);
+    }
+    return typed;
+}
+
+void BoundSource::KeepTyped(std::vector<SetAside> typed) {
+    if (typed.empty()) {
+        return;
+    }
+    aside_ = std::move(typed);
+    asideKey_ = KeyOfRow();
+    asidePosition_ = IsAdding() ? -1 : Position();
+    emit typedSetAside();
+}
+
+bool BoundSource::CanBringBack() const {
+    const bool sameRow =
+        keyField_.empty() ? asidePosition_ == (IsAdding() ? -1 : Position()) : KeyOfRow() == asideKey_;
+    return !aside_.empty() && HasRow() && sameRow;
+}
+
+void BoundSource::BringBack() {
+    if (!CanBringBack()) {
+        return;
+    }
+    for (const SetAside& typed : std::exchange(aside_, {})) {
+        if (!typed.alive.isNull()) {
+            typed.control->EnterValue(typed.value);
+        }
+    }
 }
 
 void BoundSource::Restore() {
+    std::vector<SetAside> typed = Typed();
+    KeepTyped(typed.empty() ? std::exchange(written_, {}) : std::move(typed));
     if (rows_.IsOpen() && rows_.EditMode() != EditState::None) {
         rows_.CancelUpdate();
     }

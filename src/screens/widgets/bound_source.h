@@ -16,10 +16,12 @@ enum class BoundMode { NoRow, View, Edit, Add };
 /// Ties controls to the fields of the current row of a recordset; the only code that copies values between
 /// the two.
 ///
-/// Showing a row loads the controls and clears their marks. The operator's first change puts the row in edit
-/// (Recordset::Edit, which takes its lock). WriteRow copies what changed into the row, Update writes it. A
-/// failure throws EngineError to the caller and leaves controls and edit as they are; the caller's handler
-/// reports it and calls Restore where the rules say so.
+/// Showing a row loads the controls and clears their marks. The operator's first change takes the row for
+/// edit: it is locked and read again, and the boxes that the operator has not touched follow what other seats
+/// wrote meanwhile, so that a save writes nothing but what was changed here. WriteRow copies what changed
+/// into the row, Update writes it. A failure throws EngineError to the caller and leaves controls and edit as
+/// they are; the caller's handler reports it and calls Restore where the rules say so. What Restore takes off
+/// the screen is kept until the next save, for BringBack.
 class BoundSource : public QObject {
     Q_OBJECT
   public:
@@ -57,12 +59,16 @@ class BoundSource : public QObject {
     /// Row to controls, marks cleared. Without a row, and for one that another seat deleted, the controls are
     /// emptied.
     void ShowRow();
-    /// Puts the row in edit where it is not yet. 3021 without one.
+    /// Takes the row for edit where it is not yet. 3021 without one, 3167 for one that is gone, 3186 with the
+    /// other seat's name where that seat has it in edit.
     void BeginEdit();
+    /// Reads the row again without taking it; untouched boxes follow. True where another seat has changed it
+    /// since it was shown, or it is gone.
+    bool FollowRow();
     /// Starts a new row and shows its defaults.
     void AddRow();
-    /// The controls whose mark is set and whose content differs from their field (DiffersFromColumn), but
-    /// for those whose tag is `exceptTag`.
+    /// The controls whose mark is set and whose content differs from their field as it was shown or last read
+    /// (DiffersFromColumn), but for those whose tag is `exceptTag`.
     std::vector<BoundControl*> ChangedControls(const QString& exceptTag = {}) const;
     /// Controls that changed to their fields of the row in edit (begun here where it is not). An emptied box
     /// or mask gives the empty text in a text column and Null in others. A box at fault stops it with 3421
@@ -71,8 +77,18 @@ class BoundSource : public QObject {
     /// WriteRow, then the row to the store; an added row becomes the current one. The row is shown as it is
     /// stored. With nothing in edit and nothing changed it does nothing.
     void Update();
-    /// Cancels the edit or the new row and shows the current row again.
+    /// Cancels the edit or the new row and shows the current row again. What was typed is set aside.
     void Restore();
+    /// A control of the same row that is bound to no field: what is typed in it is set aside and brought back
+    /// with the rest.
+    void Accompany(BoundControl& control) { companions_.push_back({control.Notifier(), &control, {}}); }
+    /// Something was set aside that belongs to the row that is shown.
+    bool CanBringBack() const;
+    /// Enters what was set aside again. Nothing happens where there is nothing.
+    void BringBack();
+    /// The field that tells a row from all others, by which what was set aside finds its row in another
+    /// recordset too. Without one it is dropped with the recordset.
+    void SetKeyField(const std::string& field) { keyField_ = field; }
     /// Deletes the current row and shows the next one, behind the last the one before.
     void DeleteRow();
 
@@ -92,14 +108,29 @@ class BoundSource : public QObject {
     /// Another row, or the same one afresh, is shown.
     void repositioned();
     void modeChanged(kv::BoundMode mode);
+    /// Boxes took what another seat had written since the row was shown: the fields of those boxes.
+    void rowFollowed(const std::vector<std::string>& fields);
+    /// Restore has set something aside for BringBack.
+    void typedSetAside();
 
   private:
     struct Binding {
         QPointer<QObject> alive;
         BoundControl* control;
         std::string field;
+        Value shown;  ///< the field as it was shown, or read again for the edit
+    };
+    struct SetAside {
+        QPointer<QObject> alive;
+        BoundControl* control;
+        Value value;
     };
     void OnChanged();
+    /// Untouched boxes take the row as it is now; those of the fields that changed.
+    std::vector<std::string> Follow();
+    std::vector<SetAside> Typed() const;
+    void KeepTyped(std::vector<SetAside> typed);
+    Value KeyOfRow() const;
     void LimitLength(const Binding& binding) const;
     bool Differs(const Binding& binding) const;
     /// The current row's values in the order of the bindings; Nulls without a row. Notes whether the row is
@@ -112,6 +143,13 @@ class BoundSource : public QObject {
     std::vector<Binding> bindings_;
     BoundMode shownMode_ = BoundMode::NoRow;
     bool gone_ = false;  // the current row was deleted by another seat
+    std::string keyField_;
+    std::vector<SetAside> companions_;
+    std::vector<SetAside> aside_;
+    /// What the last Update wrote: set aside where its transaction is rolled back, which Restore tells.
+    std::vector<SetAside> written_;
+    Value asideKey_;           // the row that it was typed for; Null for a new one
+    long asidePosition_ = -1;  // the same, where no field tells rows apart
 };
 
 }  // namespace kv

@@ -121,6 +121,13 @@ bool PlainCombo::PickKey(const QString& key) {
     return item >= 0;
 }
 
+void PlainCombo::SetKeyed(const QString& text, const QString& key) {
+    SetValue(FromQt(text));
+    if (const int item = findData(key); item >= 0 && itemText(item) == text) {
+        Quietly([&] { setCurrentIndex(item); });
+    }
+}
+
 void PlainCombo::SetCharacters(int characters) {
     characters_ = characters;
     updateGeometry();
@@ -145,6 +152,13 @@ void PlainCombo::Show(const kv::Value& value) {
 
 void PlainCombo::wheelEvent(QWheelEvent* event) {
     PassWheelOn(event);
+}
+
+void PlainCombo::focusOutEvent(QFocusEvent* event) {
+    QComboBox::focusOutEvent(event);
+    if (event->reason() != Qt::PopupFocusReason) {
+        RunRule();
+    }
 }
 
 LookupCombo::LookupCombo(const QString& name, const QString& caption, int characters, QWidget* parent)
@@ -213,16 +227,11 @@ bool LookupCombo::eventFilter(QObject* watched, QEvent* event) {
         Clear();
         return true;
     }
-    if (watched == lineEdit() && event->type() == QEvent::FocusOut && listOnly_ && !currentText().isEmpty() &&
-        !IsInList()) {
-        EnterValue(loaded_);
-    }
     return QComboBox::eventFilter(watched, event);
 }
 
 void LookupCombo::Show(const kv::Value& value) {
     const std::string code = value.ToText();
-    loaded_ = code;
     const auto itemWhere = [&](auto equal) {
         return std::find_if(items_.begin(), items_.end(),
                             [&](const LookupItem& item) { return equal(item.code, code); });
@@ -239,6 +248,29 @@ void LookupCombo::Show(const kv::Value& value) {
     }
     setCurrentIndex(static_cast<int>(found - items_.begin()));
     setEditText(ToQt(found->description));
+}
+
+bool LookupCombo::Check() {
+    const std::string entry = Trim(FromQt(currentText()));
+    if (!entry.empty() && !IsInList()) {
+        const auto typed = std::find_if(items_.begin(), items_.end(), [&](const LookupItem& item) {
+            return EqualsNoCase(item.code, entry);
+        });
+        if (typed != items_.end()) {
+            EnterValue(typed->code);
+        }
+    }
+    const bool good = !listOnly_ || entry.empty() || IsInList();
+    SetFault(good ? QString() : QStringLiteral("Not in the list"));
+    return good;
+}
+
+void LookupCombo::focusOutEvent(QFocusEvent* event) {
+    QComboBox::focusOutEvent(event);
+    if (event->reason() != Qt::PopupFocusReason && IsDataChanged()) {
+        Check();
+        RunRule();
+    }
 }
 
 void LookupCombo::wheelEvent(QWheelEvent* event) {

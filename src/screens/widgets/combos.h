@@ -31,6 +31,8 @@ class PlainCombo : public QComboBox, public BoundControl {
     QString Key() const;
     /// Picks the item with the key, or nothing; counts as a change. True when there is one.
     bool PickKey(const QString& key);
+    /// Loads a content as SetValue does; of items that read alike it is the one with the key.
+    void SetKeyed(const QString& text, const QString& key);
     void SetCharacters(int characters) override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -38,6 +40,7 @@ class PlainCombo : public QComboBox, public BoundControl {
   protected:
     void Show(const kv::Value& value) override;
     void wheelEvent(QWheelEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
   private:
     int characters_;
@@ -61,9 +64,11 @@ class LookupCombo : public QComboBox, public BoundControl {
     std::string BoundText() const;
     /// As a routine enters it: marks the change.
     void SetBoundText(const std::string& code);
-    /// For lists that no validation looks at: an entry that is in no item gives way to what was loaded, as
-    /// the operator leaves the box.
+    /// For lists that no validation looks at: an entry that is in no item can't be stored.
     void SetListOnly(bool listOnly) { listOnly_ = listOnly; }
+    bool CanFault() const override { return listOnly_; }
+    /// A code typed by hand shows its item.
+    bool Check() override;
     /// True when the text is one of the list's (in any case).
     bool IsInList() const;
     /// Replaces the list, sizes the drop-down to it, keeps the bound text; the changed mark stays as it was.
@@ -79,12 +84,12 @@ class LookupCombo : public QComboBox, public BoundControl {
   protected:
     void Show(const kv::Value& value) override;
     void wheelEvent(QWheelEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
   private:
     std::vector<LookupItem> items_;
     int characters_;
     bool listOnly_ = false;
-    std::string loaded_;
 };
 
 }  // namespace kv

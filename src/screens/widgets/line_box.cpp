@@ -18,7 +18,10 @@ LineBox::LineBox(const QString& name, const QString& caption, ControlKind kind, 
             NoteChange();
         }
     });
-    connect(this, &QLineEdit::returnPressed, this, [this] { Leave(); });
+    connect(this, &QLineEdit::returnPressed, this, [this] {
+        Leave();
+        RunRule();
+    });
 }
 
 void LineBox::SetCharacters(int characters) {
@@ -58,6 +61,7 @@ void LineBox::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     if (event->reason() != Qt::PopupFocusReason) {
         Leave();
+        RunRule();
     }
 }
 
