@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "session/rights.h"
 #include "session/trans.h"
+#include "session/whole_step.h"
 
 namespace kv {
 
@@ -78,13 +79,24 @@ Recordset OpenAttributes(Session& session, AttributeList list, const std::string
 void AddAttributes(Session& session, AttributeList list, const std::string& client,
                    const std::vector<AttributeItem>& items, const AskCallType& ask) {
     const char* area = TextOf(list).area;
-    Recordset entries = OpenAttributes(session, list, client);
+    // The operator is asked before the first row is written. What was typed has no code.
+    std::vector<AttributeItem> chosen;
     for (const AttributeItem& item : items) {
-        if (IsAddANew(list, item)) {
+        if (!IsAddANew(list, item)) {
+            chosen.push_back(item);
+        } else if (const std::optional<std::string> text = ask()) {
+            chosen.push_back({"", *text});
+        }
+    }
+    if (items.empty()) {
+        return;
+    }
+    WholeStep step(session);
+    Recordset entries = OpenAttributes(session, list, client);
+    for (const AttributeItem& item : chosen) {
+        if (item.code.empty()) {
             // No look-up: the same words may be added twice.
-            if (const std::optional<std::string> text = ask()) {
-                AddEntry(entries, area, client, {"", *text});
-            }
+            AddEntry(entries, area, client, item);
             continue;
         }
         entries.FindFirst(Sql("client = {} and id = {} and area = {}", client, item.code, area));
@@ -96,20 +108,22 @@ void AddAttributes(Session& session, AttributeList list, const std::string& clie
             entries.Update();
         }
     }
-    if (!items.empty()) {
-        NoteOnTheRoad(session, "E", "C", client);
-    }
+    NoteOnTheRoad(session, "E", "C", client);
+    step.Finish();
 }
 
 bool RemoveAttribute(Session& session, AttributeList list, Recordset& entries, const std::string& client) {
     const bool asks = list != AttributeList::Diagnoses;
     if (entries.RecordCount() == 0 ||
-        (asks && !session.dialogs.AskQuestion("Are you sure you wish to remove this item?"))) {
+        (asks && !session.dialogs.AskToDestroy("Are you sure you wish to remove this item?\r\n" +
+                                               entries.Text("Description")))) {
         return false;
     }
+    WholeStep step(session);
     entries.Delete();
-    entries.Requery();
     NoteOnTheRoad(session, "E", "C", client);
+    step.Finish();
+    entries.Requery();
     return true;
 }
 

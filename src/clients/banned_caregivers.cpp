@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "clients/record_keys.h"
 #include "session/trans.h"
+#include "session/whole_step.h"
 
 namespace kv {
 
@@ -38,21 +39,19 @@ bool SaveBannedCaregiver(Session& session, Recordset& banned, const std::string&
         session.ShowMessageWindow("You must enter in a valid Caregiver Id before saving");
         return false;
     }
-    banned.Set("CLIENT", clientId);
     const std::string criteria = Sql("client = {} and emp_id = {}", clientId, caregiver);
-    banned.Update();
+    WriteWhole(session, banned, [&] {
+        banned.Set("CLIENT", clientId);
+        banned.Update();
+        NoteOnTheRoad(session, "E", "C", clientId);
+    });
     banned.Requery();
     banned.FindFirst(criteria);
-    NoteOnTheRoad(session, "E", "C", clientId);
     return true;
 }
 
 bool DeleteBannedCaregiver(Session& session, Recordset& banned, const std::string& clientId) {
-    if (!DeleteRecord(session, banned, kTexts)) {
-        return false;
-    }
-    NoteOnTheRoad(session, "E", "C", clientId);
-    return true;
+    return DeleteRecord(session, banned, kTexts, [&] { NoteOnTheRoad(session, "E", "C", clientId); });
 }
 
 bool MoveBannedCaregiver(Session& session, Recordset& banned, ListMove move) {

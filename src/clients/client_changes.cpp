@@ -39,11 +39,11 @@ void AppendChange(Session& session, const std::string& id) {
 }  // namespace
 
 bool GroupDiffers(const ScreenControls& controls, const Recordset& row) {
-    return controls.Find("cmbGroup") != nullptr && controls.Text("cmbGroup") != row.Text("Grouping");
+    return controls.Changed("cmbGroup") && controls.Text("cmbGroup") != row.Text("Grouping");
 }
 
 bool HolidayDiffers(const ScreenControls& controls, const Recordset& row) {
-    return controls.Find("CMBhol") != nullptr && controls.Text("CMBhol") != row.Text("HOL_COV");
+    return controls.Changed("CMBhol") && controls.Text("CMBhol") != row.Text("HOL_COV");
 }
 
 bool NotesDiffer(const ScreenControls& controls) {

@@ -6,7 +6,7 @@
 
 namespace kv {
 
-/// The controls that are compared with the row by name, whatever their changed marks say.
+/// The controls that are compared with the row by name, where the operator has changed them.
 bool GroupDiffers(const ScreenControls& controls, const Recordset& row);
 bool HolidayDiffers(const ScreenControls& controls, const Recordset& row);
 /// TXTbox, the notes as they are shown, against TXTedit, the notes as they were.

@@ -13,7 +13,8 @@ bool CheckClientDelete(Session& session, const std::string& id, const std::strin
 
 /// The delete key: refuses on the road and while rows stand against it, asks, deletes the client with what
 /// belongs to it, leaves one row in the change history and refreshes the list. True when the client is gone.
-/// Throws EngineError; the statements already run stay done.
+/// A client whose status is another one than `statusWord`, which the screen shows, is not deleted and shown
+/// again. All of it goes or, where EngineError is thrown, nothing.
 bool DeleteClient(Session& session, ClientForm& form, const std::string& statusWord);
 
 }  // namespace kv

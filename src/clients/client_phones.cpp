@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "clients/record_keys.h"
 #include "session/trans.h"
+#include "session/whole_step.h"
 
 namespace kv {
 
@@ -75,13 +76,15 @@ bool SavePhone(Session& session, Recordset& phones, const PhoneClient& client) {
         MoveToNumber(phones, number);
         return true;
     }
-    phones.Set("CLTid", client.id);
-    phones.Set("branchid", session.VENDOR);
-    phones.Set("addr", client.street);
-    phones.Set("Zip", client.zip);
-    phones.Set("Status", StatusOf(session, client.id));
-    phones.Update();
-    NoteOnTheRoad(session, "E", "C", client.id);
+    WriteWhole(session, phones, [&] {
+        phones.Set("CLTid", client.id);
+        phones.Set("branchid", session.VENDOR);
+        phones.Set("addr", client.street);
+        phones.Set("Zip", client.zip);
+        phones.Set("Status", StatusOf(session, client.id));
+        phones.Update();
+        NoteOnTheRoad(session, "E", "C", client.id);
+    });
     phones.Requery();
     MoveToNumber(phones, number);
     return true;

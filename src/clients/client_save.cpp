@@ -37,8 +37,19 @@ constexpr std::array kListChecks = {
 
 bool IsInList(Session& session, LookupSource source, const std::string& text) {
     Recordset rows = session.dbMainCode->OpenRecordset(LookupStatement(source));
-    rows.FindFirst(Sql("Description = {}", text));
-    return !rows.NoMatch();
+    try {
+        rows.FindFirst(Sql("Description = {}", text));
+        return !rows.NoMatch();
+    } catch (const EngineError& error) {
+        // An apostrophe breaks the search, which is told; whether the entry is in the list still decides.
+        ReportEngineError(session, error);
+    }
+    for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
+        if (EqualsNoCase(rows.Text("Description"), text)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void CheckNames(const ScreenControls& controls, std::vector<std::string>& faults) {
@@ -55,7 +66,6 @@ void CheckNames(const ScreenControls& controls, std::vector<std::string>& faults
 }
 
 void CheckLists(Session& session, const ScreenControls& controls, std::vector<std::string>& faults) {
-    const ReadSpan span = session.dbMainCode->BeginRead();
     for (const ListCheck& check : kListChecks) {
         const ScreenControl* combo = controls.Find(check.control);
         const std::string text = combo == nullptr ? std::string() : combo->text;
@@ -128,6 +138,14 @@ void KeepNotes(ClientForm& form, const ScreenControls& controls) {
     form.SetText("TXTedit", controls.Stored("TXTbox"));
 }
 
+/// The row with its line of history: no change is told of that was not stored.
+void WriteChangedRow(Session& session, ClientForm& form, const ScreenControls& controls) {
+    Transaction step = session.dbMainWork->BeginTransaction();
+    WriteClientChanges(session, controls, form.List());
+    StampClientRow(session, form);
+    step.Commit();
+}
+
 void RunSave(Session& session, ClientForm& form) {
     const ScreenControls controls = form.Controls();
     const std::string id = controls.Text("txtCliId");
@@ -139,9 +157,8 @@ void RunSave(Session& session, ClientForm& form) {
     CopyGroup(session, controls, id);
     CopyPriority(session, controls, id);
     CopyManager(session, controls, id);
-    WriteClientChanges(session, controls, form.List());
+    WriteChangedRow(session, form, controls);
     KeepNotes(form, controls);
-    StampClientRow(session, form);
     if (nameChanged) {
         form.RefreshClientList();  // the client's place in the order of names may have moved
     }
@@ -154,7 +171,6 @@ void RunSave(Session& session, ClientForm& form) {
 void RunPromptedSave(Session& session, ClientForm& form, const ScreenControls& controls) {
     const std::string id = controls.Text("txtCliId");
     const bool groupDiffers = GroupDiffers(controls, form.List());
-    WriteClientChanges(session, controls, form.List());
     if (NameChanged(controls) && form.List().EditMode() != EditState::Add) {
         CopyName(session, controls, id);
     }
@@ -164,7 +180,7 @@ void RunPromptedSave(Session& session, ClientForm& form, const ScreenControls& c
     if (controls.Changed("TDBCombo25")) {
         CopyPriority(session, controls, id);
     }
-    StampClientRow(session, form);
+    WriteChangedRow(session, form, controls);
     KeepNotes(form, controls);
     NoteOnTheRoad(session, "E", "C", id);
 }
@@ -215,14 +231,7 @@ std::vector<std::string> RequiredInfoFaults(Session& session, const Recordset& l
 }
 
 bool CheckRequiredInfo(Session& session, ClientForm& form) {
-    std::vector<std::string> faults;
-    try {
-        faults = RequiredInfoFaults(session, form.List(), form.Controls());
-    } catch (const EngineError& error) {
-        // A check that can't be made keeps nobody on the client: a list's text with an apostrophe breaks its
-        // look-up.
-        ReportEngineError(session, error);
-    }
+    const std::vector<std::string> faults = RequiredInfoFaults(session, form.List(), form.Controls());
     if (faults.empty()) {
         return false;
     }
@@ -240,10 +249,10 @@ long CountClientDifferences(const ScreenControls& controls, const Recordset& row
     long count = static_cast<long>(changed.size());
     count += GroupDiffers(controls, row) ? 1 : 0;
     count += HolidayDiffers(controls, row) ? 1 : 0;
-    count +=
-        directions != nullptr && !directionsCounted && directions->value.ToText() != row.Text("Directions")
-            ? 1
-            : 0;
+    count += directions != nullptr && directions->changed && !directionsCounted &&
+                     directions->value.ToText() != row.Text("Directions")
+                 ? 1
+                 : 0;
     count += NotesDiffer(controls) ? 1 : 0;
     return count;
 }
@@ -256,14 +265,20 @@ PromptResult PromptToSaveClient(Session& session, ClientForm& form) {
     if (CountClientDifferences(controls, form.List()) == 0 || !session.CanSave) {
         return PromptResult::NothingToSave;
     }
-    if (!session.dialogs.AskQuestion(kUnsavedPrompt)) {
-        form.RestoreRow();
-        return PromptResult::Discarded;
+    switch (session.dialogs.AskToSave(kUnsavedPrompt)) {
+        case SaveAnswer::Stay:
+            return PromptResult::Stayed;
+        case SaveAnswer::Discard:
+            form.RestoreRow();
+            return PromptResult::Discarded;
+        case SaveAnswer::Save:
+            break;
     }
     try {
         RunPromptedSave(session, form, controls);
     } catch (const EngineError&) {
-        // What the row in edit already took would hide from the next prompt that the screen still differs.
+        // What was typed stays on the screen. What the row in edit already took would hide from the next
+        // prompt that the screen still differs.
         if (form.List().EditMode() == EditState::InProgress) {
             form.List().CancelUpdate();
         }
@@ -276,8 +291,7 @@ bool MayLeaveClient(Session& session, ClientForm& form) {
     if (CheckRequiredInfo(session, form)) {
         return false;
     }
-    PromptToSaveClient(session, form);
-    return true;
+    return PromptToSaveClient(session, form) != PromptResult::Stayed;
 }
 
 void StampClientRow(Session& session, ClientForm& form) {
@@ -302,6 +316,9 @@ bool SaveClient(Session& session, ClientForm& form) {
             return false;
         }
         const Hourglass hourglass(session.progress);
+        // The row is this seat's before anything is written that follows from it, and boxes that were not
+        // touched hold what other seats have written.
+        form.EditRow();
         RunSave(session, form);
         return true;
     } catch (const EngineError& error) {

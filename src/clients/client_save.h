@@ -26,13 +26,18 @@ bool CheckRequiredInfo(Session& session, ClientForm& form);
 /// The number of differences between the screen and the row that a move away would lose.
 long CountClientDifferences(const ScreenControls& controls, const Recordset& row);
 
-enum class PromptResult { NothingToSave, Discarded, Saved };
+enum class PromptResult {
+    NothingToSave,
+    Discarded,
+    Saved,
+    Stayed,  ///< back to what was typed
+};
 /// PromptToSaveClient: asks when something changed and CanSave is true. It leaves hkeylonglat, the manager on
 /// the schedule and the list alone; the save key's save does those. Throws EngineError, with what was done
 /// staying done.
 PromptResult PromptToSaveClient(Session& session, ClientForm& form);
-/// Before each move away from the client: the required check, then the prompt. False when faults keep the
-/// operator here.
+/// Before each move away from the client: the required check, then the prompt. False when faults, or the
+/// answer, keep the operator here.
 bool MayLeaveClient(Session& session, ClientForm& form);
 
 /// StampClientRow: writes the controls, the notes and the save's stamps into the row. Throws EngineError.

@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "clients/client_id.h"
 #include "session/trans.h"
+#include "session/whole_step.h"
 
 namespace kv {
 
@@ -189,6 +190,7 @@ NewClientAnswer SaveNewClient(Session& session, const NewClient& client) {
     if (Length(client.id) < kLeastIdLength) {
         return {NewClientResult::IdTooShort, "You must enter a valid ID of 5 chars."};
     }
+    WholeStep step(session);
     AddClientRow(session, clients, client);
     if (!client.pattern.empty()) {
         CopyPattern(session, clients, client);
@@ -198,6 +200,7 @@ NewClientAnswer SaveNewClient(Session& session, const NewClient& client) {
         AddAuthorization(session, client);
     }
     NoteOnTheRoad(session, "A", "C", client.id);
+    step.Finish();
     session.PickedEmployee = client.id;
     return {};
 }

@@ -1,8 +1,23 @@
 #include "clients/record_keys.h"
 
 #include <algorithm>
+#include <vector>
+
+#include "session/whole_step.h"
 
 namespace kv {
+
+namespace {
+
+std::vector<Value> FieldsOf(const Recordset& row) {
+    std::vector<Value> fields;
+    for (std::size_t field = 0; field < row.Fields().size(); ++field) {
+        fields.push_back(row.Get(field));
+    }
+    return fields;
+}
+
+}  // namespace
 
 bool MoveInRecords(Session& session, Recordset& rows, ListMove move, const RecordTexts& texts) {
     if (rows.RecordCount() == 0) {
@@ -34,20 +49,48 @@ bool MoveInRecords(Session& session, Recordset& rows, ListMove move, const Recor
     return true;
 }
 
-bool DeleteRecord(Session& session, Recordset& rows, const RecordTexts& texts) {
+bool DeleteRecord(Session& session, Recordset& rows, const RecordTexts& texts,
+                  const std::function<void()>& alongWith) {
     if (rows.RecordCount() == 0) {
         session.ShowMessageWindow(texts.noneToDelete);
         return false;
     }
-    if (!session.dialogs.AskQuestion(texts.mayDelete)) {
+    return DeleteCurrent(
+        session, rows, [&] { return session.dialogs.AskToDestroy(texts.mayDelete); }, alongWith);
+}
+
+bool DeleteCurrent(Session& session, Recordset& rows, const std::function<bool()>& ask,
+                   const std::function<void()>& alongWith) {
+    const std::vector<Value> shown = FieldsOf(rows);
+    if (!ask()) {
         return false;
     }
+    // The question may have stood for long.
     const long position = rows.AbsolutePosition();
-    rows.Delete();
-    rows.Requery();
-    if (rows.RecordCount() > 0) {
-        rows.SetAbsolutePosition(std::clamp(position, 0L, rows.RecordCount() - 1));
+    Recordset now = rows.Clone();
+    now.SetAbsolutePosition(position);
+    if (FieldsOf(now) != shown) {
+        session.ShowMessageWindow(kChangedBeforeDelete);
+        return false;
     }
+    const auto showAgain = [&] {
+        rows.Requery();
+        if (rows.RecordCount() > 0) {
+            rows.SetAbsolutePosition(std::clamp(position, 0L, rows.RecordCount() - 1));
+        }
+    };
+    try {
+        WholeStep step(session);
+        rows.Delete();
+        if (alongWith) {
+            alongWith();
+        }
+        step.Finish();
+    } catch (const EngineError&) {
+        showAgain();
+        throw;
+    }
+    showAgain();
     return true;
 }
 

@@ -44,7 +44,7 @@ TEST_F(Attributes, ASkillIsAddedOnceAndTakesTheListsText) {
     agency.ports.dialogs.Answer({false, true});
     EXPECT_FALSE(RemoveAttribute(session, AttributeList::Skills, entries, "00001"));
     EXPECT_TRUE(RemoveAttribute(session, AttributeList::Skills, entries, "00001"));
-    EXPECT_EQ(agency.Said(), Lines(2, "question: Are you sure you wish to remove this item?"));
+    EXPECT_EQ(agency.Said(), Lines(2, "question: Are you sure you wish to remove this item?\r\nCooking"));
     EXPECT_EQ(Entries(AttributeList::Skills), Lines{"OX|SKI|Oxygen Tank"});
     EXPECT_EQ(entries.Text("ID"), "OX") << "the first of what is left";
 }

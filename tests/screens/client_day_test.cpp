@@ -190,8 +190,9 @@ TEST_F(ClientDay, MakesAndDeletesAPotentialClient) {
     Press("delete");
     EXPECT_EQ(Ids().size(), 4U);
     Press("delete");
-    EXPECT_EQ(agency.Said(), (Lines{"question: Are you sure you wish to delete this Client",
-                                    "question: Are you sure you wish to delete this Client"}));
+    EXPECT_EQ(agency.Said(), Lines(2,
+                                   "question: Are you sure you wish to delete this Client\r\n"
+                                   "Maybe, Max (00004) goes with 1 billing rate."));
     EXPECT_EQ(Ids(), (Lines{"00001", "00002", "00003"}));
     EXPECT_EQ(agency.Rows("select client from clirate"), Lines());
     EXPECT_EQ(agency.Rows("select status, reason from changes where area = '00004'"),
