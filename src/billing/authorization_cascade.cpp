@@ -7,6 +7,7 @@
 #include "scheduling/assignments.h"
 #include "scheduling/schedule_creation.h"
 #include "session/trans.h"
+#include "session/whole_step.h"
 
 namespace kv {
 
@@ -36,14 +37,43 @@ class RowBar {
 };
 
 /// Worked visits stay whatever happens: payroll and billing stand on them.
-void DeleteVisitsBehind(Session& session, long authorization, long end) {
+void DeleteVisitsAfter(Session& session, long authorization, long end) {
     session.dbMainWork->Execute(Sql(
         "delete * from sch_day where author_seq = {} and st_date > {} and act_hrs = 0", authorization, end));
 }
 
-/// Brings one assignment up to its authorization. True where its visits begin to be wanting, because the end
-/// moved forward over the weeks that it has looked at.
-bool UpdateAssignment(Recordset& assign, const WrittenAuthorization& written, const Value& oldEnd,
+Recordset PlainVisits(Session& session, long authorization) {
+    return session.dbMainWork->OpenRecordset(
+        Sql("select * from sch_day where author_seq = {} and SCH_CODE = 'S'", authorization));
+}
+
+long CountVisitsAfter(Session& session, long authorization, long end) {
+    return static_cast<long>(
+        session.dbMainWork
+            ->Lookup(
+                Sql("select count(*) from sch_day where author_seq = {} and st_date > {} and act_hrs = 0",
+                    authorization, end))
+            .ToInteger());
+}
+
+Recordset AssignmentRows(Session& session, long authorization) {
+    return session.dbMainWork->OpenRecordset(
+        Sql("select * from assign where author_seq = {}", authorization));
+}
+
+/// The end moved on over weeks that the assignment has looked at and found no visit for.
+bool MovesForward(const Recordset& assign, const Value& oldEnd, Date end) {
+    const Value last = assign.Get("Last_date");
+    if (last.IsNull() || oldEnd.IsNull()) {
+        return false;
+    }
+    const Date lastDay = last.ToDate().DayOnly();
+    const Date old = oldEnd.ToDate().DayOnly();
+    return end.DayOnly() != old && lastDay >= old && lastDay < end.DayOnly();
+}
+
+/// Brings one assignment up to its authorization.
+void UpdateAssignment(Recordset& assign, const WrittenAuthorization& written, const Value& oldEnd,
                       bool deleted) {
     assign.Edit();
     assign.Set("CLIENT_STATUS", written.status);
@@ -54,23 +84,46 @@ bool UpdateAssignment(Recordset& assign, const WrittenAuthorization& written, co
     assign.Set("visit_type", written.visitType);
     assign.Set("cli_name", written.clientName);
     assign.Set("visit_desc", written.visitType + "-" + Left(written.clientName, kNameInDescription));
-    bool forward = false;
-    const Value last = assign.Get("Last_date");
-    if (!last.IsNull() && !oldEnd.IsNull()) {
-        const Date lastDay = last.ToDate().DayOnly();
-        const Date old = oldEnd.ToDate().DayOnly();
-        if (written.to.DayOnly() != old && lastDay >= old && lastDay < written.to.DayOnly()) {
-            const double weeks = 2 * assign.Get("howoften").NumberOr(0);
-            assign.Set("Last_date", lastDay.AddDays(-weeks * kDaysInAWeek));
-            forward = true;
-        }
+    if (MovesForward(assign, oldEnd, written.to)) {
+        const double weeks = 2 * assign.Get("howoften").NumberOr(0);
+        assign.Set("Last_date", assign.Get("Last_date").ToDate().DayOnly().AddDays(-weeks * kDaysInAWeek));
     }
     const Value moved = assign.Get("Last_date");
     if (deleted && !moved.IsNull() && moved.ToDate().DayOnly() > written.to.DayOnly()) {
         assign.Set("Last_date", written.to.DayOnly());
     }
     assign.Update();
-    return forward;
+}
+
+/// Of the rows of the bulk tool: what it would do, for its question.
+struct MigrationCounts {
+    long authorizations = 0;
+    long visits = 0;
+    long beginLater = 0;  ///< their From date lies after the new end
+};
+
+MigrationCounts CountMigration(Session& session, Recordset& authorizations, Date end) {
+    MigrationCounts counts;
+    for (authorizations.MoveFirst(); !authorizations.Eof(); authorizations.MoveNext()) {
+        const Value from = authorizations.Get("from_date");
+        ++counts.authorizations;
+        counts.beginLater += !from.IsNull() && from.ToDate().DayOnly() > end.DayOnly() ? 1 : 0;
+        counts.visits += CountVisitsAfter(
+            session, static_cast<long>(authorizations.Get("sequence").ToInteger()), end.DayNumber());
+    }
+    return counts;
+}
+
+std::string MigrationQuestion(const MigrationCounts& counts, Date end) {
+    std::string question = "Update the 'To Date' of " + Counted(counts.authorizations, "authorization") +
+                           " to " + FormatDate(end, "MMM/DD/YYYY") + "?\r\n" +
+                           Counted(counts.visits, "visit") + " not worked after that day will be deleted.";
+    if (counts.beginLater > 0) {
+        question += "\r\n" + Counted(counts.beginLater, "authorization") +
+                    " of them would end before the "
+                    "From date.";
+    }
+    return question;
 }
 
 }  // namespace
@@ -98,87 +151,103 @@ void DeleteFutureSchedulesJournaled(Session& session, long authorization, long e
     }
 }
 
-bool CarryPayerToVisits(Session& session, const AuthorizationChange& change, const AskImportant& ask) {
-    if (change.oldPayer == change.payer && change.oldVisitType == change.visitType) {
+bool DecidePayer(Session& session, const AuthorizationChange& change, const AskImportant& ask,
+                 CascadeDecision& decision) {
+    // A damaged row has no code, and gets one with the save.
+    const bool samePayer =
+        change.oldPayer == change.payer && (change.oldBillCode <= 0 || change.oldBillCode == change.billCode);
+    if (samePayer && change.oldVisitType == change.visitType) {
         return true;
     }
-    Recordset visits = session.dbMainWork->OpenRecordset(
-        Sql("select * from sch_day where author_seq = {} and SCH_CODE = 'S'", change.sequence));
-    if (visits.Eof()) {
+    if (PlainVisits(session, change.sequence).Eof()) {
         return true;
     }
-    switch (ask(change.sequence)) {
-        case ImportantAnswer::No:
-            return false;
-        case ImportantAnswer::Yes:
-            return true;
-        case ImportantAnswer::All:
-            break;
+    const ImportantAnswer answer = ask(change.sequence);
+    decision.carryPayer = answer == ImportantAnswer::All;
+    return answer != ImportantAnswer::No;
+}
+
+void DecideVisits(Session& session, const AuthorizationChange& change, const std::string& status,
+                  CascadeDecision& decision) {
+    if (status != "A" || change.Shortened()) {
+        const long visits = CountVisitsAfter(session, change.sequence, change.end.DayNumber());
+        decision.deleteAfterEnd = session.dialogs.AskToDestroy(
+            "Do you wish to delete all schedules for this client from the end of the authorization?\r\n" +
+            Counted(visits, "visit") + " not worked after " + FormatDate(change.end, "MMM/DD/YYYY") + ".");
     }
+    bool forward = false;
+    for (Recordset row = AssignmentRows(session, change.sequence); !row.Eof(); row.MoveNext()) {
+        forward |= MovesForward(row, change.oldEnd, change.end);
+    }
+    decision.createMissing = forward && session.dialogs.AskQuestion(
+                                            "You are moving an authorization forward.\r\n"
+                                            "Would you like to create any missing schedules?");
+}
+
+void CarryPayerToVisits(Session& session, const AuthorizationChange& change) {
+    Recordset visits = PlainVisits(session, change.sequence);
     if (session.OffLine) {
         JournalSchedulesChanged(session, visits.Clone());
     }
-    for (visits.MoveFirst(); !visits.Eof(); visits.MoveNext()) {
+    for (; !visits.Eof(); visits.MoveNext()) {
         visits.Edit();
         visits.Set("visit_type", change.visitType);
         visits.Set("visit_desc", change.visitDescription);
         visits.Set("billto", change.billCode);
         visits.Update();
     }
-    return true;
 }
 
-std::vector<RemovedVisit> CarryToAssignments(Session& session, const WrittenAuthorization& written,
-                                             bool shortened, const Value& oldEnd) {
-    bool deleted = false;
-    if ((written.status != "A" || shortened) &&
-        session.dialogs.AskQuestion(
-            "Do you wish to delete all schedules for this client from the end of the authorization?")) {
-        const long end = written.to.DayNumber();
-        if (session.OffLine) {
-            DeleteFutureSchedulesJournaled(session, written.sequence, end);
-        } else {
-            DeleteVisitsBehind(session, written.sequence, end);
-        }
-        deleted = true;
+CascadeResult CarryToAssignments(Session& session, const WrittenAuthorization& written,
+                                 const CascadeDecision& decision, const Value& oldEnd) {
+    if (decision.deleteAfterEnd && session.OffLine) {
+        DeleteFutureSchedulesJournaled(session, written.sequence, written.to.DayNumber());
+    } else if (decision.deleteAfterEnd) {
+        DeleteVisitsAfter(session, written.sequence, written.to.DayNumber());
     }
-    Recordset assignments = session.dbMainWork->OpenRecordset(
-        Sql("select * from assign where author_seq = {}", written.sequence));
-    bool forward = false;
-    bool beginsLater = false;
-    for (; !assignments.Eof(); assignments.MoveNext()) {
-        const Value began = assignments.Get("st_date");
-        beginsLater |= !began.IsNull() && began.ToDate() < written.from;
-        forward |= UpdateAssignment(assignments, written, oldEnd, deleted);
+    CascadeResult result;
+    for (Recordset row = AssignmentRows(session, written.sequence); !row.Eof(); row.MoveNext()) {
+        const Value began = row.Get("st_date");
+        result.beginsLater |= !began.IsNull() && began.ToDate() < written.from;
+        UpdateAssignment(row, written, oldEnd, decision.deleteAfterEnd);
     }
-    if (beginsLater && written.status == "A") {
-        TellOfWaitingAssignments(session, written.sequence);
+    if (decision.createMissing) {
+        ScheduleCreation creation(session);
+        creation.RunAll(AssignmentsOf(session, written.sequence));
+        result.removed = creation.Removed();
     }
-    if (!forward || !session.dialogs.AskQuestion("You are moving an authorization forward.\r\n"
-                                                 "Would you like to create any missing schedules?")) {
-        return {};
-    }
-    ScheduleCreation creation(session);
-    creation.RunAll(AssignmentsOf(session, written.sequence));
-    return creation.Removed();
+    return result;
 }
 
-bool MoveAllEnds(Session& session, Recordset& authorizations, Date end) {
-    if (authorizations.RecordCount() == 0) {
+bool MoveAllEnds(Session& session, Recordset& authorizations, Date end,
+                 const std::function<void()>& alongWith) {
+    if (authorizations.RecordCount() == 0 ||
+        !session.dialogs.AskToDestroy(MigrationQuestion(CountMigration(session, authorizations, end), end))) {
         return false;
     }
-    ProgressBar bar(session.progress, "Moving through authorizations, and removing schedules in the future",
-                    authorizations.RecordCount());
-    for (authorizations.MoveFirst(); !authorizations.Eof(); authorizations.MoveNext()) {
-        authorizations.Edit();
-        authorizations.Set("to_DATE", end.DayOnly());
-        authorizations.Update();
-        DeleteVisitsBehind(session, static_cast<long>(authorizations.Get("sequence").ToInteger()),
-                           end.DayNumber());
-        if (authorizations.Text("visit_type").empty()) {
-            session.ShowMessageWindow("Please Edit and fix blank call types");
+    long withoutCallType = 0;
+    {
+        ProgressBar bar(session.progress,
+                        "Moving through authorizations, and removing schedules in the future",
+                        authorizations.RecordCount());
+        WholeStep step(session);
+        for (authorizations.MoveFirst(); !authorizations.Eof(); authorizations.MoveNext()) {
+            const auto sequence = static_cast<long>(authorizations.Get("sequence").ToInteger());
+            authorizations.Edit();
+            authorizations.Set("to_DATE", end.DayOnly());
+            authorizations.Update();
+            DeleteVisitsAfter(session, sequence, end.DayNumber());
+            // Without this they would make the visits again that were just deleted.
+            session.dbMainWork->Execute(
+                Sql("update assign set END_DATE = {} where author_seq = {}", end.DayOnly(), sequence));
+            withoutCallType += authorizations.Text("visit_type").empty() ? 1 : 0;
+            bar.Advance();
         }
-        bar.Advance();
+        alongWith();
+        step.Finish();
+    }
+    for (; withoutCallType > 0; --withoutCallType) {
+        session.ShowMessageWindow("Please Edit and fix blank call types");
     }
     authorizations.MoveLast();
     return true;

@@ -21,16 +21,31 @@ struct AuthorizationChange {
     std::string oldPayer, oldVisitType;
     std::string payer, visitType, visitDescription;
     long billCode = 0;
-    Value oldEnd;  ///< the stored to_DATE
+    long oldBillCode = 0;  ///< two payers may bear one name
+    Value oldEnd;          ///< the stored to_DATE
     Date end;
 
     /// The end was moved to an earlier day.
     bool Shortened() const;
 };
 
-/// Before the row is written: where payer or call type changed and visits stand on them, asks, and takes the
-/// change to them where that is the answer. False where the save is given up. Throws EngineError.
-bool CarryPayerToVisits(Session& session, const AuthorizationChange& change, const AskImportant& ask);
+/// What the operator decided about the visits before anything is written.
+struct CascadeDecision {
+    bool carryPayer = false;      ///< the visits take the new payer and call type
+    bool deleteAfterEnd = false;  ///< unworked visits after the end go
+    bool createMissing = false;   ///< the end moved forward: the visits that it makes room for are made
+};
+/// Where payer or call type changed and visits stand on them: asks whether they follow. False where the save
+/// is given up. Throws EngineError.
+bool DecidePayer(Session& session, const AuthorizationChange& change, const AskImportant& ask,
+                 CascadeDecision& decision);
+/// Asks about the visits after the end, telling how many they are, and about those that a later end makes
+/// room for. `status` is the letter that is to be stored. Throws EngineError.
+void DecideVisits(Session& session, const AuthorizationChange& change, const std::string& status,
+                  CascadeDecision& decision);
+
+/// The plain visits take the payer and call type; On the Road each is journalled. Throws EngineError.
+void CarryPayerToVisits(Session& session, const AuthorizationChange& change);
 
 /// The authorization's row once it is written, for what follows.
 struct WrittenAuthorization {
@@ -42,17 +57,24 @@ struct WrittenAuthorization {
     std::string visitType;
     std::string clientName;  ///< "Last, First"
 };
-/// After the row is written: asks about the visits behind its end, brings its assignments up to date and
-/// creates visits that a later end makes room for, once the operator agrees. Answers what schedule creation
-/// left out. A new row has no old end. Visits with actual hours are never touched. Throws EngineError.
-std::vector<RemovedVisit> CarryToAssignments(Session& session, const WrittenAuthorization& written,
-                                             bool shortened, const Value& oldEnd);
+struct CascadeResult {
+    std::vector<RemovedVisit> removed;  ///< what schedule creation left out
+    bool beginsLater = false;           ///< the authorization begins after some assignment of it did
+};
+/// After the row is written: deletes the visits after its end, brings its assignments up to date and creates
+/// visits, as was decided. A new row has no old end. Visits with actual hours are never touched. Throws
+/// EngineError.
+CascadeResult CarryToAssignments(Session& session, const WrittenAuthorization& written,
+                                 const CascadeDecision& decision, const Value& oldEnd);
 
-/// CMDmigration: gives every row of the list a new end, deletes the visits behind it, and tells of each row
-/// without a call type. The rows stay in the list. False for an empty list. Throws EngineError.
-bool MoveAllEnds(Session& session, Recordset& authorizations, Date end);
+/// CMDmigration: asks with counts, gives every row of the list and its assignments a new end, deletes the
+/// visits after it that were not worked, and tells of each row without a call type. What `alongWith`
+/// writes (the client's status) is stored with it, or nothing is. The rows stay in the list. False for an
+/// empty list and where the operator declines. Throws EngineError.
+bool MoveAllEnds(Session& session, Recordset& authorizations, Date end,
+                 const std::function<void()>& alongWith);
 
-/// Deletes an authorization's visits behind a day that were not worked, each with its row in the journal.
+/// Deletes an authorization's visits after a day that were not worked, each with its row in the journal.
 void DeleteFutureSchedulesJournaled(Session& session, long authorization, long end);
 /// A journal row for each of the visits.
 void JournalSchedulesChanged(Session& session, Recordset visits);

@@ -7,7 +7,10 @@
 #include "billing/authorizations.h"
 #include "billing/client_status.h"
 #include "clients/record_history.h"
+#include "clients/record_keys.h"
+#include "scheduling/assignments.h"
 #include "session/trans.h"
+#include "session/whole_step.h"
 
 namespace kv {
 
@@ -73,14 +76,17 @@ AuthorizationChange ChangeOf(Session& session, const Recordset& row, const Autho
     if (row.EditMode() != EditState::InProgress) {
         change.oldPayer = change.payer;
         change.oldVisitType = change.visitType;
+        change.oldBillCode = change.billCode;
         return change;
     }
     const Recordset stored = session.dbMainWork->OpenRecordset(
-        Sql("select bill_name,visit_type,to_DATE from Authorizations where sequence = {}", change.sequence),
+        Sql("select bill_name,bill_code,visit_type,to_DATE from Authorizations where sequence = {}",
+            change.sequence),
         RecordsetType::Snapshot);
     if (!stored.Eof()) {
         change.oldPayer = stored.Text("bill_name");
         change.oldVisitType = stored.Text("visit_type");
+        change.oldBillCode = static_cast<long>(stored.Get("bill_code").NumberOr(0));
         change.oldEnd = stored.Get("to_DATE");
     }
     return change;
@@ -93,7 +99,15 @@ std::string HistoryText(const Session& session, const Recordset& row, const Auth
            kLineEnd + "   24 Hour: " + row.Text("live_in") + kLineEnd + kHistoryLine;
 }
 
-void WriteCobilling(Session& session, Recordset& row, const AuthorizationEntry& entry) {
+/// Told, and saved all the same.
+void TellCobilling(Session& session, const AuthorizationEntry& entry) {
+    const CobillingType& type = CobillingTypes().at(static_cast<std::size_t>(entry.cobillingType));
+    if (entry.payer != kClientPays && entry.cobillingAmount <= 0 && !type.zeroMessage.empty()) {
+        session.ShowMessageWindow(std::string(type.zeroMessage));
+    }
+}
+
+void WriteCobilling(Recordset& row, const AuthorizationEntry& entry) {
     if (entry.payer == kClientPays) {
         row.Set("cobilling_type", 0);
         return;
@@ -101,18 +115,13 @@ void WriteCobilling(Session& session, Recordset& row, const AuthorizationEntry& 
     row.Set("cobilling_type", entry.cobillingType);
     row.Set("cobilling_amount", std::max(entry.cobillingAmount, 0.0));
     row.Set("COBilling_HowOften", PeriodLetter(entry.cobillingPeriod));
-    const CobillingType& type = CobillingTypes().at(static_cast<std::size_t>(entry.cobillingType));
-    // Told, and saved all the same.
-    if (entry.cobillingAmount <= 0 && !type.zeroMessage.empty()) {
-        session.ShowMessageWindow(std::string(type.zeroMessage));
-    }
 }
 
 void WriteRow(Session& session, Recordset& row, const AuthorizationEntry& entry, const std::string& client) {
     if (!entry.shift.empty()) {
         row.Set("SHIFT_CODE", entry.shift);
     }
-    WriteCobilling(session, row, entry);
+    WriteCobilling(row, entry);
     row.Set("CLIENT", client);
     row.Set("status_date", session.clock.Now());
     row.Set("bill_name", entry.payer);
@@ -130,15 +139,15 @@ std::string ClientName(const ClientForm& form) {
     return Trim(shown.Text("TxtLastname")) + ", " + Trim(shown.Text("TxtFirstnam"));
 }
 
-/// A client who pays himself needs a rate for what he is to be billed.
-void AddOwnRate(Session& session, const AuthorizationEntry& entry, const std::string& client) {
+/// A client who pays himself needs a rate for what he is to be billed. True where one was added.
+bool AddOwnRate(Session& session, const AuthorizationEntry& entry, const std::string& client) {
     if (entry.billCode != kClientBillCode) {
-        return;
+        return false;
     }
     Recordset rates = session.dbMainWork->OpenRecordset(
         Sql("select * from clirate where client = {} and visittype = {}", client, entry.visitType));
     if (!rates.Eof()) {
-        return;
+        return false;
     }
     rates.AddNew();
     rates.Set("visittype", entry.visitType);
@@ -146,9 +155,41 @@ void AddOwnRate(Session& session, const AuthorizationEntry& entry, const std::st
     rates.Set("method", "H");
     rates.Set("CLIENT", client);
     rates.Update();
-    session.ShowMessageWindow(
-        "A billing record has been added for this call type.\r\n"
-        "Please go to the Bill Rates section, and update the Bill Rates");
+    return true;
+}
+
+/// What a save writes, in its order.
+struct AuthorizationWrites {
+    CascadeResult cascade;
+    bool rateAdded = false;
+};
+
+AuthorizationWrites WriteAuthorization(Session& session, Recordset& authorizations,
+                                       const AuthorizationEntry& entry, const AuthorizationChange& change,
+                                       const CascadeDecision& decision, const std::string& client,
+                                       ClientForm& form) {
+    const bool isNew = authorizations.EditMode() == EditState::Add;
+    const auto sequence = static_cast<long>(authorizations.Get("sequence").ToInteger());
+    if (decision.carryPayer) {
+        CarryPayerToVisits(session, change);
+    }
+    WriteHistory(session, {"AUT", sequence, "AUTH", HistoryText(session, authorizations, entry)});
+    WriteRow(session, authorizations, entry, client);
+    authorizations.MoveToLastModified();
+    UpdateClientStatus(session, form, client);
+    WrittenAuthorization written;
+    written.sequence = sequence;
+    written.status = Left(entry.state, 1);
+    written.billCode = entry.billCode;
+    written.from = authorizations.Get("from_date").ToDate();
+    written.to = authorizations.Get("to_DATE").ToDate();
+    written.visitType = entry.visitType;
+    written.clientName = ClientName(form);
+    AuthorizationWrites writes;
+    writes.cascade = CarryToAssignments(session, written, decision, change.oldEnd);
+    writes.rateAdded = AddOwnRate(session, entry, client);
+    NoteOnTheRoad(session, isNew ? "A" : "E", "A", std::to_string(sequence));
+    return writes;
 }
 
 }  // namespace
@@ -197,31 +238,36 @@ AuthorizationSaved SaveAuthorization(Session& session, Recordset& authorizations
     if (authorizations.Text("NOTES").empty()) {
         authorizations.Set("NOTES", " ");
     }
-    const bool isNew = authorizations.EditMode() == EditState::Add;
+    // The operator is asked first: nothing may wait for an answer while the rows are written.
     const AuthorizationChange change = ChangeOf(session, authorizations, entry);
-    if (!CarryPayerToVisits(session, change, ask)) {
+    CascadeDecision decision;
+    if (!DecidePayer(session, change, ask, decision)) {
         answer.givenUp = true;
         return answer;
     }
-    answer.sequence = change.sequence;
-    WriteHistory(session, {"AUT", change.sequence, "AUTH", HistoryText(session, authorizations, entry)});
-    WriteRow(session, authorizations, entry, client);
-    authorizations.MoveToLastModified();
+    TellCobilling(session, entry);
+    DecideVisits(session, change, Left(entry.state, 1), decision);
+
+    AuthorizationWrites writes;
+    try {
+        WriteWhole(session, authorizations, [&] {
+            writes = WriteAuthorization(session, authorizations, entry, change, decision, client, form);
+        });
+    } catch (const EngineError&) {
+        form.RestoreRow();  // the client's row is as it was before
+        throw;
+    }
     answer.saved = true;
-
-    UpdateClientStatus(session, form, client);
-    WrittenAuthorization written;
-    written.sequence = change.sequence;
-    written.status = Left(entry.state, 1);
-    written.billCode = entry.billCode;
-    written.from = authorizations.Get("from_date").ToDate();
-    written.to = authorizations.Get("to_DATE").ToDate();
-    written.visitType = entry.visitType;
-    written.clientName = ClientName(form);
-    answer.removed = CarryToAssignments(session, written, change.Shortened(), change.oldEnd);
-
-    AddOwnRate(session, entry, client);
-    NoteOnTheRoad(session, isNew ? "A" : "E", "A", std::to_string(change.sequence));
+    answer.sequence = static_cast<long>(authorizations.Get("sequence").ToInteger());
+    answer.removed = std::move(writes.cascade.removed);
+    if (writes.cascade.beginsLater && Left(entry.state, 1) == "A") {
+        TellOfWaitingAssignments(session, answer.sequence);
+    }
+    if (writes.rateAdded) {
+        session.ShowMessageWindow(
+            "A billing record has been added for this call type.\r\n"
+            "Please go to the Bill Rates section, and update the Bill Rates");
+    }
     return answer;
 }
 
@@ -244,22 +290,22 @@ bool DeleteAuthorization(Session& session, Recordset& authorizations) {
             "Try changing the authorization status to 'Closed'.");
         return false;
     }
-    if (!session.dialogs.AskQuestion("Are you sure you wish to delete this Authorization?")) {
-        return false;
-    }
-    WriteHistory(session, {"AUT", sequence, "DELETED",
-                           HistoryHead(session) + kLineEnd + "Deleted Authorization on client: " + client +
-                               kLineEnd + kHistoryLine});
-    work.Execute(Sql("DELETE * FROM assign_task WHERE ID = {}", sequence));
-    work.Execute(Sql("DELETE * FROM ASSIGN WHERE AUTHOR_SEQ = {}", sequence));
-    work.Execute(Sql("delete * from sch_day where author_seq = {} and act_hrs = 0", sequence));
-    const long position = authorizations.AbsolutePosition();
-    authorizations.Delete();
-    authorizations.Requery();
-    if (authorizations.RecordCount() > 0) {
-        authorizations.SetAbsolutePosition(std::clamp(position, 0L, authorizations.RecordCount() - 1));
-    }
-    return true;
+    const auto countOf = [&](const char* statement) {
+        return work.Lookup(Sql(statement, sequence)).ToInteger();
+    };
+    const std::string question =
+        "Are you sure you wish to delete this Authorization?\r\nIts " +
+        Counted(countOf("select count(*) from assign where author_seq = {}"), "assignment") + " and " +
+        Counted(countOf("select count(*) from assign_task where ID = {}"), "task") + " go with it.";
+    const auto ask = [&] { return session.dialogs.AskToDestroy(question); };
+    return DeleteCurrent(session, authorizations, ask, [&] {
+        WriteHistory(session, {"AUT", sequence, "DELETED",
+                               HistoryHead(session) + kLineEnd +
+                                   "Deleted Authorization on client: " + client + kLineEnd + kHistoryLine});
+        work.Execute(Sql("DELETE * FROM assign_task WHERE ID = {}", sequence));
+        work.Execute(Sql("DELETE * FROM ASSIGN WHERE AUTHOR_SEQ = {}", sequence));
+        work.Execute(Sql("delete * from sch_day where author_seq = {} and act_hrs = 0", sequence));
+    });
 }
 
 }  // namespace kv

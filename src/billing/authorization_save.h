@@ -37,8 +37,8 @@ struct AuthorizationSaved {
 };
 /// The save key. The row is in Edit or AddNew with the bound boxes written into it; afterwards the saved row
 /// is current. Writes Authorizations, changes, the visits (where the operator agrees), the client's row and
-/// phone index, assign, clirate for a client who pays himself, and the journal. There is no transaction: what
-/// was done when EngineError is thrown stays done.
+/// phone index, assign, clirate for a client who pays himself, and the journal: all of it or nothing. Where
+/// EngineError is thrown nothing is stored, and the row is in edit as before.
 AuthorizationSaved SaveAuthorization(Session& session, Recordset& authorizations,
                                      const AuthorizationEntry& entry, const std::string& client,
                                      ClientForm& form, const AskImportant& ask);

@@ -114,20 +114,16 @@ CallType CallTypeOf(Session& session, const std::string& criteria) {
 
 }  // namespace
 
-std::vector<LookupItem> CallTypesOfPayer(Session& session, const std::string& payer,
+std::vector<LookupItem> CallTypesOfPayer(Session& session, const PayerItem& payer,
                                          const std::string& client) {
     Database& work = *session.dbMainWork;
     constexpr RecordsetType kRead = RecordsetType::Snapshot;
-    if (payer != kClientPays) {
-        const Value code =
-            work.Lookup(Sql("select billcode from billcode_imaster where [insname] = {}", payer));
-        return code.IsNull()
-                   ? std::vector<LookupItem>()
-                   : ItemsOf(work.OpenRecordset(Sql("select * from billcode_idetail where billcode = {} "
-                                                    "order by visittype",
-                                                    code),
-                                                kRead),
-                             "visittype");
+    if (payer.name != kClientPays) {
+        return ItemsOf(
+            work.OpenRecordset(
+                Sql("select * from billcode_idetail where billcode = {} order by visittype", payer.billCode),
+                kRead),
+            "visittype");
     }
     std::vector<LookupItem> own = ItemsOf(
         work.OpenRecordset(Sql("select * from clirate where client = {} order by visittype", client), kRead),

@@ -56,10 +56,10 @@ struct CobillingType {
 };
 const std::array<CobillingType, 7>& CobillingTypes();
 
-/// The call types that may be authorized with a payer: those that the payer has rates for; for the client his
-/// own rates, or where he has none every call type that is billed.
-std::vector<LookupItem> CallTypesOfPayer(Session& session, const std::string& payer,
-                                         const std::string& client);
+/// The call types that may be authorized with a payer, known by their code since two may bear one name: those
+/// that the payer has rates for; for the client his own rates, or where he has none every call type that is
+/// billed.
+std::vector<LookupItem> CallTypesOfPayer(Session& session, const PayerItem& payer, const std::string& client);
 
 /// A row of Visit_types.
 struct CallType {

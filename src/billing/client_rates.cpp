@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "clients/record_keys.h"
 #include "session/trans.h"
+#include "session/whole_step.h"
 
 namespace kv {
 
@@ -161,9 +162,12 @@ bool SaveRate(Session& session, Recordset& rates, const std::string& client) {
     if (rates.Text("method").empty()) {
         rates.Set("method", "H");
     }
-    WriteRateHistory(session, rates, client);
-    rates.Set("CLIENT", client);
-    rates.Update();
+    WriteWhole(session, rates, [&] {
+        WriteRateHistory(session, rates, client);
+        rates.Set("CLIENT", client);
+        rates.Update();
+        NoteOnTheRoad(session, "E", "C", client);
+    });
     const std::string criteria = Sql("client = {} and visittype = {}", client, type.code);
     const std::int64_t same =
         session.dbMainWork->Lookup("select count(*) from clirate where " + criteria).ToInteger();
@@ -171,18 +175,13 @@ bool SaveRate(Session& session, Recordset& rates, const std::string& client) {
         session.ShowMessageWindow(
             "You have added a Call Type that already existed.  Please delete one of them.");
     }
-    NoteOnTheRoad(session, "E", "C", client);
     rates.Requery();
     rates.FindFirst(criteria);
     return true;
 }
 
 bool DeleteRate(Session& session, Recordset& rates, const std::string& client) {
-    if (!DeleteRecord(session, rates, kTexts)) {
-        return false;
-    }
-    NoteOnTheRoad(session, "E", "C", client);
-    return true;
+    return DeleteRecord(session, rates, kTexts, [&] { NoteOnTheRoad(session, "E", "C", client); });
 }
 
 bool MoveRate(Session& session, Recordset& rates, ListMove move) {
@@ -190,12 +189,18 @@ bool MoveRate(Session& session, Recordset& rates, ListMove move) {
 }
 
 bool PasteRates(Session& session, const std::string& client, const std::string& other) {
-    if (Trim(other).empty() ||
-        !session.dialogs.AskQuestion("This will replace this client's current Billing Rates with the entered "
-                                     "client's Billing Rates.\r\nAre you sure you wish to continue?")) {
+    Database& work = *session.dbMainWork;
+    const auto countOf = [&](const std::string& id) {
+        return work.Lookup(Sql("select count(*) from clirate where client = {}", id)).ToInteger();
+    };
+    if (Trim(other).empty() || !session.dialogs.AskToDestroy(
+                                   "This will replace this client's current Billing Rates with the entered "
+                                   "client's Billing Rates.\r\n"
+                                   "Are you sure you wish to continue?\r\n" +
+                                   Counted(countOf(client), "rate") + " of this client will be replaced by " +
+                                   Counted(countOf(other), "rate") + ".")) {
         return false;
     }
-    Database& work = *session.dbMainWork;
     // Read before the old ones go: a client may be pasted into himself.
     Recordset source =
         work.OpenRecordset(Sql("select * from CliRATE where client = {}", other), RecordsetType::Snapshot);
@@ -203,6 +208,7 @@ bool PasteRates(Session& session, const std::string& client, const std::string& 
         session.ShowMessageWindow("Client you pasted from, does not have any billing rates");
         return false;
     }
+    WholeStep step(session);
     work.Execute(Sql("delete * from cliRATE where client = {}", client));
     Recordset rates = work.OpenRecordset(OwnRates(client));
     for (; !source.Eof(); source.MoveNext()) {
@@ -213,6 +219,7 @@ bool PasteRates(Session& session, const std::string& client, const std::string& 
         CopyAmounts(source, rates);
         rates.Update();
     }
+    step.Finish();
     return true;
 }
 
@@ -239,6 +246,7 @@ long CopyRate(Session& session, const std::string& client, const std::string& fr
         return 0;
     }
     long copied = 0;
+    WholeStep step(session);
     for (const LookupItem& type : to) {
         rates.AddNew();
         rates.Set("CLIENT", client);
@@ -248,6 +256,7 @@ long CopyRate(Session& session, const std::string& client, const std::string& fr
         rates.Update();
         ++copied;
     }
+    step.Finish();
     return copied;
 }
 

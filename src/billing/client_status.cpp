@@ -53,7 +53,11 @@ void UpdateClientStatus(Session& session, ClientForm& form, const std::string& c
     }
     const ClientSpan span = SpanOf(authorizations);
     const std::string letter = span.status.substr(0, 1);
-    form.EditRow();
+    try {
+        form.EditRow();
+    } catch (const EngineError& error) {
+        throw EngineError(error.Number(), "The client's own record can't be written: " + error.Description());
+    }
     Recordset& row = form.List();
     row.Set("casestatcd", letter);
     row.Set("startservc", span.lowest);

@@ -23,8 +23,11 @@
 #include "screens/frmClient_controls.h"
 #include "screens/frmPrint.h"
 #include "screens/help.h"
+#include "screens/notices.h"
+#include "screens/save_gate.h"
 #include "screens/screen_steps.h"
 #include "screens/use_strip.h"
+#include "screens/widgets/bring_back.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
 #include "screens/widgets/field_form.h"
@@ -42,6 +45,13 @@ namespace kv {
 namespace {
 
 constexpr double kMigrationDays = 7;
+constexpr const char* kAuthorizationCheck = "Authorization Check";
+/// The list of the bulk tool.
+constexpr const char* kMigrationCheck = "Migration Check";
+
+Value TextOf(std::string_view text) {
+    return Value(std::string(text));
+}
 
 /// The keys of what hangs from an authorization; without one their tips say so.
 struct KeyTip {
@@ -126,6 +136,7 @@ FRMauthorization::FRMauthorization(Session& session, QWidget* parent)
     all->addLayout(lower, 1);
 
     theme::KeepReadable(*boxes);
+    Dbauthor.SetKeyField("sequence");
     Dbauthor.Bind(*txtCODE, "Payer_Auth_ID");
     Dbauthor.Bind(*TDBDate2, "from_date");
     Dbauthor.Bind(*TDBDate3, "to_DATE");
@@ -136,15 +147,21 @@ FRMauthorization::FRMauthorization(Session& session, QWidget* parent)
     Dbauthor.Bind(*NUMmin_hours, "Min_Sch_Hours");
     Dbauthor.Bind(*NUMmax_hours, "Max_Sch_Hours");
     Dbauthor.Bind(*TXTauthmemo, "NOTES");
+    for (BoundControl* box :
+         std::initializer_list<BoundControl*>{cmbPayor, cmbVisType, CMBAuthStatus, cmbHourCode, CMBcoBilling,
+                                              NUMcoBilling, CMBwhen_Cobilling}) {
+        Dbauthor.Accompany(*box);
+    }
     Connect();
     ApplyGridColors(this, session.COLOR);
     Reported(session_, [this] {
-        payers_ = LoadPayers(session_);
         QStringList names;
-        for (const PayerItem& payer : payers_) {
+        QStringList codes;
+        for (const PayerItem& payer : LoadPayers(session_)) {
             names << ToQt(payer.name);
+            codes << QString::number(payer.billCode);
         }
-        cmbPayor->SetItems(names);
+        cmbPayor->SetItems(names, codes);
     });
 }
 
@@ -198,10 +215,13 @@ QWidget* FRMauthorization::MakeList() {
 QWidget* FRMauthorization::MakeMigration() {
     Migration = new QWidget(this);
     auto* form = new FieldForm(Migration);
-    TDBAbove = new DateBox(QStringLiteral("TDBAbove"), tr("Ending behind:"), form);
+    TDBAbove = new DateBox(QStringLiteral("TDBAbove"), tr("Not active, ending after:"), form);
     TDBMigration = new DateBox(QStringLiteral("TDBMigration"), tr("New 'To Date':"), form);
     CMDmigration = new QPushButton(QStringLiteral("Update All  'To Date'  To:"), form);
     CMDmigration->setObjectName(QStringLiteral("CMDmigration"));
+    TDBAbove->setToolTip(
+        tr("The list shows the authorizations that are not Active and end after this date. Empty it to see "
+           "all."));
     form->AddLine({TDBAbove, TDBMigration});
     form->AddBehind(CMDmigration);
     auto* layout = new QHBoxLayout(Migration);
@@ -314,13 +334,24 @@ void FRMauthorization::Connect() {
             LoadAuthorizationScreen();
         });
     });
-    connect(cmbPayor, &QComboBox::activated, this,
-            [this] { Reported(session_, [this] { ShowPayer(FromQt(cmbPayor->Text())); }); });
+    connect(cmbPayor, &QComboBox::activated, this, [this] { Reported(session_, [this] { ShowPayer(); }); });
     connect(cmbVisType, &QComboBox::activated, this,
             [this] { Reported(session_, [this] { PickCallType(); }); });
-    connect(cmbVisType->lineEdit(), &QLineEdit::editingFinished, this,
-            [this] { Reported(session_, [this] { LeaveCallType(); }); });
-    connect(CMBcoBilling, &QComboBox::activated, this, [this](int type) { SetCoBillingInput(type); });
+    cmbVisType->SetRule([this] {
+        bool valid = false;
+        Reported(session_, [&] { valid = LeaveCallType(); });
+        return valid;
+    });
+    connect(CMBcoBilling, &QComboBox::activated, this, [this](int type) {
+        SetCoBillingInput(type);
+        // What was an amount of dollars may be no percentage.
+        NUMcoBilling->SetDataChanged(true);
+        NUMcoBilling->Check();
+    });
+    AddBringBackKey(this, Dbauthor);
+    connect(&Dbauthor, &BoundSource::typedSetAside, this, [this] { TellStatus(this, tr(kBringBackHint)); });
+    connect(&Dbauthor, &BoundSource::rowFollowed, this,
+            [this](const std::vector<std::string>& fields) { TellFollowed(this, Dbauthor, fields); });
     connect(CMBAuthStatus, &QComboBox::activated, this, [this] {
         if (IsWriting()) {
             RemindOfEndDate(session_, FromQt(CMBAuthStatus->Text()), TDBDate3->Value());
@@ -354,7 +385,7 @@ void FRMauthorization::SetHiddenID(const std::string& id, ClientForm& mainScreen
         sequence_ = 0;
         CheckRights();
     }
-    const bool check = mainScreen.Filter() == "Authorization Check";
+    const bool check = mainScreen.Filter() == kAuthorizationCheck;
     if (check && (id != client_ || Migration->isHidden())) {
         const QSignalBlocker quiet(TDBAbove->Notifier());
         TDBAbove->SetDate(session_.clock.Today().AddDays(kMigrationDays));
@@ -367,7 +398,13 @@ void FRMauthorization::SetHiddenID(const std::string& id, ClientForm& mainScreen
 
 void FRMauthorization::RequeryAuthorizations() {
     AuthorizationLimit limit = {client_, CHKActive_auth->isChecked(), form_->Filter(), {}};
-    limit.above = TDBAbove->DateValue().value_or(session_.clock.Today());
+    const bool check = limit.filter == kAuthorizationCheck;
+    CHKActive_auth->setVisible(!check);
+    // The bulk tool works on what the list shows. An empty date shows the client's authorizations as ever.
+    if (check && TDBAbove->DateValue()) {
+        limit.filter = kMigrationCheck;
+        limit.above = *TDBAbove->DateValue();
+    }
     Dbauthor.SetRecordset(OpenAuthorizations(session_, limit));
 }
 
@@ -406,10 +443,10 @@ void FRMauthorization::ShowAuthorizationRow() {
     if (!HasRows()) {
         sequence_ = 0;
         for (PlainCombo* combo : {cmbPayor, cmbHourCode, CMBAuthStatus}) {
-            combo->SetText({});
+            combo->SetValue(Value(""));
         }
         cmbVisType->SetItems(QStringList());
-        cmbVisType->SetText({});
+        cmbVisType->SetValue(Value(""));
         txtVisName->setText({});
         Frame2->hide();
         Use->ShowUse(std::nullopt);
@@ -418,30 +455,37 @@ void FRMauthorization::ShowAuthorizationRow() {
     const Recordset& row = Dbauthor.Rows();
     sequence_ = static_cast<long>(row.Get("sequence").ToInteger());
     FGauth->SetCurrentRow(static_cast<int>(Dbauthor.Position()));
-    cmbPayor->SetText(ToQt(row.Text("bill_name")));
-    ShowPayer(row.Text("bill_name"));
+    cmbPayor->SetKeyed(ToQt(row.Text("bill_name")),
+                       QString::number(row.Get("bill_code").NumberOr(0), 'f', 0));
+    ShowPayer();
     const std::string code = row.Text("visit_type");
     txtVisName->setText(ToQt(code));
-    cmbVisType->SetText(ToQt(code + " - " + row.Text("vis_desc")));
-    cmbHourCode->SetText(ToQt(ItemOfLetter(kHourCodes, row.Text("sch_type"))));
-    CMBAuthStatus->SetText(ToQt(ItemOfLetter(kAuthorizationStates, row.Text("status_code"))));
-    const std::string shift = row.Text("SHIFT_CODE");
+    cmbVisType->SetValue(Value(code + " - " + row.Text("vis_desc")));
+    cmbHourCode->SetValue(TextOf(ItemOfLetter(kHourCodes, row.Text("sch_type"))));
+    CMBAuthStatus->SetValue(TextOf(ItemOfLetter(kAuthorizationStates, row.Text("status_code"))));
+    ShowShift(row.Text("SHIFT_CODE"));
+    const auto type = static_cast<int>(row.Get("cobilling_type").NumberOr(0));
+    CMBcoBilling->SetValue(
+        TextOf(CobillingTypes().at(static_cast<std::size_t>(std::clamp(type, 0, 6))).text));
+    SetCoBillingInput(type);
+    NUMcoBilling->SetValue(Value(row.Get("cobilling_amount").NumberOr(0)));
+    // The row's own, and none where it has none: not that of the row before.
+    const std::string often = row.Text("COBilling_HowOften");
+    CMBwhen_Cobilling->SetValue(Value(""));
+    for (const std::string_view period : kCobillingPeriods) {
+        if (PeriodLetter(period) == often) {
+            CMBwhen_Cobilling->SetValue(TextOf(period));
+        }
+    }
+    Use->ShowUse(UseOfAuthorization(session_, sequence_));
+}
+
+void FRMauthorization::ShowShift(const std::string& shift) {
     for (int i = 0; i < 3; ++i) {
         Optshift[i]->setAutoExclusive(false);
         Optshift[i]->setChecked(shift == std::to_string(i + 1));
         Optshift[i]->setAutoExclusive(true);
     }
-    const auto type = static_cast<int>(row.Get("cobilling_type").NumberOr(0));
-    CMBcoBilling->PickKey(QString::number(type));
-    SetCoBillingInput(type);
-    NUMcoBilling->SetNumber(row.Get("cobilling_amount").NumberOr(0));
-    const std::string often = row.Text("COBilling_HowOften");
-    for (const std::string_view period : kCobillingPeriods) {
-        if (PeriodLetter(period) == often) {
-            CMBwhen_Cobilling->SetText(ToQt(period));
-        }
-    }
-    Use->ShowUse(UseOfAuthorization(session_, sequence_));
 }
 
 void FRMauthorization::SetCoBillingInput(int type) {
@@ -457,26 +501,35 @@ void FRMauthorization::SetCoBillingInput(int type) {
     }
 }
 
-void FRMauthorization::ShowPayer(const std::string& payer) {
-    if (Trim(payer).empty()) {
+PayerItem FRMauthorization::Payer() const {
+    PayerItem payer = {FromQt(cmbPayor->Text()), cmbPayor->Key().toLong()};
+    // A payer who is in no list any more is the row's own as long as no other one is picked.
+    if (payer.billCode == 0 && HasRows() && !Dbauthor.IsAdding() &&
+        payer.name == Dbauthor.Rows().Text("bill_name")) {
+        payer.billCode = static_cast<long>(Dbauthor.Rows().Get("bill_code").NumberOr(0));
+    }
+    return payer;
+}
+
+void FRMauthorization::ShowPayer() {
+    const PayerItem payer = Payer();
+    if (Trim(payer.name).empty()) {
         return;
     }
-    const bool client = payer == kClientPays;
+    const bool client = payer.name == kClientPays;
     txtCODE->SetShown(!client);
     Frame2->setVisible(!client);
     FillCallTypes(payer);
 }
 
-void FRMauthorization::FillCallTypes(const std::string& payer) {
+void FRMauthorization::FillCallTypes(const PayerItem& payer) {
     QStringList texts;
     QStringList keys;
     for (const LookupItem& type : CallTypesOfPayer(session_, payer, client_)) {
         texts << ToQt(type.description);
         keys << ToQt(type.code);
     }
-    const QString shown = cmbVisType->Text();
     cmbVisType->SetItems(texts, keys);
-    cmbVisType->SetText(shown);
 }
 
 void FRMauthorization::PickCallType() {
@@ -489,24 +542,21 @@ void FRMauthorization::PickCallType() {
     SetWriting(IsWriting());
 }
 
-void FRMauthorization::LeaveCallType() {
+bool FRMauthorization::LeaveCallType() {
     const std::string text = FromQt(cmbVisType->Text());
     if (!IsWriting() || Trim(text).empty()) {
-        return;
+        return true;
     }
     // Two call types may bear one description: the one that was picked stays.
-    const CallType picked = CallTypeOfCode(session_, FromQt(txtVisName->Text()));
-    if (picked.code.empty() || !EqualsNoCase(picked.description, text)) {
-        const CallType type = CallTypeOfDescription(session_, text);
-        txtVisName->setText(ToQt(type.code));
-        validCallType_ = !type.code.empty();
-        if (!validCallType_) {
-            session_.ShowMessageWindow("Invalid Call Description.  Please try again");
-        }
-    } else {
-        validCallType_ = true;
+    const CallType picked = CallTypeOfCode(session_, FromQt(cmbVisType->Key()));
+    const CallType type = picked.code.empty() ? CallTypeOfDescription(session_, text) : picked;
+    txtVisName->setText(ToQt(type.code));
+    validCallType_ = !type.code.empty();
+    if (!validCallType_) {
+        session_.ShowMessageWindow("Invalid Call Description.  Please try again");
     }
     SetWriting(true);
+    return validCallType_;
 }
 
 void FRMauthorization::SetWriting(bool writing) {
@@ -521,7 +571,7 @@ void FRMauthorization::SetWriting(bool writing) {
     }
     FGauth->setEnabled(!writing);
     CHKActive_auth->setEnabled(!writing);
-    CMDmigration->setEnabled(!writing && mayEdit_ && HasRows());
+    CMDmigration->setEnabled(!writing && mayEdit_ && HasRows() && TDBAbove->DateValue());
     const bool rows = HasRows();
     const auto enable = [this](const char* key, bool on) {
         Toolbar3->EnableKey(QString::fromLatin1(key), on);
@@ -543,12 +593,9 @@ void FRMauthorization::SetWriting(bool writing) {
 
 AuthorizationEntry FRMauthorization::Entry() const {
     AuthorizationEntry entry;
-    entry.payer = FromQt(cmbPayor->Text());
-    for (const PayerItem& payer : payers_) {
-        if (payer.name == entry.payer) {
-            entry.billCode = payer.billCode;
-        }
-    }
+    const PayerItem payer = Payer();
+    entry.payer = payer.name;
+    entry.billCode = payer.billCode;
     entry.visitType = FromQt(txtVisName->Text());
     entry.visitDescription = FromQt(cmbVisType->Text());
     entry.state = FromQt(CMBAuthStatus->Text());
@@ -569,16 +616,17 @@ void FRMauthorization::NewKey() {
     FillNewAuthorization(session_, Dbauthor.Rows());
     // The defaults are loaded: what is changed in them counts.
     Dbauthor.ShowRow();
-    cmbPayor->SetText({});
+    cmbPayor->SetValue(Value(""));
     cmbVisType->SetItems(QStringList());
-    cmbVisType->SetText({});
+    cmbVisType->SetValue(Value(""));
     txtVisName->setText({});
-    cmbHourCode->SetText(ToQt(kHourCodes.front()));
-    CMBAuthStatus->SetText(ToQt(kAuthorizationStates.front()));
-    CMBcoBilling->PickKey(QStringLiteral("0"));
+    cmbHourCode->SetValue(TextOf(kHourCodes.front()));
+    CMBAuthStatus->SetValue(TextOf(kAuthorizationStates.front()));
+    CMBcoBilling->SetValue(TextOf(CobillingTypes().front().text));
     SetCoBillingInput(0);
-    NUMcoBilling->SetNumber(0);
-    CMBwhen_Cobilling->SetText(ToQt(kCobillingPeriods[1]));
+    NUMcoBilling->SetValue(Value(0));
+    CMBwhen_Cobilling->SetValue(TextOf(kCobillingPeriods[1]));
+    ShowShift({});
     Frame2->hide();
     validCallType_ = true;
     Use->ShowUse(std::nullopt);
@@ -589,17 +637,17 @@ void FRMauthorization::NewKey() {
 
 void FRMauthorization::EditKey() {
     Dbauthor.BeginEdit();
-    // While it is written the box holds the description alone, by which the type is found.
-    cmbVisType->SetText(ToQt(Dbauthor.Rows().Text("vis_desc")));
+    ShowAuthorizationRow();  // what another seat has written meanwhile
+    // While it is written the box holds the description alone. The stored code counts until another one is
+    // picked or typed: the lists of imported data may word it otherwise.
+    cmbVisType->SetValue(Value(Dbauthor.Rows().Text("vis_desc")));
     validCallType_ = true;
     SetWriting(true);
     TDBDate2->setFocus();
 }
 
 bool FRMauthorization::SaveKey() {
-    // The key leaves the box where it is: what was typed last is looked at now.
-    LeaveCallType();
-    if (!validCallType_) {
+    if (!PassesGate(session_, this) || !validCallType_) {
         return false;
     }
     const Hourglass hourglass(session_.progress);
@@ -609,7 +657,8 @@ bool FRMauthorization::SaveKey() {
         saved = SaveAuthorization(session_, Dbauthor.Rows(), Entry(), client_, *form_, Ask);
     } catch (const EngineError&) {
         if (!IsWriting()) {
-            // The row itself is written; what follows it stopped on the way.
+            // Another seat took the row meanwhile: it is shown as it stands there.
+            Dbauthor.Restore();
             RequeryAuthorizations();
             LoadAuthorizationScreen();
         }
@@ -640,6 +689,11 @@ void FRMauthorization::DiscardKey() {
 }
 
 void FRMauthorization::DeleteKey() {
+    if (Dbauthor.FollowRow()) {
+        LoadAuthorizationScreen();
+        session_.ShowMessageWindow(kChangedBeforeDelete);
+        return;
+    }
     if (DeleteAuthorization(session_, Dbauthor.Rows())) {
         sequence_ = HasRows() ? static_cast<long>(Dbauthor.Rows().Get("sequence").ToInteger()) : 0;
         LoadAuthorizationScreen();
@@ -706,8 +760,11 @@ void FRMauthorization::MigrationKey() {
         return;
     }
     const Hourglass hourglass(session_.progress);
-    MoveAllEnds(session_, Dbauthor.Rows(), *TDBMigration->DateValue());
-    UpdateClientStatus(session_, *form_, client_);
+    RequeryAuthorizations();
+    if (!MoveAllEnds(session_, Dbauthor.Rows(), *TDBMigration->DateValue(),
+                     [this] { UpdateClientStatus(session_, *form_, client_); })) {
+        return;
+    }
     RequeryAuthorizations();
     LoadAuthorizationScreen();
     emit clientChanged();
@@ -719,11 +776,13 @@ bool FRMauthorization::MayLeave() {
     }
     bool saved = true;
     Reported(session_, [this, &saved] {
-        if (session_.dialogs.AskQuestion(kUnsavedPrompt)) {
-            saved = false;
+        saved = false;
+        const SaveAnswer answer = session_.dialogs.AskToSave(kUnsavedPrompt);
+        if (answer == SaveAnswer::Save) {
             saved = SaveKey();
-        } else {
+        } else if (answer == SaveAnswer::Discard) {
             DiscardKey();
+            saved = true;
         }
     });
     return saved;

@@ -89,10 +89,14 @@ class FRMauthorization : public SectionScreen {
     void FillList();
     void ShowAuthorizationRow();
     void SetCoBillingInput(int type);
-    void ShowPayer(const std::string& payer);
-    void FillCallTypes(const std::string& payer);
+    void ShowShift(const std::string& shift);
+    /// The payer that the box shows, by the code of the item.
+    PayerItem Payer() const;
+    void ShowPayer();
+    void FillCallTypes(const PayerItem& payer);
     void PickCallType();
-    void LeaveCallType();
+    /// False where the description that was typed is in no list, which is told.
+    bool LeaveCallType();
     /// Boxes and keys for looking, or for writing.
     void SetWriting(bool writing);
     bool IsWriting() const { return Dbauthor.IsEditing() || Dbauthor.IsAdding(); }
@@ -115,7 +119,6 @@ class FRMauthorization : public SectionScreen {
     ClientForm* form_ = nullptr;
     std::string client_;
     long sequence_ = 0;  ///< the row to come back to
-    std::vector<PayerItem> payers_;
     bool mayAdd_ = true;
     bool mayEdit_ = true;
     bool mayDelete_ = true;

@@ -260,19 +260,20 @@ TEST_F(Authorizations, AnEarlierEndTakesTheVisitsBehindIt) {
     agency.Insert(
         "assign",
         {{"author_seq", sequence}, {"CLIENT", "00001"}, {"Last_date", Day(3, 28)}, {"howoften", 1}});
-    const auto shorten = [&](Date end, bool agrees) {
+    const auto shorten = [&](Date end, bool agrees, const char* count) {
         agency.ports.dialogs.Answer({agrees});
         EXPECT_TRUE(Edit(sequence, [&](Recordset& row) { row.Set("to_DATE", end); }).saved);
         EXPECT_EQ(agency.Said(),
-                  Lines{"question: Do you wish to delete all schedules for this client from the end of "
-                        "the authorization?"});
+                  Lines{std::string("question: Do you wish to delete all schedules for this client from the "
+                                    "end of the authorization?\r\n") +
+                        count});
     };
-    shorten(Day(3, 20), false);
+    shorten(Day(3, 20), false, "0 visits not worked after Mar/20/2026.");
     EXPECT_EQ(agency.Rows("select st_date from sch_day").size(), 3U);
     EXPECT_EQ(
         agency.Rows("select END_DATE, Last_date, visit_type, billto, visit_desc, author_status from assign"),
         Lines{"2026-03-20 00:00:00|2026-03-28 00:00:00|PCA|7|PCA-Grant, Id|A"});
-    shorten(Day(3, 10), true);
+    shorten(Day(3, 10), true, "1 visit not worked after Mar/10/2026.");
     EXPECT_EQ(agency.Rows("select st_date, act_hrs from sch_day order by st_date"),
               (Lines{"2026-03-09 00:00:00|0", "2026-03-23 00:00:00|4"}))
         << "a worked visit stays";
@@ -280,7 +281,7 @@ TEST_F(Authorizations, AnEarlierEndTakesTheVisitsBehindIt) {
 
     entry_.state = "Closed";
     session.OffLine = true;
-    shorten(Day(3, 5), true);
+    shorten(Day(3, 5), true, "1 visit not worked after Mar/05/2026.");
     EXPECT_EQ(agency.Rows("select st_date from sch_day").size(), 1U);
     EXPECT_EQ(agency.Rows("select Type, Module, ID from trans order by Module", "trans"),
               (Lines{"E|A|1", "D|S|1"}));
@@ -377,16 +378,27 @@ TEST_F(Authorizations, TheBulkToolMovesEveryEnd) {
     Visit(first, Day(3, 9));
     Visit(first, Day(3, 16), {{"act_hrs", 2}});
     Visit(first, Day(3, 2));
+    agency.Insert("assign", {{"author_seq", first}, {"END_DATE", Day(12, 31)}});
     Recordset rows = Rows();
-    EXPECT_TRUE(MoveAllEnds(session, rows, Day(3, 4)));
-    EXPECT_EQ(agency.Said(), Lines{"message: Please Edit and fix blank call types"});
+    int along = 0;
+    const auto alongWith = [&along] { ++along; };
+    agency.ports.dialogs.Answer({false, true});
+    EXPECT_FALSE(MoveAllEnds(session, rows, Day(3, 4), alongWith));
+    EXPECT_TRUE(MoveAllEnds(session, rows, Day(3, 4), alongWith));
+    EXPECT_EQ(along, 1);
+    const std::string question =
+        "question: Update the 'To Date' of 2 authorizations to Mar/04/2026?\r\n"
+        "1 visit not worked after that day will be deleted.";
+    EXPECT_EQ(agency.Said(), (Lines{question, question, "message: Please Edit and fix blank call types"}));
+    EXPECT_EQ(agency.Rows("select END_DATE from assign"), Lines{"2026-03-04 00:00:00"})
+        << "it would make the visits again";
     EXPECT_EQ(agency.Rows("select distinct to_DATE from Authorizations"), Lines{"2026-03-04 00:00:00"});
     EXPECT_EQ(agency.Rows("select st_date from sch_day order by st_date"),
               (Lines{"2026-03-02 00:00:00", "2026-03-16 00:00:00"}));
     EXPECT_EQ(agency.ports.progress.advanced, 2);
     agency.Work().Execute("delete from Authorizations");
     rows.Requery();
-    EXPECT_FALSE(MoveAllEnds(session, rows, Day(3, 4)));
+    EXPECT_FALSE(MoveAllEnds(session, rows, Day(3, 4), alongWith));
 }
 
 TEST_F(Authorizations, TheListOpensOnTheOneInForce) {
@@ -407,18 +419,18 @@ TEST_F(Authorizations, TheListOpensOnTheOneInForce) {
 }
 
 TEST_F(Authorizations, CallTypesAreThoseOfThePayer) {
-    const auto codes = [this](const char* payer) {
+    const auto codes = [this](const PayerItem& payer) {
         Lines lines;
         for (const LookupItem& item : CallTypesOfPayer(session, payer, "00001")) {
             lines.push_back(item.code);
         }
         return lines;
     };
-    EXPECT_EQ(codes("Medicaid"), Lines{"PCA"});
-    EXPECT_EQ(codes("Nobody"), Lines());
-    EXPECT_EQ(codes("Client"), (Lines{"PCA", "BIL"})) << "without rates of his own all that is billed";
+    EXPECT_EQ(codes({"Medicaid", 7}), Lines{"PCA"});
+    EXPECT_EQ(codes({"Nobody", 0}), Lines());
+    EXPECT_EQ(codes({"Client", 1}), (Lines{"PCA", "BIL"})) << "without rates of his own all that is billed";
     agency.Insert("clirate", {{"CLIENT", "00001"}, {"visittype", "BIL"}, {"Description", "Supplies"}});
-    EXPECT_EQ(codes("Client"), Lines{"BIL"});
+    EXPECT_EQ(codes({"Client", 1}), Lines{"BIL"});
     EXPECT_EQ(CallTypeOfCode(session, "BIL").hourCode, "Bill Only");
     EXPECT_EQ(CallTypeOfDescription(session, "training").hourCode, "Pay Only");
     EXPECT_EQ(CallTypeOfCode(session, "XXX").code, "");

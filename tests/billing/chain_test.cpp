@@ -58,7 +58,7 @@ class Chain : public test::ClientTest {
         entry_.visitDescription = "Personal Care";
         entry_.state = "Active";
         entry_.hourCode = "Regular";
-        asks_.showConflicts = [](const std::vector<AssignmentConflict>&) {};
+        asks_.showConflicts = [](const std::vector<AssignmentConflict>&) { return true; };
         asks_.askMove = [](int, int) { return std::nullopt; };
         asks_.updateSchedules = [](const ScheduleUpdate&) {};
     }
@@ -182,7 +182,7 @@ TEST_F(Chain, FromAuthorizationToVisits) {
     ASSERT_TRUE(Authorize([](Recordset& row) { row.Set("to_DATE", Day(3, 21)); }));
     EXPECT_EQ(agency.Said(),
               Lines{"question: Do you wish to delete all schedules for this client from the end of the "
-                    "authorization?"});
+                    "authorization?\r\n3 visits not worked after Mar/21/2026."});
     visits.resize(8);
     EXPECT_EQ(Visits(), visits);
     EXPECT_EQ(Assignments().front(), "MON|E1|7|A|2026-03-01|2026-03-21|2026-03-21");

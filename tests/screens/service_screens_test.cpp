@@ -250,7 +250,13 @@ TEST_F(ServiceScreens, TheBulkToolStandsOnlyInTheCheck) {
     check.CMDmigration->click();
     EXPECT_EQ(agency.Said(), Lines{"message: Please fill in the new 'To Date'."});
     check.TDBMigration->SetDate(Day(6, 30));
+    agency.ports.dialogs.Answer({false, true});
     check.CMDmigration->click();
+    EXPECT_EQ(agency.Rows("select to_DATE from Authorizations"), Lines{"2026-12-31 00:00:00"});
+    check.CMDmigration->click();
+    EXPECT_EQ(agency.Said(), Lines(2,
+                                   "question: Update the 'To Date' of 1 authorization to Jun/30/2026?\r\n"
+                                   "0 visits not worked after that day will be deleted."));
     EXPECT_EQ(agency.Rows("select to_DATE from Authorizations"), Lines{"2026-06-30 00:00:00"});
     EXPECT_EQ(agency.Rows("select caseexpdat from clientpr where client = '00001'"),
               Lines{"2026-06-30 00:00:00"});
@@ -358,6 +364,7 @@ class AssignScreen : public ServiceScreens {
         assign_->Preview = [this](const Document& document) { printed_.push_back(PlainText(document)); };
         assign_->Asks.showConflicts = [this](const std::vector<AssignmentConflict>& found) {
             conflicts_ += found.size();
+            return true;
         };
         assign_->Asks.askMove = [](int forward, int) { return forward; };
         assign_->Asks.updateSchedules = [this](const ScheduleUpdate& update) { updates_.push_back(update); };
