@@ -4,10 +4,12 @@
 #include "base/format.h"
 #include "base/text.h"
 #include "clients/record_history.h"
+#include "clients/record_keys.h"
 #include "scheduling/assignments.h"
 #include "scheduling/schedule_creation.h"
 #include "scheduling/visit_conflicts.h"
 #include "scheduling/work_week.h"
+#include "session/whole_step.h"
 
 namespace kv {
 
@@ -77,6 +79,12 @@ int FirstDay(const AssignmentEntry& entry) {
     return static_cast<int>(std::find(entry.days.begin(), entry.days.end(), true) - entry.days.begin());
 }
 
+/// The visits of an assignment from a day on that nobody worked or changed by hand.
+std::string Coming(long assignment, long from) {
+    return Sql("assign_seq = {} and st_date >= {} and act_hrs = 0 and pay_override = 0 and bill_override = 0",
+               assignment, from);
+}
+
 /// By how many days the visits move when the weekday changed: the operator's way around the week.
 int AskDayDifference(const Recordset& row, int day, const AssignmentAsks& asks) {
     const int before = DayIndex(row.Text("Day"));
@@ -134,13 +142,16 @@ void SaveEdited(Session& session, Recordset& row, const AssignmentEntry& entry,
     const std::string name = CaregiverName(session, entry.emp_id);
     const long sequence = static_cast<long>(row.Get("sequence").ToInteger());
     const int difference = AskDayDifference(row, day, asks);
-    WriteCommon(row, entry, parent, name, day);
-    // The next creation date is what the screen shows; a visit moved to an earlier weekday keeps its week.
-    const double back = (difference < 0 ? kWeek : 0) + kWeek * static_cast<double>(entry.howoften);
-    row.Set("Last_date", entry.creation.DayOnly().AddDays(-back));
-    row.Update();
-    WriteHistory(session, {"ASN", sequence, "Edit",
-                           HistoryText(session, entry, name, DayCodes()[static_cast<std::size_t>(day)])});
+    WriteWhole(session, row, [&] {
+        WriteCommon(row, entry, parent, name, day);
+        // The next creation date is what the screen shows; a visit moved to an earlier weekday keeps its
+        // week.
+        const double back = (difference < 0 ? kWeek : 0) + kWeek * static_cast<double>(entry.howoften);
+        row.Set("Last_date", entry.creation.DayOnly().AddDays(-back));
+        row.Update();
+        WriteHistory(session, {"ASN", sequence, "Edit",
+                               HistoryText(session, entry, name, DayCodes()[static_cast<std::size_t>(day)])});
+    });
     answer.saved = true;
     answer.sequences.push_back(sequence);
     if (session.dialogs.AskQuestion("Change all exisiting schedules from today forward?")) {
@@ -152,32 +163,39 @@ void SaveEdited(Session& session, Recordset& row, const AssignmentEntry& entry,
     }
 }
 
+/// One row of a new assignment with its visits.
+long AddRow(Session& session, Recordset& rows, const AssignmentEntry& entry, const AssignmentParent& parent,
+            const std::string& name, int day, std::vector<RemovedVisit>& removed) {
+    rows.AddNew();
+    WriteCommon(rows, entry, parent, name, day);
+    rows.Set("vendor", session.VENDOR);
+    rows.Set("st_date", parent.from);
+    rows.Set("END_DATE", parent.to);
+    rows.Set("visit_type", parent.visitType);
+    rows.Set("visit_desc", parent.visitType + "-" + Left(parent.clientName, kNameInDescription));
+    rows.Set("billto", parent.billCode);
+    rows.Set("author_seq", parent.authorization);
+    rows.Set("Last_date", entry.creation.DayOnly().AddDays(-kWeek * static_cast<double>(entry.howoften)));
+    const long sequence = static_cast<long>(rows.Get("sequence").ToInteger());
+    rows.Update();
+    WriteHistory(session, {"ASN", sequence, "Edit",
+                           HistoryText(session, entry, name, DayCodes()[static_cast<std::size_t>(day)])});
+    Create_schedule_now(session, sequence, removed);
+    return sequence;
+}
+
 void SaveNew(Session& session, Recordset& rows, const AssignmentEntry& entry, const AssignmentParent& parent,
              AssignmentSaved& answer) {
-    rows.CancelUpdate();
     const std::string name = CaregiverName(session, entry.emp_id);
-    for (int day = 0; day < kDaysOfWeek; ++day) {
-        if (!entry.days[static_cast<std::size_t>(day)]) {
-            continue;
+    WriteWhole(session, rows, [&] {
+        rows.CancelUpdate();
+        for (int day = 0; day < kDaysOfWeek; ++day) {
+            if (entry.days[static_cast<std::size_t>(day)]) {
+                answer.sequences.push_back(AddRow(session, rows, entry, parent, name, day, answer.removed));
+            }
         }
-        rows.AddNew();
-        WriteCommon(rows, entry, parent, name, day);
-        rows.Set("vendor", session.VENDOR);
-        rows.Set("st_date", parent.from);
-        rows.Set("END_DATE", parent.to);
-        rows.Set("visit_type", parent.visitType);
-        rows.Set("visit_desc", parent.visitType + "-" + Left(parent.clientName, kNameInDescription));
-        rows.Set("billto", parent.billCode);
-        rows.Set("author_seq", parent.authorization);
-        rows.Set("Last_date", entry.creation.DayOnly().AddDays(-kWeek * static_cast<double>(entry.howoften)));
-        const long sequence = static_cast<long>(rows.Get("sequence").ToInteger());
-        rows.Update();
-        WriteHistory(session, {"ASN", sequence, "Edit",
-                               HistoryText(session, entry, name, DayCodes()[static_cast<std::size_t>(day)])});
-        answer.saved = true;
-        answer.sequences.push_back(sequence);
-        Create_schedule_now(session, sequence, answer.removed);
-    }
+    });
+    answer.saved = true;
 }
 
 }  // namespace
@@ -194,8 +212,8 @@ AssignmentSaved SaveAssignment(Session& session, Recordset& assignments, const A
     if (!Trim(entry.emp_id).empty()) {
         const long sequence = edited ? static_cast<long>(assignments.Get("sequence").ToInteger()) : 0;
         const auto conflicts = FindAssignmentConflicts(session, entry, parent, sequence);
-        if (!conflicts.empty()) {
-            asks.showConflicts(conflicts);
+        if (!conflicts.empty() && !asks.showConflicts(conflicts)) {
+            return answer;
         }
     }
     if (edited) {
@@ -211,32 +229,37 @@ bool DeleteAssignment(Session& session, Recordset& assignments, const Assignment
         session.ShowMessageWindow("There are no records to delete.");
         return false;
     }
-    if (!session.dialogs.AskQuestion("Are you sure you wish to delete this Client Assignment?")) {
-        return false;
-    }
     Database& work = *session.dbMainWork;
     const long sequence = static_cast<long>(assignments.Get("sequence").ToInteger());
-    long removed = 0;
-    if (session.dialogs.AskQuestion(
-            "Do you wish to Delete all Schedules for this Assignment from today forward?")) {
-        removed =
-            work.Execute(Sql("delete * from sch_day where assign_seq = {} and st_date >= {} and act_hrs "
-                             "= 0 and pay_override = 0 and bill_override = 0",
-                             sequence, session.clock.Today().DayNumber()));
-    }
-    WriteHistory(session, {"ASN", sequence, "DELETED",
-                           HistoryHead(session) + kLineEnd +
-                               "Assignment was Deleted for Client: " + parent.clientName + kLineEnd +
-                               "Schedules removed: " + std::to_string(removed) + kLineEnd + kHistoryLine});
-    // What stays belongs to no assignment; 0 would make it look typed in by hand.
-    work.Execute(Sql("update sch_day set assign_seq = -1 where assign_seq = {}", sequence));
-    const long position = assignments.AbsolutePosition();
-    assignments.Delete();
-    assignments.Requery();
-    if (assignments.RecordCount() > 0) {
-        assignments.SetAbsolutePosition(std::clamp(position, 0L, assignments.RecordCount() - 1));
-    }
-    return true;
+    const long today = session.clock.Today().DayNumber();
+    const auto countOf = [&](const std::string& statement) { return work.Lookup(statement).ToInteger(); };
+    const std::int64_t all = countOf(Sql("select count(*) from sch_day where assign_seq = {}", sequence));
+    const std::int64_t coming =
+        countOf(Sql("select count(*) from sch_day where {}", Raw{Coming(sequence, today)}));
+    const std::string line = Trim(assignments.Text("Day") + " " + assignments.Text("emp_name"));
+    bool withVisits = false;
+    const auto ask = [&] {
+        if (!session.dialogs.AskToDestroy("Are you sure you wish to delete this Client Assignment?\r\n" +
+                                          line + ": " + Counted(all, "visit") + " made from it.")) {
+            return false;
+        }
+        withVisits = session.dialogs.AskToDestroy(
+            "Do you wish to Delete all Schedules for this Assignment from today forward?\r\n" +
+            Counted(coming, "visit") + " go, " + Counted(all - coming, "visit") +
+            " stay and belong to no assignment any more.");
+        return true;
+    };
+    return DeleteCurrent(session, assignments, ask, [&] {
+        const long removed =
+            withVisits ? work.Execute("delete * from sch_day where " + Coming(sequence, today)) : 0;
+        WriteHistory(
+            session,
+            {"ASN", sequence, "DELETED",
+             HistoryHead(session) + kLineEnd + "Assignment was Deleted for Client: " + parent.clientName +
+                 kLineEnd + "Schedules removed: " + std::to_string(removed) + kLineEnd + kHistoryLine});
+        // What stays belongs to no assignment; 0 would make it look typed in by hand.
+        work.Execute(Sql("update sch_day set assign_seq = -1 where assign_seq = {}", sequence));
+    });
 }
 
 std::vector<CopySource> CopySources(Session& session, const AssignmentParent& parent) {
@@ -264,6 +287,7 @@ bool CopyAssignments(Session& session, long from, const AssignmentParent& parent
         return false;
     }
     const Date today = session.clock.Today();
+    WholeStep step(session);
     Recordset rows = OpenAssignments(session, parent.authorization);
     for (; !source.Eof(); source.MoveNext()) {
         rows.AddNew();
@@ -286,6 +310,7 @@ bool CopyAssignments(Session& session, long from, const AssignmentParent& parent
         rows.Update();
         Create_schedule_now(session, sequence, removed);
     }
+    step.Finish();
     TellOfWaitingAssignments(session, parent.authorization);
     return true;
 }

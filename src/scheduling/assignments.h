@@ -108,8 +108,9 @@ std::vector<AssignmentConflict> FindAssignmentConflicts(Session& session, const 
 
 /// What a save asks of its screen. Each is required.
 struct AssignmentAsks {
-    /// frmDiscrep: shows the conflicts; the save goes on.
-    std::function<void(const std::vector<AssignmentConflict>&)> showConflicts;
+    /// frmDiscrep: shows the conflicts. The save goes on whatever they are, unless the operator goes back to
+    /// the boxes: false then.
+    std::function<bool(const std::vector<AssignmentConflict>&)> showConflicts;
     /// FRMmoveAssign: by how many days, forward or back (below 0), the visits move; nothing when cancelled.
     std::function<std::optional<int>(int forward, int back)> askMove;
     /// FRMupdatesch for the saved assignment.
@@ -123,7 +124,9 @@ struct AssignmentSaved {
     std::optional<Document> conflicts;  ///< the report of the caregiver's visits that run into each other
 };
 /// The save key: the edited row, or for a new one a row for each day that is checked, with its visits. The
-/// recordset is in Edit or AddNew. Writes assign, changes and, by schedule creation, sch_day.
+/// recordset is in Edit or AddNew. Writes assign, changes and, by schedule creation, sch_day: all of it or,
+/// where EngineError is thrown, nothing, and the edit goes on. What is then carried to existing visits is a
+/// step of its own, visit by visit.
 AssignmentSaved SaveAssignment(Session& session, Recordset& assignments, const AssignmentEntry& entry,
                                const AssignmentParent& parent, const AssignmentAsks& asks);
 

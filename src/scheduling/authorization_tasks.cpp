@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "session/trans.h"
+#include "session/whole_step.h"
 
 namespace kv {
 
@@ -68,6 +69,7 @@ std::vector<AuthorizationTask> LoadAuthorizationTasks(Session& session, long aut
 
 void AddTasks(Session& session, long authorization, const std::vector<std::string>& days,
               const std::vector<std::string>& codes) {
+    WholeStep step(session);
     Recordset tasks = Open(session, authorization);
     Recordset all = session.dbMainCode->OpenRecordset("Select * from tasks", RecordsetType::Snapshot);
     bool added = false;
@@ -91,6 +93,7 @@ void AddTasks(Session& session, long authorization, const std::vector<std::strin
     if (added) {
         Note(session, authorization);
     }
+    step.Finish();
 }
 
 bool RemoveTask(Session& session, long authorization, const AuthorizationTask& task) {
@@ -98,8 +101,10 @@ bool RemoveTask(Session& session, long authorization, const AuthorizationTask& t
     if (!Find(tasks, task.dow, task.task)) {
         return false;
     }
+    WholeStep step(session);
     tasks.Delete();
     Note(session, authorization);
+    step.Finish();
     return true;
 }
 
@@ -110,10 +115,12 @@ bool EditTask(Session& session, long authorization, const AuthorizationTask& tas
     if (!text || !Find(tasks, task.dow, task.task)) {
         return false;
     }
+    WholeStep step(session);
     tasks.Edit();
     tasks.Set("Description", *text);
     tasks.Update();
     Note(session, authorization);
+    step.Finish();
     return true;
 }
 

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScopedValueRollback>
+#include <QStatusBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -24,8 +25,11 @@
 #include "screens/frmDiscrep.h"
 #include "screens/frmPrint.h"
 #include "screens/help.h"
+#include "screens/notices.h"
 #include "screens/pick_screen.h"
+#include "screens/save_gate.h"
 #include "screens/screen_steps.h"
+#include "screens/widgets/bring_back.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
 #include "screens/widgets/field_form.h"
@@ -114,7 +118,7 @@ FRmassign::FRmassign(Session& session, AssignmentParent parentRow, QWidget* pare
     PickSource = [this] { return FRMcopyAssign(session_, parentRow_, this).Pick(); };
     Preview = [this](const Document& document) { ShowPreview(session_, document, this); };
     Asks.showConflicts = [this](const std::vector<AssignmentConflict>& conflicts) {
-        frmDiscrep(conflicts, this).exec();
+        return frmDiscrep(conflicts, this).exec() == QDialog::Accepted;
     };
     Asks.askMove = [this](int forward, int back) { return FRMmoveAssign(forward, back, this).Ask(); };
     Asks.updateSchedules = [this](const ScheduleUpdate& update) {
@@ -136,13 +140,18 @@ FRmassign::FRmassign(Session& session, AssignmentParent parentRow, QWidget* pare
     all->setSpacing(0);
     all->addWidget(Toolbar2);
     all->addLayout(lower, 1);
+    auto* status = new QStatusBar(this);
+    status->setSizeGripEnabled(false);
+    all->addWidget(status);
     resize(146 * theme::kUnit, 84 * theme::kUnit);
 
+    DBassign.SetKeyField("sequence");
     DBassign.Bind(*TXTsttime, "St_time");
     DBassign.Bind(*ENDtime, "END_TIME");
     DBassign.Bind(*NUMhrs, "HRS");
     DBassign.Bind(*NUMhowoften, "howoften");
     DBassign.Bind(*TXTempid, "emp_id");
+    DBassign.Accompany(*TDBlastdate);
     Connect();
     ApplyGridColors(this, session.COLOR);
     Reported(session_, [this] {
@@ -314,10 +323,16 @@ void FRmassign::Connect() {
     for (BoundControl* box : std::initializer_list<BoundControl*>{TXTsttime, NUMhrs, ENDtime}) {
         connect(box->Notifier(), &ControlNotifier::changed, this, &FRmassign::DeriveTimes);
     }
-    connect(TXTsttime, &QLineEdit::editingFinished, this, &FRmassign::CheckStart);
-    connect(NUMhowoften, &QLineEdit::editingFinished, this, &FRmassign::CheckHowOften);
+    TXTsttime->SetRule([this] { return CheckStart(); });
+    NUMhowoften->SetRule([this] {
+        CheckHowOften();
+        return true;
+    });
     connect(TDBlastdate->Notifier(), &ControlNotifier::changed, this, &FRmassign::BeginEdit);
-    connect(TDBlastdate, &QLineEdit::editingFinished, this, &FRmassign::LimitCreation);
+    TDBlastdate->SetRule([this] {
+        LimitCreation();
+        return true;
+    });
     connect(CHKend, &QCheckBox::toggled, this, [this] {
         SetButtons();
         DeriveTimes();
@@ -326,12 +341,21 @@ void FRmassign::Connect() {
         TXTsttime->SetMilitary(military);
         ENDtime->SetMilitary(military);
     });
-    connect(TXTempid, &QLineEdit::editingFinished, this,
-            [this] { Reported(session_, [this] { CheckCaregiverBox(); }); });
+    TXTempid->SetRule([this] {
+        bool accepted = false;
+        Reported(session_, [&] { accepted = CheckCaregiverBox(); });
+        return accepted;
+    });
     connect(CMDempfind, &QToolButton::clicked, this, [this] { Reported(session_, [this] { PickKey(); }); });
     connect(CMDsuggestion, &QToolButton::clicked, this,
             [this] { Reported(session_, [this] { SuggestKey(); }); });
     connect(&DBassign, &BoundSource::modeChanged, this, &FRmassign::SetButtons);
+    AddBringBackKey(this, DBassign);
+    connect(&DBassign, &BoundSource::typedSetAside, this, [this] { TellStatus(this, tr(kBringBackHint)); });
+    connect(&DBassign, &BoundSource::rowFollowed, this, [this](const std::vector<std::string>& fields) {
+        TellFollowed(this, DBassign, fields);
+        Reported(session_, [this] { FollowRow(); });
+    });
 }
 
 void FRmassign::ShowInformation() {
@@ -379,20 +403,10 @@ void FRmassign::ShowRow() {
     const QScopedValueRollback<bool> showing(showing_, true);
     const bool hasRow = DBassign.HasRow();
     const bool adding = DBassign.IsAdding();
-    const int day = hasRow && !adding ? DayIndex(DBassign.Rows().Text("Day")) : -1;
-    for (int i = 0; i < kDaysOfWeek; ++i) {
-        OPTday[static_cast<std::size_t>(i)]->setChecked(i == day);
-    }
+    ShowDay(hasRow && !adding ? DayIndex(DBassign.Rows().Text("Day")) : -1);
     TDBlastdate->SetCaption(adding ? QStringLiteral("First Schedule Creation Date")
                                    : QStringLiteral("Next Schedule Creation Date"));
-    if (adding) {
-        TDBlastdate->SetValue(Value(FirstCreationDate(parentRow_.from, session_.clock.Today())));
-    } else if (hasRow && !DBassign.Rows().Get("Last_date").IsNull()) {
-        TDBlastdate->SetValue(Value(
-            LimitCreationDate(NextCreationDate(DBassign.Rows()), session_.clock.Today(), parentRow_.to)));
-    } else {
-        TDBlastdate->SetValue(Value());
-    }
+    ShowCreation();
     warnedOften_ = NUMhowoften->Number();
     checkedId_ = FromQt(TXTempid->Text());
     ShowCaregiver(checkedId_.empty() ? CaregiverCheck()
@@ -406,6 +420,48 @@ void FRmassign::ShowRow() {
         FGtree->Highlight({});
     }
     SetButtons();
+}
+
+void FRmassign::ShowDay(int day) {
+    shownDay_ = day;
+    for (int i = 0; i < kDaysOfWeek; ++i) {
+        OPTday[static_cast<std::size_t>(i)]->setChecked(i == day);
+    }
+}
+
+void FRmassign::ShowCreation() {
+    if (DBassign.IsAdding()) {
+        TDBlastdate->SetValue(Value(FirstCreationDate(parentRow_.from, session_.clock.Today())));
+    } else if (DBassign.HasRow() && !DBassign.Rows().Get("Last_date").IsNull()) {
+        TDBlastdate->SetValue(Value(
+            LimitCreationDate(NextCreationDate(DBassign.Rows()), session_.clock.Today(), parentRow_.to)));
+    } else {
+        TDBlastdate->SetValue(Value());
+    }
+}
+
+/// What is bound to no field takes what another seat has written, where the operator has not touched it.
+void FRmassign::FollowRow() {
+    const QScopedValueRollback<bool> showing(showing_, true);
+    const bool dayPicked = [this] {
+        for (int day = 0; day < kDaysOfWeek; ++day) {
+            if (OPTday[static_cast<std::size_t>(day)]->isChecked() != (day == shownDay_)) {
+                return true;
+            }
+        }
+        return false;
+    }();
+    if (!dayPicked) {
+        ShowDay(DayIndex(DBassign.Rows().Text("Day")));
+    }
+    if (!TDBlastdate->IsDataChanged()) {
+        ShowCreation();
+    }
+    if (!TXTempid->IsDataChanged()) {
+        checkedId_ = FromQt(TXTempid->Text());
+        ShowCaregiver(checkedId_.empty() ? CaregiverCheck()
+                                         : DescribeCaregiver(session_, checkedId_, parentRow_));
+    }
 }
 
 void FRmassign::ShowCaregiver(const CaregiverCheck& caregiver) {
@@ -493,22 +549,20 @@ void FRmassign::DeriveTimes() {
     }
 }
 
-void FRmassign::CheckStart() {
-    if (busy_ || !IsWriting() || !TXTsttime->IsDataChanged() || !TXTsttime->IsFilled() ||
-        IsQuarterHour(*TXTsttime->TimeValue())) {
-        return;
+bool FRmassign::CheckStart() {
+    if (!IsWriting() || !TXTsttime->IsFilled() || IsQuarterHour(*TXTsttime->TimeValue())) {
+        return true;
     }
-    const QScopedValueRollback<bool> busy(busy_, true);
     session_.ShowMessageWindow("Assignments may only start every 15 minutes");
     TXTsttime->setFocus();
+    return false;
 }
 
 void FRmassign::CheckHowOften() {
     const double often = NUMhowoften->Number();
-    if (busy_ || often == warnedOften_) {
+    if (often == warnedOften_) {
         return;
     }
-    const QScopedValueRollback<bool> busy(busy_, true);
     warnedOften_ = often;
     if (often > 1) {
         session_.ShowMessageWindow(
@@ -528,10 +582,9 @@ void FRmassign::LimitCreation() {
 
 bool FRmassign::CheckCaregiverBox() {
     const std::string id = Trim(FromQt(TXTempid->Text()));
-    if (busy_ || id == checkedId_) {
+    if (id == checkedId_) {
         return true;
     }
-    const QScopedValueRollback<bool> busy(busy_, true);
     if (id.empty()) {
         checkedId_.clear();
         ShowCaregiver({});
@@ -553,22 +606,9 @@ bool FRmassign::CheckCaregiverBox() {
 }
 
 bool FRmassign::CheckBoxes() {
-    if (!CheckCaregiverBox()) {
+    if (!PassesGate(session_, this)) {
         return false;
     }
-    CheckHowOften();
-    for (BoundControl* box : BoundControlsOf(this)) {
-        if (box->IsDataChanged() && !box->Check()) {
-            session_.ShowMessageWindow(FromQt(box->Caption() + QLatin1Char(' ') + box->Fault()));
-            box->Widget()->setFocus();
-            return false;
-        }
-    }
-    if (TXTsttime->IsDataChanged() && TXTsttime->IsFilled() && !IsQuarterHour(*TXTsttime->TimeValue())) {
-        CheckStart();
-        return false;
-    }
-    LimitCreation();
     if (!TXTsttime->IsFilled()) {
         session_.ShowMessageWindow("Please fill in the start time.");
         TXTsttime->setFocus();
@@ -603,19 +643,21 @@ bool FRmassign::SaveKey() {
     if (!CheckBoxes()) {
         return false;
     }
-    const bool adding = DBassign.IsAdding();
     AssignmentSaved saved;
     try {
         const Hourglass hourglass(session_.progress);
         saved = SaveAssignment(session_, DBassign.Rows(), Entry(), parentRow_, Asks);
     } catch (const EngineError&) {
-        if (adding || !IsWriting()) {
-            // Rows of the first days may be there already, or the row is written: the list tells.
+        if (!IsWriting()) {
+            // Another seat took the row meanwhile, or what was carried to its visits stopped on the way: it
+            // is shown as it stands.
+            DBassign.Restore();
             Load(0);
         }
         throw;
     }
     if (!saved.saved) {
+        // Told what is missing, or back from the conflicts to the boxes.
         FocusFirstFault();
         return false;
     }
@@ -640,6 +682,11 @@ void FRmassign::DiscardKey() {
 }
 
 void FRmassign::DeleteKey() {
+    if (DBassign.FollowRow()) {
+        Load(DBassign.HasRow() ? static_cast<long>(DBassign.Rows().Get("sequence").ToInteger()) : 0);
+        session_.ShowMessageWindow(kChangedBeforeDelete);
+        return;
+    }
     if (DeleteAssignment(session_, DBassign.Rows(), parentRow_)) {
         DBassign.ShowRow();
         Dis_Tree();
@@ -705,26 +752,26 @@ void FRmassign::SuggestKey() {
 void FRmassign::TakeCaregiver(const std::string& id) {
     if (DBassign.HasRow()) {
         TXTempid->EnterValue(Value(id));
-        CheckCaregiverBox();
+        TXTempid->Finish();
     }
 }
 
 void FRmassign::reject() {
-    if (IsWriting()) {
-        bool leaves = true;
+    bool leaves = !IsWriting();
+    if (!leaves) {
         Reported(session_, [this, &leaves] {
-            if (session_.dialogs.AskQuestion(kUnsavedPrompt)) {
-                leaves = false;
+            const SaveAnswer answer = session_.dialogs.AskToSave(kUnsavedPrompt);
+            if (answer == SaveAnswer::Save) {
                 leaves = SaveKey();
-            } else {
+            } else if (answer == SaveAnswer::Discard) {
                 DBassign.Restore();
+                leaves = true;
             }
         });
-        if (!leaves) {
-            return;
-        }
     }
-    QDialog::reject();
+    if (leaves) {
+        QDialog::reject();
+    }
 }
 
 }  // namespace kv

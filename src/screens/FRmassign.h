@@ -82,6 +82,9 @@ class FRmassign : public QDialog {
     /// Opens the rows again and shows the one of that sequence, else the first.
     void Load(long sequence);
     void ShowRow();
+    void ShowDay(int day);
+    void ShowCreation();
+    void FollowRow();
     void ShowCaregiver(const CaregiverCheck& caregiver);
     void SetButtons();
     bool IsWriting() const { return DBassign.IsEditing() || DBassign.IsAdding(); }
@@ -92,7 +95,8 @@ class FRmassign : public QDialog {
     void DayClicked(int day);
     /// Hours from the times, or the end from the hours, whichever is typed.
     void DeriveTimes();
-    void CheckStart();
+    /// False for a start off the quarter hour, which is told.
+    bool CheckStart();
     void CheckHowOften();
     void LimitCreation();
     /// False where the caregiver who was entered is not accepted; the box is empty then.
@@ -117,7 +121,7 @@ class FRmassign : public QDialog {
     std::string checkedId_;  ///< the caregiver that was looked at last
     double warnedOften_ = 1;
     bool showing_ = false;  ///< a row is being shown: nothing is the operator's change
-    bool busy_ = false;     ///< a message of a check is up, which takes the focus once more
+    int shownDay_ = -1;     ///< the row's, as it was shown
     bool mayAdd_ = false;
     bool mayEdit_ = false;
     bool mayDelete_ = false;

@@ -1,9 +1,11 @@
 #include "screens/frmDiscrep.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "screens/widgets/bound_control.h"
 #include "screens/widgets/grid.h"
 #include "screens/widgets/theme.h"
 
@@ -39,12 +41,26 @@ frmDiscrep::frmDiscrep(const std::vector<AssignmentConflict>& conflicts, QWidget
     FGdiscrep->setAccessibleName(caption->text());
     Command1 = new QPushButton(QStringLiteral("E&xit"), this);
     Command1->setObjectName(QStringLiteral("Command1"));
+    Command1->setToolTip(tr("Save the assignment as it stands"));
+    CMDback = new QPushButton(tr("&Back to the Boxes"), this);
+    CMDback->setObjectName(QStringLiteral("CMDback"));
+    CMDback->setToolTip(tr("Change the assignment before it is saved (Escape)"));
+    auto* told = new QLabel(tr("Exit saves the assignment as it stands, with these conflicts."), this);
+    told->setObjectName(QStringLiteral("LBLtold"));
+    auto* keys = new QHBoxLayout;
+    keys->addWidget(told, 1);
+    keys->addWidget(CMDback);
+    keys->addWidget(Command1);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(caption);
     layout->addWidget(FGdiscrep, 1);
-    layout->addWidget(Command1, 0, Qt::AlignRight);
+    layout->addLayout(keys);
     resize(100 * theme::kUnit, 44 * theme::kUnit);
+    SetTabOrderOf({FGdiscrep, CMDback, Command1});
+    CMDback->setDefault(true);
+    CMDback->setFocus();
     connect(Command1, &QPushButton::clicked, this, &QDialog::accept);
+    connect(CMDback, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 }  // namespace kv

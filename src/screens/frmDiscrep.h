@@ -10,7 +10,8 @@ namespace kv {
 
 class Grid;
 
-/// "Assignment Conflicts": what a new or changed assignment may run into. It only tells.
+/// "Assignment Conflicts": what a new or changed assignment may run into. Exit goes on with the save; the
+/// other way, Escape too, leads back to the boxes (rejected).
 class frmDiscrep : public QDialog {
     Q_OBJECT
   public:
@@ -18,6 +19,7 @@ class frmDiscrep : public QDialog {
 
     Grid* FGdiscrep = nullptr;
     QPushButton* Command1 = nullptr;
+    QPushButton* CMDback = nullptr;
 };
 
 }  // namespace kv

@@ -42,7 +42,10 @@ class Assignments : public ::testing::Test {
                                                                      {"bill_code", 7},
                                                                      {"from_date", Day(3, 1)},
                                                                      {"to_DATE", Day(12, 31)}}));
-        asks_.showConflicts = [this](const std::vector<AssignmentConflict>& found) { conflicts_ = found; };
+        asks_.showConflicts = [this](const std::vector<AssignmentConflict>& found) {
+            conflicts_ = found;
+            return goesOn_;
+        };
         asks_.askMove = [this](int forward, int back) {
             asked_ = {forward, back};
             return move_;
@@ -93,6 +96,7 @@ class Assignments : public ::testing::Test {
     AssignmentEntry entry_;
     AssignmentAsks asks_;
     std::vector<AssignmentConflict> conflicts_;
+    bool goesOn_ = true;
     std::pair<int, int> asked_;
     std::optional<int> move_ = 0;
     std::vector<ScheduleUpdate> updates_;

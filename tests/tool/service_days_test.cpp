@@ -28,7 +28,7 @@ class ServiceDays : public ::testing::Test {
         agency.Work().Execute("update sch_day set pay_override = 1 where sequence / 13 = int(sequence / 13)");
         agency.Work().Execute(
             "update sch_day set bill_override = 1 where sequence / 17 = int(sequence / 17)");
-        asks_.showConflicts = [](const std::vector<AssignmentConflict>&) {};
+        asks_.showConflicts = [](const std::vector<AssignmentConflict>&) { return true; };
         asks_.askMove = [this](int forward, int back) -> std::optional<int> {
             switch (Any(3)) {
                 case 0:
