@@ -30,6 +30,8 @@
 #include "screens/frmClient_required.h"
 #include "screens/frmClient_third.h"
 #include "screens/frmPrint.h"
+#include "screens/save_gate.h"
+#include "screens/widgets/bring_back.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/date_box.h"
 #include "screens/widgets/notes_box.h"
@@ -137,6 +139,11 @@ void frmClient::MakeToolbar() {
 }
 
 void frmClient::MakeMenu() {
+    QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+    QAction* bringBack =
+        edit->addAction(tr("&Bring Back What Was Typed\t%1").arg(QLatin1String(kBringBackKey)));
+    bringBack->setObjectName(QStringLiteral("MNUbringBack"));
+    connect(bringBack, &QAction::triggered, this, [this] { DbClient.BringBack(); });
     QMenu* view = menuBar()->addMenu(tr("&View"));
     QAction* history = view->addAction(theme::Icon(QStringLiteral("history")), tr("View &History..."));
     history->setObjectName(QStringLiteral("MNUhistory"));
@@ -152,6 +159,7 @@ void frmClient::MakeStatusBar() {
                                 {tr("The order of the list"), 20, true}},
                                this);
     setStatusBar(StatusBar1);
+    DbClient.SetKeyField("CLIENT");
 }
 
 QWidget* frmClient::MakeClientArea() {
@@ -256,6 +264,10 @@ void frmClient::ConnectControls() {
     });
     Referral->ListGroup = [this] { return ListPane->Limits().group; };
     connect(&DbClient, &BoundSource::repositioned, this, &frmClient::ShowRow);
+    connect(&DbClient, &BoundSource::rowFollowed, this,
+            [this](const std::vector<std::string>& fields) { Handle([&] { ShowFollowed(fields); }); });
+    connect(&DbClient, &BoundSource::typedSetAside, this,
+            [this] { StatusBar1->showMessage(tr(kBringBackHint)); });
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
         if (now != nullptr && parts_->isAncestorOf(now) && AsBoundControl(now) != nullptr) {
             lastBox_ = now;
@@ -264,6 +276,7 @@ void frmClient::ConnectControls() {
 }
 
 void frmClient::AddKeys() {
+    AddBringBackKey(FRMmain_Frame, DbClient);
     for (std::size_t i = 0; i < kPartCount; ++i) {
         const int index = static_cast<int>(i);
         auto* key = new QShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg(index + 1)), this);
@@ -300,20 +313,13 @@ bool frmClient::MustStay() {
     if (activeScreen_ != nullptr && !activeScreen_->MayLeave()) {
         return true;
     }
-    for (BoundControl* control : DbClient.Controls()) {
-        if (!control->IsDataChanged() || control->Check()) {
-            continue;
-        }
-        session_.ShowMessageWindow(FromQt(control->Caption() + QLatin1Char(' ') + control->Fault()));
+    return !PassesGate(session_, DbClient.Controls(), [this](BoundControl& box) {
         for (int part = 0; part < parts_->count(); ++part) {
-            if (parts_->widget(part)->isAncestorOf(control->Widget())) {
+            if (parts_->widget(part)->isAncestorOf(box.Widget())) {
                 ShowPart(part);
             }
         }
-        control->Widget()->setFocus();
-        return true;
-    }
-    return false;
+    });
 }
 
 void frmClient::changeEvent(QEvent* event) {

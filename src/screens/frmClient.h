@@ -140,6 +140,8 @@ class frmClient : public QMainWindow, public ClientForm {
 
     // frmClient_show.cpp: what is shown of a client
     void ShowRow();
+    /// Another seat had changed the client since they were shown.
+    void ShowFollowed(const std::vector<std::string>& fields);
     void SetNotes(const std::string& comments);
     void SetButtons(const ClientView& view, bool hasClient);
     void ShowStatusBar(const StatusBarTexts& texts);

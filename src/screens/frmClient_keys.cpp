@@ -74,7 +74,9 @@ void frmClient::NewKey() {
 }
 
 void frmClient::DeleteKey() {
-    DeleteClient(session_, *this, FromQt(Header->TXTStatus->Text()));
+    if (!DeleteClient(session_, *this, FromQt(Header->TXTStatus->Text())) && !DbClient.IsEditing()) {
+        ShowClientRecord();
+    }
 }
 
 void frmClient::SortKey() {
@@ -126,9 +128,10 @@ void frmClient::ExitKey() {
         return;
     }
     OpenSection(0);
-    PromptToSaveClient(session_, *this);
-    RestoreRow();
-    close();
+    if (PromptToSaveClient(session_, *this) != PromptResult::Stayed) {
+        RestoreRow();
+        close();
+    }
 }
 
 void frmClient::HelpKey() {
@@ -198,7 +201,9 @@ void frmClient::ChangeStatusKey() {
         return;
     }
     // What was typed would be lost with the row's own change.
-    PromptToSaveClient(session_, *this);
+    if (PromptToSaveClient(session_, *this) == PromptResult::Stayed) {
+        return;
+    }
     FRMpotientalStatus screen(this);
     if (screen.exec() != QDialog::Accepted) {
         return;

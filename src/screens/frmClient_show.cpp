@@ -16,6 +16,7 @@
 #include "screens/frmClient_notes.h"
 #include "screens/frmClient_referral.h"
 #include "screens/frmClient_required.h"
+#include "screens/notices.h"
 #include "screens/widgets/combos.h"
 #include "screens/widgets/grid.h"
 #include "screens/widgets/notes_box.h"
@@ -200,6 +201,15 @@ void frmClient::ShowRow() {
     Header->ShowName(RequiredInfo->TxtLastname->Text(), RequiredInfo->TxtFirstnam->Text());
     // The notes come with the row and not later: those of one client must never be saved into another.
     SetNotes(DbClient.HasRow() ? List().Text("Comments") : std::string());
+}
+
+void frmClient::ShowFollowed(const std::vector<std::string>& fields) {
+    TellFollowed(this, DbClient, fields, ToQt(List().Text("User_Id")));
+    Header->ShowName(RequiredInfo->TxtLastname->Text(), RequiredInfo->TxtFirstnam->Text());
+    const ClientView view = DescribeClient(session_, List(), rights_);
+    ShowStatusBar(view.statusBar);
+    ShowDays(view.numDays, view.numActiveDays);
+    Header->TXTStatus->SetValue(Value(view.statusWord));
 }
 
 void frmClient::SetNotes(const std::string& comments) {

@@ -112,11 +112,13 @@ TEST_F(MainScreenEdit, ARowThatAnotherSeatHoldsIsNotSaved) {
     Recordset held = database->OpenRecordset("select * from clientpr");
     held.Edit();
     Type("txtStreet", "9 Elm");
+    EXPECT_EQ(agency.Said(), Lines{"message: Another user is changing this record just now.  It can be "
+                                   "changed here once they have saved or discarded their changes."});
+    EXPECT_EQ(Text("txtStreet"), "1 Oak");
     Press("save");
     EXPECT_EQ(agency.Said(),
               Lines{"message: Another user is viewing this same client, so we can not save.\r\n"
                     "Please have the other user exit the client and save again."});
-    EXPECT_EQ(Text("txtStreet"), "1 Oak");
     held.Close();
     Type("txtStreet", "9 Elm");
     Press("save");
