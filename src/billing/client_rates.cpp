@@ -181,7 +181,10 @@ bool SaveRate(Session& session, Recordset& rates, const std::string& client) {
 }
 
 bool DeleteRate(Session& session, Recordset& rates, const std::string& client) {
-    return DeleteRecord(session, rates, kTexts, [&] { NoteOnTheRoad(session, "E", "C", client); });
+    const auto what = [](const Recordset& rate) {
+        return rate.Text("visittype") + "  " + rate.Text("Description");
+    };
+    return DeleteRecord(session, rates, kTexts, what, [&] { NoteOnTheRoad(session, "E", "C", client); });
 }
 
 bool MoveRate(Session& session, Recordset& rates, ListMove move) {

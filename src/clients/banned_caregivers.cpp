@@ -51,7 +51,10 @@ bool SaveBannedCaregiver(Session& session, Recordset& banned, const std::string&
 }
 
 bool DeleteBannedCaregiver(Session& session, Recordset& banned, const std::string& clientId) {
-    return DeleteRecord(session, banned, kTexts, [&] { NoteOnTheRoad(session, "E", "C", clientId); });
+    const auto what = [](const Recordset& ban) {
+        return ban.Text("Emp_name") + " (" + ban.Text("emp_id") + ")";
+    };
+    return DeleteRecord(session, banned, kTexts, what, [&] { NoteOnTheRoad(session, "E", "C", clientId); });
 }
 
 bool MoveBannedCaregiver(Session& session, Recordset& banned, ListMove move) {

@@ -91,7 +91,8 @@ bool SavePhone(Session& session, Recordset& phones, const PhoneClient& client) {
 }
 
 bool DeletePhone(Session& session, Recordset& phones) {
-    return DeleteRecord(session, phones, kTexts);
+    return DeleteRecord(session, phones, kTexts,
+                        [](const Recordset& phone) { return FormatPhone(phone.Text("phonenum")); });
 }
 
 bool MovePhone(Session& session, Recordset& phones, ListMove move) {

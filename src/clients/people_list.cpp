@@ -66,7 +66,7 @@ bool SavePerson(Session& session, Recordset& people) {
 }
 
 bool DeletePerson(Session& session, Recordset& people) {
-    return DeleteRecord(session, people, kTexts);
+    return DeleteRecord(session, people, kTexts, [](const Recordset& person) { return person.Text("Name"); });
 }
 
 bool MovePerson(Session& session, Recordset& people, ListMove move) {

@@ -50,13 +50,15 @@ bool MoveInRecords(Session& session, Recordset& rows, ListMove move, const Recor
 }
 
 bool DeleteRecord(Session& session, Recordset& rows, const RecordTexts& texts,
+                  const std::function<std::string(const Recordset&)>& what,
                   const std::function<void()>& alongWith) {
     if (rows.RecordCount() == 0) {
         session.ShowMessageWindow(texts.noneToDelete);
         return false;
     }
+    const std::string question = texts.mayDelete + ("\r\n" + what(rows));
     return DeleteCurrent(
-        session, rows, [&] { return session.dialogs.AskToDestroy(texts.mayDelete); }, alongWith);
+        session, rows, [&] { return session.dialogs.AskToDestroy(question); }, alongWith);
 }
 
 bool DeleteCurrent(Session& session, Recordset& rows, const std::function<bool()>& ask,

@@ -25,10 +25,11 @@ struct RecordTexts {
 
 /// Moves; at an end the record stays and the text says so. False for an empty list. Throws EngineError.
 bool MoveInRecords(Session& session, Recordset& rows, ListMove move, const RecordTexts& texts);
-/// Asks, deletes the current row and moves to the one behind it, or the last. A row that another seat changes
-/// while the question stands is not deleted, which is told. What `alongWith` writes is stored with it or not
-/// at all. Throws EngineError.
+/// Asks, naming `what` is to go, deletes the current row and moves to the one behind it, or the last. A row
+/// that another seat changes while the question stands is not deleted, which is told. What `alongWith` writes
+/// is stored with it or not at all. Throws EngineError.
 bool DeleteRecord(Session& session, Recordset& rows, const RecordTexts& texts,
+                  const std::function<std::string(const Recordset&)>& what,
                   const std::function<void()>& alongWith = {});
 
 /// The same for a row that is there; `ask` puts the question, or several, and answers whether it goes.

@@ -98,7 +98,9 @@ void AddTasks(Session& session, long authorization, const std::vector<std::strin
 
 bool RemoveTask(Session& session, long authorization, const AuthorizationTask& task) {
     Recordset tasks = Open(session, authorization);
-    if (!Find(tasks, task.dow, task.task)) {
+    if (!Find(tasks, task.dow, task.task) ||
+        !session.dialogs.AskToDestroy("Are you sure you wish to remove this task?\r\n" + task.dow + "  " +
+                                      task.description)) {
         return false;
     }
     WholeStep step(session);

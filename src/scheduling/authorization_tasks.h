@@ -29,7 +29,7 @@ std::vector<AuthorizationTask> LoadAuthorizationTasks(Session& session, long aut
 /// and, On the Road, the journal.
 void AddTasks(Session& session, long authorization, const std::vector<std::string>& days,
               const std::vector<std::string>& codes);
-/// Removes the task from its day. False where it is gone already.
+/// Asks, and removes the task from its day. False where it is gone already, or stays.
 bool RemoveTask(Session& session, long authorization, const AuthorizationTask& task);
 /// Asks for another description of the task on its day. False where the operator cancelled.
 bool EditTask(Session& session, long authorization, const AuthorizationTask& task);

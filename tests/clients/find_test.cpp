@@ -185,8 +185,9 @@ TEST_F(Finds, FurtherPhones) {
     agency.ports.dialogs.Answer({true});
     EXPECT_TRUE(DeletePhone(session, phones));
     EXPECT_EQ(phones.Text("phonenum"), "5550000002");
-    EXPECT_EQ(agency.Said(), (Lines{"message: End of file, moving to the Last record.",
-                                    "question: Are you sure you wish to delete this record?"}));
+    EXPECT_EQ(agency.Said(),
+              (Lines{"message: End of file, moving to the Last record.",
+                     "question: Are you sure you wish to delete this record?\r\n(555) 000-0009"}));
 }
 
 TEST_F(Finds, BannedCaregivers) {

@@ -55,7 +55,8 @@ TEST_F(People, AreDeletedOnceTheOperatorIsSure) {
     EXPECT_TRUE(DeletePerson(session, people));
     EXPECT_EQ(people.Text("Name"), "Dr. Abel") << "behind the last one the one before is shown";
     EXPECT_TRUE(DeletePerson(session, people));
-    EXPECT_EQ(agency.Said(), Lines(3, "question: Are you sure you want to delete this record?"));
+    const std::string question = "question: Are you sure you want to delete this record?\r\nDr. ";
+    EXPECT_EQ(agency.Said(), (Lines{question + "Moss", question + "Moss", question + "Abel"}));
     EXPECT_FALSE(DeletePerson(session, people));
     EXPECT_FALSE(MovePerson(session, people, ListMove::Next));
     EXPECT_EQ(agency.Said(),

@@ -430,6 +430,8 @@ TEST_F(Assignments, TasksAreKeptByDay) {
     agency.ports.dialogs.Input({std::string("Bath, with help"), std::nullopt});
     EXPECT_TRUE(EditTask(session, author_, {"MON", "BATH", "Bath"}));
     EXPECT_FALSE(EditTask(session, author_, {"MON", "MEAL", "Meal"}));
+    agency.ports.dialogs.Answer({false, true});
+    EXPECT_FALSE(RemoveTask(session, author_, {"SUN", "BATH", ""})) << "kept";
     EXPECT_TRUE(RemoveTask(session, author_, {"SUN", "BATH", ""}));
     EXPECT_FALSE(RemoveTask(session, author_, {"SUN", "BATH", ""}));
     EXPECT_EQ(tasks(), (Lines{"AUT|BATH|Bath", "AUT|MEAL|Meal", "MON|BATH|Bath, with help", "MON|MEAL|Meal",

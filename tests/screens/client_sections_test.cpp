@@ -122,8 +122,9 @@ TEST_F(ClientSectionScreens, CaregiversWhoShouldNotVisit) {
     agency.ports.dialogs.Answer({false, true});
     Press(banned.DBnoemp, "delete");
     Press(banned.DBnoemp, "delete");
-    EXPECT_EQ(agency.Said(), (Lines{"question: Are you sure you wish to delete this Caregiver",
-                                    "question: Are you sure you wish to delete this Caregiver"}));
+    EXPECT_EQ(agency.Said(),
+              (Lines{"question: Are you sure you wish to delete this Caregiver\r\nBell, Bo (E2)",
+                     "question: Are you sure you wish to delete this Caregiver\r\nBell, Bo (E2)"}));
     EXPECT_EQ(agency.Rows("select emp_id from emp_ban"), Lines{"E3"});
 }
 

@@ -264,9 +264,10 @@ TEST_F(People, AreChangedDroppedAndDeleted) {
         EXPECT_EQ(screen.FGinfo->RowCount(), 2);
         Press(screen, "delete");
         EXPECT_EQ(screen.FGinfo->RowCount(), 1);
-        EXPECT_EQ(agency.Said(),
-                  (Lines{kPrompt, kPrompt, "question: Are you sure you want to delete this record?",
-                         "question: Are you sure you want to delete this record?"}));
+        EXPECT_EQ(
+            agency.Said(),
+            (Lines{kPrompt, kPrompt, "question: Are you sure you want to delete this record?\r\nDr. Bell",
+                   "question: Are you sure you want to delete this record?\r\nDr. Bell"}));
         Press(screen, "exit");
     });
     screen_->ShowPart(1);

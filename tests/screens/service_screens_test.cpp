@@ -589,6 +589,7 @@ TEST_F(AssignScreen, ThirtyTasksAtMostAreChosen) {
     screen.FGTasks->SetCurrentRow(3);
     screen.CMDdoctor[2]->click();
     EXPECT_EQ(agency.Rows("select dow from assign_task where description = 'Another word'"), Lines{"AUT"});
+    agency.ports.dialogs.Answer({true});
     screen.CMDdoctor[1]->click();
     EXPECT_EQ(screen.FGTasks->RowCount(), 29);
 }
