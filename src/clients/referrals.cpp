@@ -3,6 +3,7 @@
 #include "base/format.h"
 #include "base/text.h"
 #include "clients/client_save.h"
+#include "session/whole_step.h"
 
 namespace kv {
 
@@ -138,17 +139,17 @@ ReferralDetails ContactDetails(Session& session, const std::string& source, cons
 void SaveReferral(Session& session, ReferralEntry& entry) {
     Clean(session, entry.source, "You may not have a , or a ' in your Source");
     Clean(session, entry.contact, "You may not have a , or a ' in your Contact");
+    WholeStep step(session);
     if (!entry.source.empty() && OpenSource(session, entry.source).Eof()) {
         AddSource(session, entry);
     }
-    if (entry.contact.empty()) {
-        return;
+    if (!entry.contact.empty() && !entry.source.empty()) {
+        AddContact(session, entry);
     }
-    if (entry.source.empty()) {
+    step.Finish();
+    if (!entry.contact.empty() && entry.source.empty()) {
         session.ShowMessageWindow("You must choose a referral source, before adding a contact");
-        return;
     }
-    AddContact(session, entry);
 }
 
 Document ReferralGraph(Session& session, const std::vector<std::string>& categories,

@@ -125,6 +125,7 @@ long BoundSource::Count() const {
 
 std::vector<Value> BoundSource::RowValues() {
     gone_ = false;
+    key_ = Value();
     std::vector<Value> values(bindings_.size());
     if (!HasRow()) {
         return values;
@@ -133,6 +134,7 @@ std::vector<Value> BoundSource::RowValues() {
         for (std::size_t i = 0; i < values.size(); ++i) {
             values[i] = rows_.Get(bindings_[i].field);
         }
+        key_ = keyField_.empty() || IsAdding() ? Value() : rows_.Get(keyField_);
     } catch (const EngineError& error) {
         if (error.Number() != engine_error::kRecordDeleted) {
             throw;
@@ -294,10 +296,6 @@ void BoundSource::Update() {
     written_ = std::move(written);
 }
 
-Value BoundSource::KeyOfRow() const {
-    return keyField_.empty() || !HasRow() || IsAdding() ? Value() : rows_.Get(keyField_);
-}
-
 std::vector<BoundSource::SetAside> BoundSource::Typed() const {
     std::vector<SetAside> typed;
     const auto add = [&typed](const QPointer<QObject>& alive, BoundControl* control) {
@@ -319,14 +317,14 @@ void BoundSource::KeepTyped(std::vector<SetAside> typed) {
         return;
     }
     aside_ = std::move(typed);
-    asideKey_ = KeyOfRow();
+    asideKey_ = key_;
     asidePosition_ = IsAdding() ? -1 : Position();
     emit typedSetAside();
 }
 
 bool BoundSource::CanBringBack() const {
     const bool sameRow =
-        keyField_.empty() ? asidePosition_ == (IsAdding() ? -1 : Position()) : KeyOfRow() == asideKey_;
+        keyField_.empty() ? asidePosition_ == (IsAdding() ? -1 : Position()) : key_ == asideKey_;
     return !aside_.empty() && HasRow() && sameRow;
 }
 

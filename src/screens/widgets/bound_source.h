@@ -130,7 +130,6 @@ class BoundSource : public QObject {
     std::vector<std::string> Follow();
     std::vector<SetAside> Typed() const;
     void KeepTyped(std::vector<SetAside> typed);
-    Value KeyOfRow() const;
     void LimitLength(const Binding& binding) const;
     bool Differs(const Binding& binding) const;
     /// The current row's values in the order of the bindings; Nulls without a row. Notes whether the row is
@@ -144,6 +143,7 @@ class BoundSource : public QObject {
     BoundMode shownMode_ = BoundMode::NoRow;
     bool gone_ = false;  // the current row was deleted by another seat
     std::string keyField_;
+    Value key_;  // of the row that is shown; Null for a new one
     std::vector<SetAside> companions_;
     std::vector<SetAside> aside_;
     /// What the last Update wrote: set aside where its transaction is rolled back, which Restore tells.
