@@ -30,6 +30,7 @@
 #include "screens/frmClient_required.h"
 #include "screens/frmClient_third.h"
 #include "screens/frmPrint.h"
+#include "screens/notices.h"
 #include "screens/save_gate.h"
 #include "screens/widgets/bring_back.h"
 #include "screens/widgets/combos.h"
@@ -139,15 +140,14 @@ void frmClient::MakeToolbar() {
 }
 
 void frmClient::MakeMenu() {
-    QMenu* edit = menuBar()->addMenu(tr("&Edit"));
-    QAction* bringBack =
-        edit->addAction(tr("&Bring Back What Was Typed\t%1").arg(QLatin1String(kBringBackKey)));
-    bringBack->setObjectName(QStringLiteral("MNUbringBack"));
-    connect(bringBack, &QAction::triggered, this, [this] { DbClient.BringBack(); });
     QMenu* view = menuBar()->addMenu(tr("&View"));
     QAction* history = view->addAction(theme::Icon(QStringLiteral("history")), tr("View &History..."));
     history->setObjectName(QStringLiteral("MNUhistory"));
     connect(history, &QAction::triggered, this, [this] { FRMedit(session_, this).exec(); });
+    QAction* bringBack =
+        view->addAction(tr("&Bring Back What Was Typed\t%1").arg(QLatin1String(kBringBackKey)));
+    bringBack->setObjectName(QStringLiteral("MNUbringBack"));
+    connect(bringBack, &QAction::triggered, this, [this] { DbClient.BringBack(); });
 }
 
 void frmClient::MakeStatusBar() {
@@ -266,8 +266,7 @@ void frmClient::ConnectControls() {
     connect(&DbClient, &BoundSource::repositioned, this, &frmClient::ShowRow);
     connect(&DbClient, &BoundSource::rowFollowed, this,
             [this](const std::vector<std::string>& fields) { Handle([&] { ShowFollowed(fields); }); });
-    connect(&DbClient, &BoundSource::typedSetAside, this,
-            [this] { StatusBar1->showMessage(tr(kBringBackHint)); });
+    connect(&DbClient, &BoundSource::typedSetAside, this, [this] { TellStatus(this, tr(kBringBackHint)); });
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
         if (now != nullptr && parts_->isAncestorOf(now) && AsBoundControl(now) != nullptr) {
             lastBox_ = now;
