@@ -12,6 +12,11 @@ struct Right {
     const std::string& defaultAccess;
 };
 
+/// Anybody holds the right.
+bool IsOpen(const std::string& code) {
+    return code == "+" || code == "*";
+}
+
 /// The first to ask for a code registers it. The blocked list has no say on this call, as it always was.
 bool RegisterRight(Recordset& screens, const std::string& held, const Right& right) {
     screens.AddNew();
@@ -20,16 +25,15 @@ bool RegisterRight(Recordset& screens, const std::string& held, const Right& rig
     screens.Set("Screen", right.screen);
     screens.Set("System", right.system);
     screens.Update();
-    return ContainsNoCase(held, "*") || right.defaultAccess == "+" || right.defaultAccess == "*" ||
+    return ContainsNoCase(held, "*") || IsOpen(right.defaultAccess) ||
            ContainsNoCase(held, right.defaultAccess);
 }
 
 /// A code is held where it stands anywhere in the user's text, inside another code too, and an empty code in
-/// any text that is not empty. A code registered as "*" is held by texts with "*" alone: what is open to all
-/// on the day it appears is granted by the user's text from then on.
+/// any text that is not empty. "*" and "+" are everybody's, on the day they are registered as later.
 bool HoldsRegistered(const Recordset& screens, const Session& session) {
     const std::string code = screens.Text("access_code");
-    const bool granted = ContainsNoCase(session.Screens, "*") || code == "+" ||
+    const bool granted = ContainsNoCase(session.Screens, "*") || IsOpen(code) ||
                          ContainsNoCase(session.Screens, code) ||
                          ContainsNoCase(session.Screens, "|" + screens.Text("access_ID") + "|");
     return granted && !ContainsNoCase(session.Blocked, code);

@@ -53,7 +53,9 @@ TEST(Rights, ARegisteredCodeIsAnsweredByItsRow) {
         {"LIB", "", "XCLIBX", "", true},  // a code inside another counts as held
         {"+", "", "", "", true},          // anybody
         {"+", "", "AUTA", "a+b", false},  // unless blocked
-        {"*", "", "AUTA", "", false},     // a star in the row is held by a star alone
+        {"*", "", "AUTA", "", true},      // anybody, too
+        {"*", "", "AUTA", "CLIB", true},  // who else is blocked where does not matter
+        {"*", "", "AUTA", "x*", false},
         {"*", "", "*", "", true},
         {"~", "17", "|17|", "", true},  // by the second identifier, between its marks
         {"~", "17", "117", "", false},
@@ -72,6 +74,18 @@ TEST(Rights, ARegisteredCodeIsAnsweredByItsRow) {
         EXPECT_EQ(CheckScreenAccess(agency.session(), "CLIB", false, "View", "Client", "+"), c.held);
         EXPECT_EQ(agency.Rows("select * from Screens", "main").size(), 1U)
             << "later defaults are not registered";
+    }
+}
+
+TEST(Rights, WhatIsOpenStaysOpenOnTheSecondStart) {
+    test::TestAgency agency;
+    agency.session().Screens = "AUTA";
+    for (const char* start : {"first", "second"}) {
+        for (const char* open : {"*", "+"}) {
+            EXPECT_TRUE(CheckScreenAccess(agency.session(), open == std::string("*") ? "CLIB" : "CLIG", false,
+                                          "View", "Client", open))
+                << start;
+        }
     }
 }
 
