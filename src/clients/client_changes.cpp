@@ -22,7 +22,9 @@ std::string NamedChange(std::string_view words, const std::string& old, const st
     return std::string(words) + old + " to " + now + std::string(kLineEnd);
 }
 
-void AppendChange(Session& session, const std::string& id) {
+}  // namespace
+
+void AppendClientHistory(Session& session, const std::string& id, const std::string& reason) {
     const Date now = session.clock.Now();
     Recordset& changes = session.rsChanges;
     changes.AddNew();
@@ -32,11 +34,9 @@ void AppendChange(Session& session, const std::string& id) {
     changes.Set("Time", FormatDate(now, "HH:MM:SS AM/PM"));
     changes.Set("User", session.User);
     changes.Set("Status", "Edit");
-    changes.Set("reason", session.Reply);
+    changes.Set("reason", reason);
     changes.Update();
 }
-
-}  // namespace
 
 bool GroupDiffers(const ScreenControls& controls, const Recordset& row) {
     return controls.Changed("cmbGroup") && controls.Text("cmbGroup") != row.Text("Grouping");
@@ -71,7 +71,7 @@ long WriteClientChanges(Session& session, const ScreenControls& controls, const 
         ++count;
     }
     if (count > 0) {
-        AppendChange(session, controls.Text("txtCliId"));
+        AppendClientHistory(session, controls.Text("txtCliId"), session.Reply);
     }
     return count;
 }

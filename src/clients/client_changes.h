@@ -12,6 +12,10 @@ bool HolidayDiffers(const ScreenControls& controls, const Recordset& row);
 /// TXTbox, the notes as they are shown, against TXTedit, the notes as they were.
 bool NotesDiffer(const ScreenControls& controls);
 
+/// Appends a row to Session::rsChanges: "Edit" of the client, by the session's user at this moment. Throws
+/// EngineError.
+void AppendClientHistory(Session& session, const std::string& id, const std::string& reason);
+
 /// WriteClientChanges: appends one row to Session::rsChanges with the old and new values, when there are any;
 /// the text stays in Session::Reply. Reads the row as it is stored, so it runs before the controls are
 /// written into it. Returns the number of differences. Throws EngineError.

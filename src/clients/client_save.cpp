@@ -294,16 +294,20 @@ bool MayLeaveClient(Session& session, ClientForm& form) {
     return PromptToSaveClient(session, form) != PromptResult::Stayed;
 }
 
-void StampClientRow(Session& session, ClientForm& form) {
-    const std::string notes = form.Controls().Stored("TXTbox");
-    form.EditRow();
-    Recordset& row = form.List();
-    CheckStamps(form.LoadedNotes(), row.Text("Comments"));
+void WriteStamps(const Session& session, Recordset& row) {
     row.Set("Deleted", false);
     row.Set("vendor", session.VENDOR);
     row.Set("status_date", session.clock.Now());
     row.Set("Status", "E");
     row.Set("User_Id", session.User);
+}
+
+void StampClientRow(Session& session, ClientForm& form) {
+    const std::string notes = form.Controls().Stored("TXTbox");
+    form.EditRow();
+    Recordset& row = form.List();
+    CheckStamps(form.LoadedNotes(), row.Text("Comments"));
+    WriteStamps(session, row);
     row.Set("Comments", notes);
     form.UpdateRow();
 }

@@ -40,6 +40,8 @@ PromptResult PromptToSaveClient(Session& session, ClientForm& form);
 /// answer, keep the operator here.
 bool MayLeaveClient(Session& session, ClientForm& form);
 
+/// Who saved the row, when and from where: into a row of ClientPR in edit.
+void WriteStamps(const Session& session, Recordset& row);
 /// StampClientRow: writes the controls, the notes and the save's stamps into the row. Throws EngineError.
 void StampClientRow(Session& session, ClientForm& form);
 

@@ -89,10 +89,11 @@ class PotentialStatus : public test::ClientTest {
 
 TEST_F(PotentialStatus, ChangesWhenTheOperatorIsSure) {
     Recordset list = session.dbMainWork->OpenRecordset("select * from clientpr");
-    agency.ports.dialogs.Answer({false, true, true, true});
+    agency.ports.dialogs.Answer({false, true, true, true, true});
     EXPECT_EQ(ChangePotentialStatus(session, list, PotentialChoice::ActiveClient),
               PotentialResult::Unchanged);
     EXPECT_EQ(State(), "Z|Active ZZ");
+    session.OffLine = true;
     EXPECT_EQ(ChangePotentialStatus(session, list, PotentialChoice::Inactive), PotentialResult::Changed);
     EXPECT_EQ(State(), "Z|InActive ZZ");
     EXPECT_EQ(ChangePotentialStatus(session, list, PotentialChoice::Active), PotentialResult::Changed);
@@ -102,6 +103,16 @@ TEST_F(PotentialStatus, ChangesWhenTheOperatorIsSure) {
     EXPECT_EQ(State(), "A|Active AZ");
     EXPECT_EQ(agency.Said(),
               Lines(4, "question: Are you sure you wish to change the status of this client?"));
+    EXPECT_EQ(agency.Rows("select Area, User, Status, reason from changes order by reason"),
+              (Lines{"00001|ANN|Edit|Status: Potential - Active to Active\r\n",
+                     "00001|ANN|Edit|Status: Potential - Active to Potential - InActive\r\n",
+                     "00001|ANN|Edit|Status: Potential - InActive to Potential - Active\r\n"}));
+    EXPECT_EQ(agency.Rows("select User_Id, Status, status_date from clientpr"),
+              Lines{"ANN|E|2026-03-04 09:30:00"});
+    EXPECT_EQ(agency.Rows("select Type, Module, ID from trans", "trans"), Lines{"E|C|00001"});
+    EXPECT_EQ(ChangePotentialStatus(session, list, PotentialChoice::Inactive), PotentialResult::Changed);
+    EXPECT_EQ(State(), "A|Active AZ") << "no potential client any more";
+    EXPECT_EQ(agency.Said().size(), 2U);
 }
 
 TEST_F(PotentialStatus, ARefusedWriteLeavesNoEditBehind) {
