@@ -1,4 +1,5 @@
 #include <QCalendarWidget>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -126,6 +127,32 @@ INSTANTIATE_TEST_SUITE_P(
         TimeCase{"12:15 pm", "12:15 PM", "12:15", false}, TimeCase{"0000", "12:00 AM", "00:00", false},
         TimeCase{"", "__:__", "__:__", false}, TimeCase{"24:00", "24:00", "24:00", true},
         TimeCase{"9:60", "9:60", "9:60", true}, TimeCase{"13p", "13p", "13p", true}));
+
+TEST(TimeBox, TypingReplacesATimeThatIsThere) {
+    const BoxScreen<TimeBox> screen("TXTsttime", "Start Time:");
+    TimeBox& box = *screen.box;
+    const auto typed = [&](const char* keys, int cursor) {
+        box.SetValue(Value(Date::FromTime(8, 0)));
+        box.setFocus();
+        box.deselect();
+        box.setCursorPosition(cursor);
+        QTest::keyClicks(&box, QString::fromLatin1(keys));
+        box.Finish();
+        return box.Text();
+    };
+    EXPECT_EQ(typed("1100PM", 8), QStringLiteral("11:00 PM"));
+    EXPECT_EQ(typed("1100PM", 0), QStringLiteral("11:00 PM"));
+    box.SetMilitary(true);
+    EXPECT_EQ(typed("2300", 5), QStringLiteral("23:00"));
+    box.SetMilitary(false);
+    box.SetValue(Value(Date::FromTime(8, 0)));
+    box.clearFocus();
+    QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(5, 5));
+    EXPECT_TRUE(box.hasFocus());
+    QTest::keyClicks(&box, QStringLiteral("930"));
+    EXPECT_TRUE(box.Finish());
+    EXPECT_EQ(box.Text(), QStringLiteral("09:30 AM"));
+}
 
 TEST(TimeBox, DigitsOfRoutinesAreNotWrapped) {
     const BoxScreen<TimeBox> screen("TMEstartTime", "Start:");

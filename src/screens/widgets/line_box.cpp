@@ -2,6 +2,7 @@
 
 #include <QFocusEvent>
 #include <algorithm>
+#include <utility>
 
 #include "screens/widgets/theme.h"
 
@@ -48,6 +49,7 @@ QSize LineBox::HintFor(int characters) const {
 
 void LineBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
+    entered_ = event->reason() == Qt::MouseFocusReason && SelectsOnEntry();
     const bool byKey = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
                        event->reason() == Qt::ShortcutFocusReason;
     if (byKey && !inputMask().isEmpty()) {
@@ -67,6 +69,9 @@ void LineBox::focusOutEvent(QFocusEvent* event) {
 
 void LineBox::mouseReleaseEvent(QMouseEvent* event) {
     QLineEdit::mouseReleaseEvent(event);
+    if (std::exchange(entered_, false) && !hasSelectedText()) {
+        selectAll();
+    }
     const QString shown = displayText();
     const bool unfilled =
         std::none_of(shown.begin(), shown.end(), [](QChar c) { return c.isLetterOrNumber(); });

@@ -20,6 +20,9 @@ class LineBox : public QLineEdit, public BoundControl {
     void mouseReleaseEvent(QMouseEvent* event) override;
     /// The text shown is another one, loads apart: reads it before anybody hears of the change.
     virtual void Read() {}
+    /// Entering the box with the mouse selects what is in it, so that typing replaces it; a further click
+    /// places the cursor.
+    virtual bool SelectsOnEntry() const { return false; }
     /// The operator is done with the box: it left, or pressed Enter.
     virtual void Leave() {}
     /// Replaces the text shown without counting as a change.
@@ -29,6 +32,7 @@ class LineBox : public QLineEdit, public BoundControl {
     QSize HintFor(int characters) const;
 
     int characters_;
+    bool entered_ = false;  ///< with the mouse, whose button is still down
 };
 
 }  // namespace kv

@@ -33,6 +33,7 @@ class NumberBox : public LineBox {
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void Read() override;
+    bool SelectsOnEntry() const override { return true; }
     void Leave() override;
 
   private:

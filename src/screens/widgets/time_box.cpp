@@ -70,6 +70,7 @@ bool TimeBox::Check() {
 }
 
 void TimeBox::Read() {
+    typing_ = true;
     const std::optional<Date> entry = ReadTimeEntry(text());
     const bool good = entry || text().trimmed().isEmpty();
     time_ = good ? entry : kept_;
@@ -79,7 +80,19 @@ void TimeBox::Read() {
 }
 
 void TimeBox::Display() {
+    typing_ = false;
     ShowText(time_ ? ToQt(FormatDate(*time_, military_ ? "HH:NN" : "HH:NN AM/PM")) : QString());
+}
+
+void TimeBox::keyPressEvent(QKeyEvent* event) {
+    // A whole time is replaced by what is typed before or after it: there is no room for more.
+    const QString typed = event->text();
+    const bool letter = typed.size() == 1 && typed[0].isPrint() && !isReadOnly();
+    const bool atAnEnd = cursorPosition() == 0 || cursorPosition() == text().size();
+    if (letter && atAnEnd && !typing_ && !hasSelectedText()) {
+        selectAll();
+    }
+    LineBox::keyPressEvent(event);
 }
 
 void TimeBox::Show(const kv::Value& value) {

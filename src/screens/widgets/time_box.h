@@ -32,6 +32,8 @@ class TimeBox : public LineBox {
     void Show(const kv::Value& value) override;
     void Read() override;
     void Leave() override { Check(); }
+    bool SelectsOnEntry() const override { return true; }
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     void Display();
@@ -39,6 +41,7 @@ class TimeBox : public LineBox {
     std::optional<Date> time_;
     std::optional<Date> kept_;  // what a faulty entry leaves in force
     bool military_ = false;
+    bool typing_ = false;  ///< what is shown is an entry that has not taken its form yet
 };
 
 /// Reads an entry of a time box: "9" is nine o'clock, "930" half past, with a trailing a, p, am or pm.
