@@ -303,12 +303,15 @@ void WriteStamps(const Session& session, Recordset& row) {
 }
 
 void StampClientRow(Session& session, ClientForm& form) {
-    const std::string notes = form.Controls().Stored("TXTbox");
     form.EditRow();
+    const ScreenControls controls = form.Controls();
     Recordset& row = form.List();
-    CheckStamps(form.LoadedNotes(), row.Text("Comments"));
     WriteStamps(session, row);
-    row.Set("Comments", notes);
+    // Notes that nobody has touched here are the row's own, whatever came to them meanwhile.
+    if (NotesDiffer(controls)) {
+        CheckStamps(form.LoadedNotes(), row.Text("Comments"));
+        row.Set("Comments", controls.Stored("TXTbox"));
+    }
     form.UpdateRow();
 }
 

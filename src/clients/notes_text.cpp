@@ -1,5 +1,7 @@
 #include "clients/notes_text.h"
 
+#include <algorithm>
+
 #include "base/format.h"
 #include "datastore/engine_error.h"
 
@@ -55,6 +57,47 @@ rtf::RichText::Characters StampOf(const rtf::RichText::Characters& notes, Date n
     }
     stamp.push_back({U'\n', {}});
     return stamp;
+}
+
+std::string MergeNotes(std::string_view old, std::string_view mine, std::string_view theirs) {
+    using Characters = rtf::RichText::Characters;
+    const Characters before = rtf::RichText(old).Shown();
+    const Characters after = rtf::RichText(mine).Shown();
+    rtf::RichText merged(theirs);
+    const Characters there = merged.Shown();
+    const auto [beforeAt, afterAt] = std::mismatch(before.begin(), before.end(), after.begin(), after.end());
+    const auto same = beforeAt - before.begin();
+    const auto most = std::min(before.end() - beforeAt, after.end() - afterAt);
+    const auto tail =
+        std::mismatch(before.rbegin(), before.rbegin() + most, after.rbegin()).first - before.rbegin();
+    const auto removed = static_cast<std::ptrdiff_t>(before.size()) - same - tail;
+    const Characters added(afterAt, after.end() - tail);
+
+    const bool samePlace = static_cast<std::ptrdiff_t>(there.size()) >= same + removed &&
+                           std::equal(before.begin(), before.begin() + same + removed, there.begin());
+    if (samePlace) {
+        Characters now(there.begin(), there.begin() + same);
+        now.insert(now.end(), added.begin(), added.end());
+        now.insert(now.end(), there.begin() + same + removed, there.end());
+        if (merged.Update(now)) {
+            return merged.Source();
+        }
+    }
+    Characters line = added;
+    if (!line.empty() && !there.empty() && there.back().code != U'\n') {
+        line.insert(line.begin(), {U'\n', {}, {}});
+    }
+    merged.Append(line);
+    return merged.Source();
+}
+
+bool KeepsStamps(std::string_view loaded, std::string_view stored) {
+    const std::vector<std::string> before = rtf::RichText(loaded).ProtectedTexts();
+    auto expected = before.begin();
+    for (const std::string& stamp : rtf::RichText(stored).ProtectedTexts()) {
+        expected += expected != before.end() && *expected == stamp ? 1 : 0;
+    }
+    return expected == before.end();
 }
 
 void CheckStamps(std::string_view loaded, std::string_view stored) {

@@ -256,12 +256,6 @@ void frmClient::ConnectControls() {
     connect(General->CMDicd9, &QToolButton::clicked, this, [this] { Handle([this] { DiagnosesKey(); }); });
     Directions->Client = [this] { return ClientForPrint(); };
     Notes->Print = [this] { Handle([this] { PrintNotes(); }); };
-    // As for a bound box, the first change takes the row's lock.
-    connect(Notes->TXTbox, &NotesBox::notesChanged, this, [this] {
-        if (DbClient.HasRow()) {
-            Handle([this] { DbClient.BeginEdit(); });
-        }
-    });
     Referral->ListGroup = [this] { return ListPane->Limits().group; };
     connect(&DbClient, &BoundSource::repositioned, this, &frmClient::ShowRow);
     connect(&DbClient, &BoundSource::rowFollowed, this,
@@ -309,6 +303,7 @@ void frmClient::Handle(const Step& step) {
 }
 
 bool frmClient::MustStay() {
+    FollowNotes();
     if (activeScreen_ != nullptr && !activeScreen_->MayLeave()) {
         return true;
     }

@@ -2,6 +2,7 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "clients/client_form.h"
@@ -142,7 +143,10 @@ class frmClient : public QMainWindow, public ClientForm {
     void ShowRow();
     /// Another seat had changed the client since they were shown.
     void ShowFollowed(const std::vector<std::string>& fields);
-    void SetNotes(const std::string& comments);
+    /// Another seat has changed the notes since they were shown: what was typed here is put into theirs.
+    void FollowNotes();
+    /// The row's notes, against which those in the box are compared.
+    void KeepNotes(const std::string& comments);
     void SetButtons(const ClientView& view, bool hasClient);
     void ShowStatusBar(const StatusBarTexts& texts);
     void ShowSections(const ClientSections& sections);
@@ -176,6 +180,7 @@ class frmClient : public QMainWindow, public ClientForm {
     /// compared.
     std::string loadedNotes_;
     std::string notesReference_;
+    std::optional<std::string> followedNotes_;  ///< another seat's, which FollowNotes has not looked at yet
     bool settingText_ = false;
     bool up_ = false;
     bool ended_ = false;

@@ -37,6 +37,10 @@ FRMnotes::FRMnotes(Session& session, QWidget* parent)
     connect(Toolbar4, &ToolBar::keyPressed, this, [this](const QString& key) { keys_.at(key)(); });
 }
 
+std::vector<ClientPart::Tie> FRMnotes::Ties() const {
+    return {{TXTbox, "Comments"}};
+}
+
 void FRMnotes::FullKey() {
     FRMfullscr screen(session_, TXTbox->Source(), this);
     if (screen.exec() == QDialog::Accepted) {

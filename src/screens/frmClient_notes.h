@@ -17,6 +17,7 @@ class FRMnotes : public ClientPart {
     Q_OBJECT
   public:
     FRMnotes(Session& session, QWidget* parent);
+    std::vector<Tie> Ties() const override;
 
     ToolBar* Toolbar4 = nullptr;
     NotesBox* TXTbox = nullptr;

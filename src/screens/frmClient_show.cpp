@@ -3,7 +3,9 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QStackedWidget>
+#include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "clients/change_history.h"
 #include "clients/client_list.h"
@@ -52,7 +54,6 @@ ScreenControls frmClient::Controls() const {
         controls.Add(DescribeControl(*control));
     }
     controls.Add(NotesControl("TXTedit", NotesText(notesReference_), notesReference_));
-    controls.Add(NotesControl("TXTbox", Notes->TXTbox->PlainText(), Notes->TXTbox->Source()));
     return controls;
 }
 
@@ -199,12 +200,16 @@ void frmClient::ShowSections(const ClientSections& sections) {
 
 void frmClient::ShowRow() {
     Header->ShowName(RequiredInfo->TxtLastname->Text(), RequiredInfo->TxtFirstnam->Text());
-    // The notes come with the row and not later: those of one client must never be saved into another.
-    SetNotes(DbClient.HasRow() ? List().Text("Comments") : std::string());
+    KeepNotes(DbClient.HasRow() ? List().Text("Comments") : std::string());
 }
 
 void frmClient::ShowFollowed(const std::vector<std::string>& fields) {
     TellFollowed(this, DbClient, fields, ToQt(List().Text("User_Id")));
+    if (std::find(fields.begin(), fields.end(), "Comments") != fields.end()) {
+        // The key that took the row is still on its way into the notes.
+        followedNotes_ = List().Text("Comments");
+        QMetaObject::invokeMethod(this, &frmClient::FollowNotes, Qt::QueuedConnection);
+    }
     Header->ShowName(RequiredInfo->TxtLastname->Text(), RequiredInfo->TxtFirstnam->Text());
     const ClientView view = DescribeClient(session_, List(), rights_);
     ShowStatusBar(view.statusBar);
@@ -212,10 +217,26 @@ void frmClient::ShowFollowed(const std::vector<std::string>& fields) {
     Header->TXTStatus->SetValue(Value(view.statusWord));
 }
 
-void frmClient::SetNotes(const std::string& comments) {
+void frmClient::FollowNotes() {
+    if (!followedNotes_) {
+        return;
+    }
+    const std::string theirs = *std::exchange(followedNotes_, std::nullopt);
+    if (Notes->TXTbox->IsDataChanged()) {
+        // Other seats only add stamps: where one was edited or removed, something outside has been at the
+        // notes, and the save of what was typed here is refused.
+        if (!KeepsStamps(loadedNotes_, theirs)) {
+            return;
+        }
+        Notes->TXTbox->EnterNotes(MergeNotes(loadedNotes_, Notes->TXTbox->Source(), theirs));
+    }
+    KeepNotes(theirs);
+}
+
+void frmClient::KeepNotes(const std::string& comments) {
+    followedNotes_.reset();
     loadedNotes_ = comments;
     notesReference_ = comments;
-    Notes->TXTbox->SetNotes(comments);
 }
 
 int frmClient::OpenPart() const {

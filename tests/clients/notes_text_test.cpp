@@ -70,5 +70,34 @@ TEST(NotesText, ReadsOnInDamagedText) {
     EXPECT_EQ(NotesText(deep), "a");
 }
 
+TEST(NotesMerge, WhatBothSeatsWroteStands) {
+    struct Case {
+        const char* old;
+        const char* mine;
+        const char* theirs;
+        const char* merged;
+    };
+    const Case cases[] = {
+        {"", "mine", "theirs", "minetheirs"},
+        {"One.", "One. Mine.", "One. Theirs.", "One. Mine. Theirs."},
+        {"One.", "Zero. One.", "One. Theirs.", "Zero. One. Theirs."},
+        {"One two.", "One.", "One two. Theirs.", "One. Theirs."},  // a removal here
+        {"One two.", "One too.", "All new.", "All new.\r\no"},     // nowhere to put it: at the end
+        {"One two.", "One.", "All new.", "All new."},              // nothing to remove there
+        {"One.", "One.", "Theirs.", "Theirs."},
+        {"One.", "One. Mine.", "One.", "One. Mine."},
+    };
+    for (const Case& each : cases) {
+        EXPECT_EQ(MergeNotes(each.old, each.mine, each.theirs), each.merged)
+            << each.old << " / " << each.mine << " / " << each.theirs;
+    }
+    const std::string stamped = R"({\rtf1 A\protect -S-\protect0 B})";
+    const std::string more = R"({\rtf1 A\protect -S-\protect0 B\protect -T-\protect0 })";
+    EXPECT_TRUE(KeepsStamps(stamped, more));
+    EXPECT_FALSE(KeepsStamps(more, stamped));
+    EXPECT_FALSE(KeepsStamps(stamped, "A-S-B"));
+    EXPECT_EQ(NotesText(MergeNotes(stamped, R"({\rtf1 A\protect -S-\protect0 Bye})", more)), "A-S-Bye-T-");
+}
+
 }  // namespace
 }  // namespace kv

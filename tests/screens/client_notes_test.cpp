@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTextCursor>
 #include <QUrl>
 #include <fstream>
 #include <stdexcept>
@@ -129,6 +130,100 @@ TEST_F(NotesAndWays, AStampThatWasRemovedOutsideStopsTheSave) {
     EXPECT_EQ(Stored(), "rewritten elsewhere");
     EXPECT_EQ(Box().toPlainText(), QStringLiteral("rewritten elsewhere"));
     EXPECT_FALSE(Box().toPlainText().contains(QString::fromLatin1(kStamp)));
+}
+
+TEST_F(NotesAndWays, SelectingCuttingAndPastingKeepWhatIsBoldAndColoured) {
+    const std::string notes =
+        R"({\rtf1\ansi{\fonttbl{\f0 Arial;}{\f1 Times;}}{\colortbl;\red255\green0\blue0;}\f0\fs20 )"
+        R"(One \b bold\b0  and {\f1\cf1 red} end.\par \protect -- stamp --\protect0\par })";
+    OpenNotes(notes);
+    const auto select = [this](const char* text) {
+        const QTextCursor found = Box().document()->find(QString::fromLatin1(text));
+        ASSERT_FALSE(found.isNull()) << text;
+        Box().setTextCursor(found);
+    };
+    select("bold and red end.");
+    QTextCursor intoStamp = Box().textCursor();
+    intoStamp.setPosition(4);
+    intoStamp.setPosition(Box().toPlainText().indexOf(QStringLiteral("stamp")) + 3, QTextCursor::KeepAnchor);
+    Box().setTextCursor(intoStamp);
+    EXPECT_TRUE(Box().textCursor().hasSelection()) << "a selection that ends in a stamp stays one";
+    EXPECT_EQ(Box().Source(), notes) << "looking at it changes nothing";
+    EXPECT_FALSE(screen_->DbClient.IsEditing());
+
+    select("red");
+    Box().cut();
+    Box().moveCursor(QTextCursor::Start);
+    Box().paste();
+    EXPECT_EQ(Box().PlainText(), "redOne bold and  end.\n-- stamp --\n");
+    Box().paste();
+    const rtf::RichText::Characters shown = rtf::RichText(Box().Source()).Shown();
+    EXPECT_EQ(shown[0].looks.colour, 1);
+    EXPECT_EQ(shown[0].looks.font, 1);
+    EXPECT_EQ(shown[7].code, U'n');
+    EXPECT_EQ(shown[7].looks.font, 0) << "what stands behind it keeps its own";
+    for (int undone = 0; undone < 3; ++undone) {
+        Box().undo();
+    }
+    EXPECT_EQ(Box().PlainText(), "One bold and red end.\n-- stamp --\n");
+
+    select("stamp --");
+    Box().copy();
+    PutCursorBefore("One");
+    Box().paste();
+    QTest::keyClicks(&Box(), QStringLiteral("x"));
+    EXPECT_EQ(rtf::RichText(Box().Source()).ProtectedTexts(), Lines{"-- stamp --"}) << "a copy is plain text";
+    QGuiApplication::clipboard()->setText(QStringLiteral("plain"));
+    Box().moveCursor(QTextCursor::Start);
+    Box().paste();
+    EXPECT_TRUE(Box().PlainText().starts_with("plainstamp --x"));
+}
+
+TEST_F(NotesAndWays, UndoBringsBackWhatItTook) {
+    OpenNotes(kForeign);
+    const QString before = Box().toPlainText();
+    Box().moveCursor(QTextCursor::End);
+    QTest::keyClicks(&Box(), QStringLiteral("Later."));
+    PutCursorBefore("Jan/05");
+    QTest::keyClick(&Box(), Qt::Key_Backspace);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Box().toPlainText(), before + QStringLiteral("Later.")) << "a stamp can't be edited";
+    Box().undo();
+    EXPECT_EQ(Box().toPlainText(), before) << "what was typed before the refused key is still to be undone";
+    NotesKey("stamp");
+    EXPECT_EQ(rtf::RichText(Box().Source()).ProtectedTexts().size(), 2U);
+    Box().undo();
+    EXPECT_EQ(Box().toPlainText(), before) << "a stamp that was just set can be taken back";
+    Box().redo();
+    EXPECT_EQ(rtf::RichText(Box().Source()).ProtectedTexts().size(), 2U);
+}
+
+TEST_F(NotesAndWays, BothSeatsNotesStand) {
+    OpenNotes("First call.");
+    const auto theyWrite = [this](const char* notes) {
+        agency.Work().Execute(Sql("update clientpr set comments = {} where client = '00001'", notes));
+    };
+    theyWrite("First call. Son phoned.");
+    Type("TXTcity", "Rome");
+    Press("save");
+    EXPECT_EQ(Stored(), "First call. Son phoned.") << "untouched here";
+    EXPECT_EQ(agency.Rows("select reason from changes"), Lines{"City: Troy to Rome\r\n"});
+
+    theyWrite("First call. Son phoned. Doctor came.");
+    Box().moveCursor(QTextCursor::Start);
+    QTest::keyClicks(&Box(), QStringLiteral("Urgent: "));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Box().toPlainText(), QStringLiteral("Urgent: First call. Son phoned. Doctor came."));
+    Press("save");
+    EXPECT_EQ(Stored(), "Urgent: First call. Son phoned. Doctor came.");
+    EXPECT_EQ(agency.Said(), Lines());
+
+    Box().moveCursor(QTextCursor::End);
+    QTest::keyClicks(&Box(), QStringLiteral(" Lost?"));
+    Press("discard");
+    EXPECT_EQ(Box().toPlainText(), QStringLiteral("Urgent: First call. Son phoned. Doctor came."));
+    screen_->DbClient.BringBack();
+    EXPECT_TRUE(Box().toPlainText().endsWith(QStringLiteral(" Lost?")));
 }
 
 TEST_F(NotesAndWays, TheFullScreenGivesTheNotesBack) {

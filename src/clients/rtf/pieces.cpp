@@ -47,6 +47,7 @@ bool IsDigit(char c) {
 /// What a group inherits and what ends with it.
 struct GroupState {
     Marks marks;
+    Looks looks;
     bool passedOver = false;
     bool fontTable = false;
     int standIns = 1;  ///< \uc
@@ -71,7 +72,7 @@ class Reader {
         Settle();
         const std::size_t end = ended_ ? at_ - 1 : at_;
         Keep(end);
-        pieces_.atFirst = Looks(ended_ ? last_ : Group());
+        pieces_.atFirst = PieceOf(ended_ ? last_ : Group());
         const std::size_t before = pieces_.all.size();
         Keep(text_.size());
         pieces_.behindFirst = pieces_.all.size() - before;
@@ -81,9 +82,10 @@ class Reader {
   private:
     GroupState& Group() { return groups_.back(); }
 
-    static Piece Looks(const GroupState& group) {
+    static Piece PieceOf(const GroupState& group) {
         Piece piece;
         piece.marks = group.marks;
+        piece.looks = group.looks;
         piece.standIns = group.standIns;
         return piece;
     }
@@ -91,7 +93,7 @@ class Reader {
     /// Keeps the source up to there as it is.
     void Keep(std::size_t end) {
         if (end > kept_) {
-            pieces_.all.push_back({std::string(text_.substr(kept_, end - kept_)), 0, {}, 1});
+            pieces_.all.push_back({std::string(text_.substr(kept_, end - kept_)), 0, {}, {}, 1});
             kept_ = end;
         }
     }
@@ -102,7 +104,7 @@ class Reader {
         }
         Keep(begin);
         for (const char32_t code : codes) {
-            Piece piece = Looks(Group());
+            Piece piece = PieceOf(Group());
             piece.code = code == 0 ? kReplacement : code;
             piece.source = std::string(text_.substr(kept_, end - kept_));
             kept_ = end;
@@ -332,8 +334,16 @@ class Reader {
         } else if (name == "plain") {
             Group().font = defaultFont_;
             Group().marks = {};
+            Group().looks = {};
         } else if (name == "f") {
             Group().font = number;
+            Group().looks.font = number;
+        } else if (name == "fs") {
+            Group().looks.size = number;
+        } else if (name == "cf") {
+            Group().looks.colour = number;
+        } else if (name == "highlight") {
+            Group().looks.highlight = number;
         } else if (name == "fcharset" && Group().fontTable) {
             if (const int page = CodePageOfCharset(number); page != 0) {
                 fontCodePages_[Group().font] = page;

@@ -14,12 +14,23 @@ struct Marks {
     friend bool operator==(const Marks&, const Marks&) = default;
 };
 
+/// Looks that the program keeps without showing them, by the numbers that they have in their own notes; -1
+/// where the notes do not say.
+struct Looks {
+    int font = -1;
+    int size = -1;
+    int colour = -1;
+    int highlight = -1;
+    friend bool operator==(const Looks&, const Looks&) = default;
+};
+
 /// A stretch of the source: one shown character, or what lies between two of them and is kept as it is
 /// (fonts, colours, tables, pictures, all that this program does not know).
 struct Piece {
     std::string source;
     char32_t code = 0;  ///< 0 for what is not shown
     Marks marks;
+    Looks looks;
     int standIns = 1;  ///< how many characters stand in for a Unicode escape here
     bool IsShown() const { return code != 0; }
 };

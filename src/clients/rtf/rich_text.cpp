@@ -62,6 +62,21 @@ std::string Turn(const Marks& from, const Marks& to) {
     return words.empty() ? words : words + " ";
 }
 
+/// The words that give a stretch looks of its own within a group.
+std::string WordsOf(const Looks& looks) {
+    std::string words;
+    const auto add = [&words](const char* word, int number, int whereUnset) {
+        if (const int value = number < 0 ? whereUnset : number; value >= 0) {
+            words += word + std::to_string(value);
+        }
+    };
+    add("\\f", looks.font, -1);
+    add("\\fs", looks.size, -1);
+    add("\\cf", looks.colour, 0);
+    add("\\highlight", looks.highlight, 0);
+    return words + " ";
+}
+
 bool IsWordCharacter(char c) {
     return std::isalnum(static_cast<unsigned char>(c)) != 0;
 }
@@ -107,7 +122,7 @@ RichText::Characters RichText::Shown() const {
     Characters shown;
     for (const Piece& piece : pieces_.all) {
         if (piece.IsShown()) {
-            shown.push_back({piece.code, piece.marks});
+            shown.push_back({piece.code, piece.marks, piece.looks});
         }
     }
     return shown;
@@ -170,7 +185,7 @@ RichText::Place RichText::PlaceOf(const std::vector<std::size_t>& shown, std::si
     return {pieces_.all.size() - pieces_.behindFirst, pieces_.atFirst};
 }
 
-bool RichText::Update(const Characters& now) {
+bool RichText::Update(const Characters& now, bool evenProtected) {
     const Characters before = Shown();
     std::size_t same = 0;
     while (same < before.size() && same < now.size() && IsSame(before[same], now[same])) {
@@ -188,7 +203,8 @@ bool RichText::Update(const Characters& now) {
     const auto first = before.begin() + static_cast<std::ptrdiff_t>(same);
     const bool parts = !added.empty() && same > 0 && tail > 0 && isProtected(before[same - 1]) &&
                        isProtected(before[before.size() - tail]);
-    if (std::any_of(first, first + static_cast<std::ptrdiff_t>(removed), isProtected) || parts) {
+    if (!evenProtected &&
+        (std::any_of(first, first + static_cast<std::ptrdiff_t>(removed), isProtected) || parts)) {
         return false;
     }
     if (removed > 0 || !added.empty()) {
@@ -254,10 +270,31 @@ void RichText::WriteAnew() {
     }
 }
 
-std::vector<Piece> RichText::Encode(const Piece& looks, const Characters& added) const {
+std::vector<Piece> RichText::Encode(const Piece& place, const Characters& added) const {
     std::vector<Piece> pieces;
-    Marks marks = looks.marks;
+    Marks marks = place.marks;
+    Looks looks = place.looks;
+    Marks outside;  // of the group that gives a stretch looks of its own
+    const auto wear = [&](const Looks& wanted) {
+        if (looks == wanted) {
+            return;
+        }
+        if (looks != place.looks) {
+            pieces.push_back(Kept("}"));
+            marks = outside;
+        }
+        if (wanted != place.looks) {
+            pieces.push_back(Kept("{" + WordsOf(wanted)));
+            outside = marks;
+        }
+        looks = wanted;
+    };
     for (const Character& character : added) {
+        // A line end has no looks that anybody sees, and what says nothing of its own takes those of its
+        // place.
+        if (rich_ && character.code != U'\n') {
+            wear(character.looks == Looks() ? place.looks : character.looks);
+        }
         Marks wanted = character.marks;
         if (character.code == U'\n') {
             wanted = marks;
@@ -270,7 +307,8 @@ std::vector<Piece> RichText::Encode(const Piece& looks, const Characters& added)
         Piece piece;
         piece.code = character.code;
         piece.marks = marks;
-        piece.standIns = looks.standIns;
+        piece.looks = looks;
+        piece.standIns = place.standIns;
         if (rich_) {
             piece.source = Encoded(character.code, piece.standIns);
         } else {
@@ -278,8 +316,11 @@ std::vector<Piece> RichText::Encode(const Piece& looks, const Characters& added)
         }
         pieces.push_back(std::move(piece));
     }
-    if (rich_ && marks != looks.marks) {
-        pieces.push_back(Kept(Turn(marks, looks.marks)));
+    if (rich_) {
+        wear(place.looks);
+        if (marks != place.marks) {
+            pieces.push_back(Kept(Turn(marks, place.marks)));
+        }
     }
     return pieces;
 }

@@ -18,7 +18,11 @@ class RichText {
     struct Character {
         char32_t code = 0;
         Marks marks;
-        friend bool operator==(const Character&, const Character&) = default;
+        /// Kept where the character is put elsewhere in the same notes. Alone they are no change.
+        Looks looks;
+        friend bool operator==(const Character& a, const Character& b) {
+            return a.code == b.code && a.marks == b.marks;
+        }
     };
     using Characters = std::vector<Character>;
 
@@ -29,8 +33,8 @@ class RichText {
 
     /// Takes the characters over as they are now, in as few changes of the source as one edit needs. A plain
     /// text becomes rich where marks make it. False, and nothing is changed, where the edit would alter or
-    /// part protected characters.
-    bool Update(const Characters& now);
+    /// part protected characters, unless `evenProtected`.
+    bool Update(const Characters& now, bool evenProtected = false);
     /// Adds characters at the end; protected ones may be among them.
     void Append(const Characters& added);
     /// The texts of the protected stretches, in their order.
@@ -45,7 +49,7 @@ class RichText {
     std::vector<std::size_t> ShownPieces() const;
     void Replace(std::size_t position, std::size_t removed, const Characters& added);
     void Enrich();
-    std::vector<Piece> Encode(const Piece& looks, const Characters& added) const;
+    std::vector<Piece> Encode(const Piece& place, const Characters& added) const;
     void Separate(std::size_t first, std::size_t last);
     void Secure();
     void WriteAnew();
