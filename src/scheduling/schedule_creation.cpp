@@ -295,12 +295,7 @@ class ScheduleCreation::Run {
     Date visitDay_;
 };
 
-ScheduleCreation::ScheduleCreation(Session& session)
-    : session_(session), endDay_(WeekdayNumber(session.WKENDING)) {
-    constexpr int kSaturday = 7;
-    if (endDay_ == 0) {
-        endDay_ = kSaturday;
-    }
+ScheduleCreation::ScheduleCreation(Session& session) : session_(session), endDay_(EndOfWeek(session)) {
     Recordset agency = session.dbMainCode->OpenRecordset("agency", RecordsetType::Snapshot);
     if (!agency.Eof()) {
         paperwork_ = agency.Text("NotUsed1") == "Y";

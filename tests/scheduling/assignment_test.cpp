@@ -401,6 +401,29 @@ TEST_F(Assignments, ChangesAreCarriedToTheVisitsThatMayChange) {
     EXPECT_EQ(agency.Rows(Sql("select st_date, emp_id, emp_name from sch_day where sequence = {}", blocked)),
               Lines{"2026-04-01 00:00:00||"});
 
+    // Weeks end on Saturday: a visit that leaves its week carries the new one's end, others keep theirs.
+    struct Moved {
+        Date from;
+        int days;
+        const char* day;
+        const char* weekEnd;
+    };
+    for (const Moved& each : {Moved{Day(5, 4), 2, "WED", "2026-05-01 00:00:00"},
+                              Moved{Day(5, 4), -2, "SAT", "2026-05-02 00:00:00"},
+                              Moved{Day(5, 4), -1, "SUN", "2026-05-01 00:00:00"},
+                              Moved{Day(5, 8), 1, "SAT", "2026-05-01 00:00:00"},
+                              Moved{Day(5, 8), 2, "SUN", "2026-05-16 00:00:00"},
+                              Moved{Day(12, 31), 6, "WED", "2027-01-09 00:00:00"}}) {
+        const long moved = visit(each.from, {{"WEEKEND", Day(5, 1)}});
+        update = {1, each.day, each.days, "E1", At(10), At(12), 2};
+        lines = LoadScheduleLines(session, update, each.from, results);
+        ProcessScheduleLines(session, update, {lines.front()}, each.from, results);
+        EXPECT_EQ(agency.Rows(Sql("select WEEKEND from sch_day where sequence = {}", moved)),
+                  Lines{each.weekEnd})
+            << each.day;
+        agency.Work().Execute(Sql("delete * from sch_day where sequence = {}", moved));
+    }
+
     // Without a caregiver the visits lose theirs; one who is in no list leaves them.
     for (const auto& [id, left] : {std::pair("E9", "E1"), std::pair("", "")}) {
         update = {1, "WED", 0, id, At(10), At(12), 2};
