@@ -313,16 +313,16 @@ Date ScheduleCreation::Horizon() const {
 }
 
 void ScheduleCreation::RunFor(long assignment) {
-    RunStroke({assignment});
+    RunBatch({assignment});
 }
 
 bool ScheduleCreation::RunAll(const std::vector<long>& assignments) {
     // So many that writing them through to the disk costs little, and no other seat waits long.
-    constexpr std::size_t kInOneStroke = 50;
+    constexpr std::size_t kInOneBatch = 50;
     ProgressBar bar(session_.progress, "Creating schedules", static_cast<long>(assignments.size()));
     for (std::size_t at = 0; at < assignments.size();) {
-        const std::size_t end = std::min(at + kInOneStroke, assignments.size());
-        RunStroke({assignments.begin() + at, assignments.begin() + end});
+        const std::size_t end = std::min(at + kInOneBatch, assignments.size());
+        RunBatch({assignments.begin() + at, assignments.begin() + end});
         bar.Advance(static_cast<long>(end - at));
         at = end;
         if (!session_.progress.Yield()) {
@@ -332,9 +332,23 @@ bool ScheduleCreation::RunAll(const std::vector<long>& assignments) {
     return true;
 }
 
+/// What of it could not be stored is told to nobody as done.
+void ScheduleCreation::RunBatch(const std::vector<long>& assignments) {
+    const long created = created_;
+    const auto removed = static_cast<std::ptrdiff_t>(removed_.size());
+    try {
+        WriteBatch(assignments);
+        finished_ += static_cast<long>(assignments.size());
+    } catch (...) {
+        created_ = created;
+        removed_.erase(removed_.begin() + removed, removed_.end());
+        throw;
+    }
+}
+
 /// As one transaction. A seat that makes visits for some of them just now is waited for, so that its visits
 /// are seen; an assignment that somebody has on the screen to change is not.
-void ScheduleCreation::RunStroke(const std::vector<long>& assignments) {
+void ScheduleCreation::WriteBatch(const std::vector<long>& assignments) {
     Database& work = *session_.dbMainWork;
     Transaction stroke = work.BeginTransaction();
     work.ReserveRows("assign", assignments);
