@@ -18,8 +18,6 @@ namespace {
 constexpr int kDaysInAWeek = 7;
 /// An assignment that lies no further behind runs over the horizon's weeks alone.
 constexpr long kWeeksNeglected = 2;
-/// How far a schedule typed in by hand may begin from the assignment's time and still be its visit.
-constexpr long kSameVisitMinutes = 15;
 
 /// Her status is active, or she left on the day or later.
 bool WorksOn(const FactRow& caregiver, Date day) {
@@ -178,10 +176,7 @@ class ScheduleCreation::Run {
         return std::any_of(first, last, [&](const auto& entry) {
             const ExistingVisit& visit = entry.second;
             return visit.assignment == sequence ||
-                   (visit.assignment == 0 && visit.start &&
-                    std::labs(MinutesBetween(visit.start->TimeOnly(), start.TimeOnly())) <=
-                        kSameVisitMinutes &&
-                    EqualsNoCase(visit.type, assign_.Text("visit_type")));
+                   (visit.assignment == 0 && IsSameVisit(visit, start, assign_.Text("visit_type")));
         });
     }
 

@@ -16,6 +16,7 @@
 #include "clients/pick_query.h"
 #include "clients/record_history.h"
 #include "clients/record_keys.h"
+#include "scheduling/pattern_gap.h"
 #include "screens/FRMcopyAssign.h"
 #include "screens/FRMedit.h"
 #include "screens/FRMfindOpenEmployee.h"
@@ -708,17 +709,20 @@ void FRmassign::CopyKey() {
         return;
     }
     std::vector<RemovedVisit> removed;
+    const auto show = [&] {
+        Load(0);
+        if (!removed.empty()) {
+            Preview(RemovedVisitsReport(removed, session_.clock.Today()));
+        }
+    };
     try {
         const Hourglass hourglass(session_.progress);
-        CopyAssignments(session_, source, parentRow_, removed);
+        CopyPattern(session_, source, parentRow_, removed);
     } catch (const EngineError&) {
-        Load(0);
+        show();
         throw;
     }
-    Load(0);
-    if (!removed.empty()) {
-        Preview(RemovedVisitsReport(removed, session_.clock.Today()));
-    }
+    show();
 }
 
 void FRmassign::HistoryKey() {
