@@ -113,6 +113,7 @@ FRmassign::FRmassign(Session& session, AssignmentParent parentRow, QWidget* pare
         screen.DTEtime->SetTime(request.time);
         screen.NUMhours->SetNumber(request.hours);
         screen.CMBlivein->SetText(request.liveIn ? QStringLiteral("Y") : QStringLiteral("N"));
+        screen.OpenedFrom = request.openedFrom;
         screen.exec();
         return screen.Chosen;
     };
@@ -748,6 +749,7 @@ void FRmassign::SuggestKey() {
     request.time = entry.start;
     request.hours = entry.hours;
     request.liveIn = parentRow_.liveIn;
+    request.openedFrom = parentRow_.authorization;
     if (const std::string id = Suggest(request); !id.empty()) {
         TakeCaregiver(id);
     }
