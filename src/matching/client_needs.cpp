@@ -107,6 +107,10 @@ class Preparation {
         if (row.Eof()) {
             return;
         }
+        if (request_.hours <= 0) {
+            needs_.billReason += " Without hours nothing is billed.";
+            return;
+        }
         const double bill = Bill(row.Text("visit_type"), static_cast<long>(row.Get("bill_code").NumberOr(0)),
                                  needs_.liveIn || EqualsNoCase(row.Text("Live_in"), "Y"));
         needs_.billReason += bill > 0 ? " The assignment's own would bill " +

@@ -233,6 +233,10 @@ TEST_F(MatchingScreens, AMissingRateIsExplained) {
         QStringLiteral("No authorization stands behind this search. The assignment's own would bill 90.00 "
                        "for this visit."));
     EXPECT_EQ(Names(*search_), QStringLiteral("Bell, Al Ames, Al")) << "it filters nobody";
+    search_->NUMhours->SetNumber(0);
+    search_->Command1->click();
+    EXPECT_EQ(search_->LBLbillreason->text(),
+              QStringLiteral("No authorization stands behind this search. Without hours nothing is billed."));
     search_.reset();
     request_.authorization = author;
     EXPECT_FALSE(OpenSearch().LBLbillreason->isVisible());
