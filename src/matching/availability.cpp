@@ -56,6 +56,7 @@ class DisplayTable {
                 Draw(day, {Occupied::Unavailable, 0, Sequence(row)}, "Unavailable", Minute(row, "St_time"),
                      Minute(row, "END_TIME"));
                 Note(day, "Unavailable", row, false);
+                NoteMorning(day + 1, Minute(row, "St_time"), Minute(row, "END_TIME"));
             }
         }
         for (Recordset row = Open(
@@ -147,6 +148,13 @@ class DisplayTable {
         if (AvailabilityDay* day = DayAt(at); day != nullptr && !why.empty()) {
             day->notes.push_back(std::string(what) + " from " + ClockText(start) + " to " + ClockText(end) +
                                  " " + why + ".");
+        }
+    }
+
+    /// Unavailable time is shown on the day on which it begins alone.
+    void NoteMorning(int at, int start, int end) {
+        if (AvailabilityDay* day = DayAt(at); day != nullptr && start >= end && end != 0) {
+            day->notes.push_back(OvernightWords(start, end) + " is not shown: it runs past midnight.");
         }
     }
 

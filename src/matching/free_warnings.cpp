@@ -73,7 +73,7 @@ class Warnings {
                 continue;
             }
             const bool collides = Overlaps(row.Placed(), window_.span) && !WillingOver(commitments_, window_);
-            Add("Unavailable from " + ClockText(row.start) + " the day before to " + ClockText(row.end) +
+            Add(OvernightWords(row.start, row.end) +
                 (collides ? ", in the time asked for, and shown as free" : " is not shown") +
                 ": it runs past midnight");
         }
@@ -141,6 +141,10 @@ class Warnings {
 
 std::string ClockText(int minute) {
     return FormatDate(Date::FromTime(minute / kMinutesOfHour, minute % kMinutesOfHour), "H:NN AM/PM");
+}
+
+std::string OvernightWords(int start, int end) {
+    return "Unavailable from " + ClockText(start) + " the day before to " + ClockText(end);
 }
 
 std::string WhyNotShown(int start, int end) {

@@ -14,6 +14,9 @@ std::string ClockText(int minute);
 /// end of the day.
 std::string WhyNotShown(int start, int end);
 
+/// "Unavailable from 10:00 PM the day before to 6:00 AM": of a day whose morning it takes.
+std::string OvernightWords(int start, int end);
+
 /// Why a caregiver of a result may be less free than the result shows, a sentence each, in the order of
 /// their time: what the quarters leave out of the day, and what the search does not look at. Empty for most.
 /// Unavailable time is left out where the search ignores it.

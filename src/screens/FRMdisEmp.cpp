@@ -63,7 +63,7 @@ FRMdisEmp::FRMdisEmp(Session& session, const std::string& emp_id, Date from, int
         {QStringLiteral("display"), [this] { RedoDisplay(); }},
         {QStringLiteral("print"), [this] { Preview(AvailabilityReport(shown_, session_.clock.Today())); }},
     };
-    FG2 = new QuarterChart(QStringLiteral("FG2"), {{QStringLiteral("DOW"), 5}, {QStringLiteral("Date"), 12}},
+    FG2 = new QuarterChart(QStringLiteral("FG2"), {{QStringLiteral("DOW"), 8}, {QStringLiteral("Date"), 12}},
                            this);
     FG2->setAccessibleName(tr("The caregiver's days"));
     FG2->SetEmptyText(tr("Choose a caregiver"));

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <set>
 
 #include "base/format.h"
@@ -67,11 +68,15 @@ void ShowWarning(QLabel& label, const std::string& words) {
     label.setVisible(!words.empty());
 }
 
-/// Why a caregiver may be less free than shown, a line each.
-QString ReasonsText(const std::vector<std::string>& reasons) {
+/// Why a caregiver may be less free than shown, a line each; so many of them at most.
+QString ReasonsText(const std::vector<std::string>& reasons,
+                    std::size_t most = std::numeric_limits<std::size_t>::max()) {
     QString text = QObject::tr("May be less free than shown:");
-    for (const std::string& reason : reasons) {
-        text += QLatin1Char('\n') + ToQt(reason);
+    for (std::size_t i = 0; i < std::min(most, reasons.size()); ++i) {
+        text += QLatin1Char('\n') + ToQt(reasons[i]);
+    }
+    if (reasons.size() > most) {
+        text += QLatin1Char('\n') + QObject::tr("and %1 more, see the tip").arg(reasons.size() - most);
     }
     return text;
 }
@@ -619,7 +624,9 @@ void FRMempsug::ShowMargin(const CaregiverPanel& panel) {
 }
 
 void FRMempsug::ShowReasons(const std::vector<std::string>& reasons) {
-    LBLfree->setText(reasons.empty() ? QString() : ReasonsText(reasons));
+    constexpr std::size_t kFitting = 2;
+    LBLfree->setText(reasons.empty() ? QString() : ReasonsText(reasons, kFitting));
+    LBLfree->setToolTip(reasons.empty() ? QString() : ReasonsText(reasons));
     LBLfree->setVisible(!reasons.empty());
 }
 

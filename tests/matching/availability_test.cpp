@@ -122,6 +122,7 @@ TEST_F(Display, WholeDaysAndNightsAreDrawnAsTheSearchCountsThem) {
         const char* what;
         std::function<void()> make;
         const char* days[3];  ///< from Thursday the 5th on
+        std::size_t notes = 0;
     };
     constexpr const char* kFree = "........................";
     const auto willing = [this](int from, int to) {
@@ -161,7 +162,8 @@ TEST_F(Display, WholeDaysAndNightsAreDrawnAsTheSearchCountsThem) {
          {kFree, kFree, kFree}},
         {"unavailable with equal times",
          [&] { Assignment("N", "THU", At(10), At(10)); },
-         {"..........UUUUUUUUUUUUUU", kFree, kFree}},
+         {"..........UUUUUUUUUUUUUU", kFree, kFree},
+         1},
         {"a willingness frees nothing of the night",
          [&] {
              Visit(Day(3, 4), At(22), At(6));
@@ -182,10 +184,12 @@ TEST_F(Display, WholeDaysAndNightsAreDrawnAsTheSearchCountsThem) {
         }
         each.make();
         const Availability shown = LoadAvailability(session, "E1", Day(3, 5), 3);
+        std::size_t notes = 0;
         for (std::size_t day = 0; day < 3; ++day) {
             EXPECT_EQ(Hours(shown.days[day]), each.days[day]) << each.what << ", day " << day;
-            EXPECT_TRUE(shown.days[day].notes.empty()) << each.what;
+            notes += shown.days[day].notes.size();
         }
+        EXPECT_EQ(notes, each.notes) << each.what;
     }
 }
 
@@ -201,7 +205,9 @@ TEST_F(Display, ADayTellsWhatItDoesNotShow) {
                "Unavailable from 10:00 PM to 6:00 AM is not shown: it runs past midnight.",
                "Scheduled from 2:00 PM to 3:10 PM is shown only up to 3:00 PM: it does not end on a "
                "quarter of an hour."}));
-    EXPECT_TRUE(shown.days[1].notes.empty());
+    EXPECT_EQ(
+        shown.days[1].notes,
+        Lines{"Unavailable from 10:00 PM the day before to 6:00 AM is not shown: it runs past midnight."});
 }
 
 TEST_F(Display, TheSheetShowsBothOrEither) {

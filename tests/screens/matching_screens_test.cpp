@@ -201,6 +201,18 @@ TEST_F(MatchingScreens, WhoMayBeLessFreeThanShownBearsAMarkAndTheReason) {
     EXPECT_FALSE(screen.LBLfree->isVisible());
     Press(screen.Toolbar1, "previous");
     EXPECT_TRUE(screen.LBLfree->isVisible());
+    // More than the panel has room for stand in its tip.
+    for (const int hour : {14, 15}) {
+        agency.Insert("assign", {{"emp_id", "000002"},
+                                 {"Type", "N"},
+                                 {"Day", "THU"},
+                                 {"St_time", At(hour, 5)},
+                                 {"END_TIME", At(hour, 30)}});
+    }
+    screen.Command1->click();
+    EXPECT_EQ(screen.LBLfree->text().count(QLatin1Char('\n')), 3);
+    EXPECT_TRUE(screen.LBLfree->text().endsWith(QStringLiteral("and 1 more, see the tip")));
+    EXPECT_EQ(screen.LBLfree->toolTip().count(QStringLiteral("quarter of an hour")), 2);
     // Nobody is left.
     screen.CHKPotential->setChecked(true);
     screen.Command1->click();
