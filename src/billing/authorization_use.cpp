@@ -14,10 +14,22 @@ namespace {
 constexpr int kDaysInAWeek = 7;
 constexpr int kDecimals = 2;
 
-/// The weeks or months that a span of days touches.
+/// The day on which a span's month of that number begins: the day of the month on which the span began, or
+/// the first of the next month where a month lacks it. So a year less a day is twelve months from any day on.
+Date MonthOfSpan(Date from, int months) {
+    const CivilDate first = from.Civil();
+    const Date begins = from.DayOnly().AddMonths(months);
+    return begins.Civil().day < first.day ? begins.AddDays(1) : begins;
+}
+
+/// The weeks or months that a span of days holds, counted from its first day; one that is begun counts.
 double PeriodsOf(const AuthorizationUse& use) {
+    if (use.to < use.from) {
+        return 0;
+    }
     if (use.per == "M") {
-        return static_cast<double>(MonthsBetween(use.from, use.to) + 1);
+        const int begun = static_cast<int>(MonthsBetween(use.from, use.to));
+        return MonthOfSpan(use.from, begun) <= use.to ? begun + 1 : begun;
     }
     const double days = static_cast<double>(DaysBetween(use.from, use.to) + 1);
     return std::ceil(days / kDaysInAWeek);

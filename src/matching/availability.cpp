@@ -1,9 +1,11 @@
 #include "matching/availability.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/format.h"
 #include "base/text.h"
+#include "matching/free_warnings.h"
 #include "scheduling/visit_conflicts.h"
 
 namespace kv {
@@ -18,49 +20,93 @@ class DisplayTable {
     DisplayTable(Session& session, Availability& into) : session_(session), into_(into) {}
 
     void Fill() {
-        for (std::size_t i = 0; i < into_.days.size(); ++i) {
-            const long date = into_.days[i].date.DayNumber();
-            const std::string& day = into_.days[i].day;
-            for (Recordset row =
-                     Open(Sql("select * from assign where emp_id = {} and st_date <= {} and end_date >= {} "
-                              "and day = {} and type = 'A' and author_status = 'A' order by st_time",
-                              into_.emp_id, date, date, day));
-                 !row.Eof(); row.MoveNext()) {
-                Occupy(i, row, {Occupied::Assignment, 0, Sequence(row)}, "Assignment", 0);
-            }
-            for (Recordset row =
-                     Open(Sql("select * from assign where emp_id = {} and day = {} and Type = 'N' order by "
-                              "st_time",
-                              into_.emp_id, day));
-                 !row.Eof(); row.MoveNext()) {
-                if (HasTimes(row)) {
-                    const int end = Minute(row, "END_TIME");
-                    Write(i, {Occupied::Unavailable, 0, Sequence(row)}, "Unavailable", Minute(row, "St_time"),
-                          end == 0 ? kMinutesOfDay : end);
-                }
-            }
-            for (Recordset row = Open(Sql("select * from Emp_willwork where  emp_id = {} and st_date = {}",
-                                          into_.emp_id, date));
-                 !row.Eof(); row.MoveNext()) {
-                if (HasTimes(row)) {
-                    const int end = Minute(row, "END_TIME");
-                    Write(i, {}, "", Minute(row, "St_time"), end == 0 ? kMinutesOfDay : end);
-                }
-            }
-            for (Recordset row =
-                     Open(Sql("select * from sch_day where emp_id = {} and cancelled = 0 and st_date = {} "
-                              "order by st_time",
-                              into_.emp_id, date));
-                 !row.Eof(); row.MoveNext()) {
-                const std::string client = row.Text("cli_name");
-                // A visit to midnight counts as ending a minute before it, and leaves the last quarter free.
-                Occupy(i, row, {Occupied::Visit, 0, Sequence(row)},
-                       client.empty() ? row.Text("visit_desc") : client, kMinutesOfDay - 1);
-            }
+        // What begins on the evening before goes on on the first day.
+        const Date first = into_.days.front().date;
+        for (int day = -1; day < static_cast<int>(into_.days.size()); ++day) {
+            FillDay(day, first.AddDays(day));
         }
     }
 
   private:
+    /// A visit of the day before that goes on up to that minute.
+    struct Continued {
+        AvailabilityQuarter quarter;
+        std::string text;
+        int end;
+    };
+
+    void FillDay(int day, Date date) {
+        const long number = date.DayNumber();
+        const std::string code = WeekdayCode(date);
+        for (Recordset row =
+                 Open(Sql("select * from assign where emp_id = {} and st_date <= {} and end_date >= {} "
+                          "and day = {} and type = 'A' and author_status = 'A' order by st_time",
+                          into_.emp_id, number, number, code));
+             !row.Eof(); row.MoveNext()) {
+            if (HasTimes(row)) {
+                DrawAssignment(day, row);
+            }
+        }
+        for (Recordset row =
+                 Open(Sql("select * from assign where emp_id = {} and day = {} and Type = 'N' order by "
+                          "st_time",
+                          into_.emp_id, code));
+             !row.Eof(); row.MoveNext()) {
+            if (HasTimes(row)) {
+                Draw(day, {Occupied::Unavailable, 0, Sequence(row)}, "Unavailable", Minute(row, "St_time"),
+                     Minute(row, "END_TIME"));
+                Note(day, "Unavailable", row, false);
+                NoteMorning(day + 1, Minute(row, "St_time"), Minute(row, "END_TIME"));
+            }
+        }
+        for (Recordset row = Open(
+                 Sql("select * from Emp_willwork where  emp_id = {} and st_date = {}", into_.emp_id, number));
+             !row.Eof(); row.MoveNext()) {
+            if (HasTimes(row)) {
+                Draw(day, {}, "", Minute(row, "St_time"), Minute(row, "END_TIME"));
+            }
+        }
+        // Willingness frees nothing of a visit, that of the evening before included.
+        for (const Continued& visit : std::exchange(continued_, {})) {
+            Draw(day, visit.quarter, visit.text, 0, visit.end);
+        }
+        for (Recordset row =
+                 Open(Sql("select * from sch_day where emp_id = {} and cancelled = 0 and st_date = {} "
+                          "order by st_time",
+                          into_.emp_id, number));
+             !row.Eof(); row.MoveNext()) {
+            if (HasTimes(row)) {
+                DrawVisit(day, row);
+            }
+        }
+    }
+
+    void DrawAssignment(int day, const Recordset& row) {
+        const AvailabilityQuarter quarter = {Occupied::Assignment, 0, Sequence(row)};
+        const int start = Minute(row, "St_time");
+        const int end = Minute(row, "END_TIME");
+        Draw(day, quarter, "Assignment", start, start >= end ? 0 : end);
+        if (start >= end && end != 0) {
+            Draw(day + 1, quarter, "Assignment", 0, end);
+        }
+        Note(day, "Assigned", row, true);
+    }
+
+    void DrawVisit(int day, const Recordset& row) {
+        // A visit to midnight counts as ending a minute before it, and leaves the last quarter free.
+        constexpr int kLastMinute = kMinutesOfDay - 1;
+        const std::string client = row.Text("cli_name");
+        const std::string text = client.empty() ? row.Text("visit_desc") : client;
+        const AvailabilityQuarter quarter = {Occupied::Visit, 0, Sequence(row)};
+        const int start = Minute(row, "St_time");
+        const int end = Minute(row, "END_TIME");
+        Draw(day, quarter, text, start, end == 0 ? kLastMinute : start >= end ? 0 : end);
+        if (start >= end && end != 0) {
+            continued_.push_back({quarter, text, end});
+        }
+        Note(day, "Scheduled", row, true);
+    }
+
     Recordset Open(const std::string& statement) {
         return session_.dbMainWork->OpenRecordset(statement, RecordsetType::Snapshot);
     }
@@ -72,42 +118,49 @@ class DisplayTable {
         return MinuteOfDay(row.Get(field).ToDate());
     }
 
-    /// `midnight` is the minute that an end of 00:00 stands for; 0 for the end of the day.
-    void Occupy(std::size_t day, const Recordset& row, const AvailabilityQuarter& quarter,
-                const std::string& text, int midnight) {
-        if (!HasTimes(row)) {
-            return;
-        }
-        const int start = Minute(row, "St_time");
-        int end = Minute(row, "END_TIME");
-        if (end == 0) {
-            Write(day, quarter, text, start, midnight == 0 ? kMinutesOfDay : midnight);
-        } else if (start <= end) {
-            Write(day, quarter, text, start, end);
-        } else {
-            Write(day, quarter, text, start, kMinutesOfDay);
-            if (day + 1 < into_.days.size()) {
-                Write(day + 1, quarter, text, 0, end);
-            }
-        }
+    AvailabilityDay* DayAt(int day) {
+        return day >= 0 && day < static_cast<int>(into_.days.size())
+                   ? &into_.days[static_cast<std::size_t>(day)]
+                   : nullptr;
     }
 
     /// As statements on the table's row, one for the texts and one for the numbers of the rows behind them:
     /// from a start between two quarters both fail and change nothing. A text with an apostrophe breaks only
-    /// its own; the number tells what is there all the same.
-    void Write(std::size_t day, AvailabilityQuarter quarter, const std::string& text, int start, int end) {
-        if (start % kMinutesOfQuarter != 0 || start == end) {
+    /// its own; the number tells what is there all the same. A day that is not displayed has no row.
+    void Draw(int at, AvailabilityQuarter quarter, const std::string& text, int start, int end) {
+        AvailabilityDay* day = DayAt(at);
+        const std::optional<QuarterSpan> span = QuartersOf(start, end);
+        if (day == nullptr || !span) {
             return;
         }
-        const std::optional<QuarterSpan> span = QuartersOf(start, end == kMinutesOfDay ? 0 : end);
         quarter.text = into_.texts.Keep(text);
-        for (int at = span->first; at < span->end; ++at) {
-            into_.days[day].quarters[static_cast<std::size_t>(at)] = quarter;
+        for (int place = span->first; place < span->end; ++place) {
+            day->quarters[static_cast<std::size_t>(place)] = quarter;
+        }
+    }
+
+    /// Tells what of a row's time the day's quarters do not show. `goesOn`: past midnight it is shown on the
+    /// next day.
+    void Note(int at, const char* what, const Recordset& row, bool goesOn) {
+        const int start = Minute(row, "St_time");
+        const int end = Minute(row, "END_TIME");
+        const std::string why = WhyNotShown(start, goesOn && start > end ? 0 : end);
+        if (AvailabilityDay* day = DayAt(at); day != nullptr && !why.empty()) {
+            day->notes.push_back(std::string(what) + " from " + ClockText(start) + " to " + ClockText(end) +
+                                 " " + why + ".");
+        }
+    }
+
+    /// Unavailable time is shown on the day on which it begins alone.
+    void NoteMorning(int at, int start, int end) {
+        if (AvailabilityDay* day = DayAt(at); day != nullptr && start >= end && end != 0) {
+            day->notes.push_back(OvernightWords(start, end) + " is not shown: it runs past midnight.");
         }
     }
 
     Session& session_;
     Availability& into_;
+    std::vector<Continued> continued_;
 };
 
 std::string TimeText(const Recordset& row, const char* field) {

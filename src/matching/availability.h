@@ -22,6 +22,7 @@ struct AvailabilityDay {
     Date date;
     std::string day;  ///< "MON"
     std::array<AvailabilityQuarter, kQuarters> quarters{};
+    std::vector<std::string> notes;  ///< what of the day's time is not shown, and why, a sentence each
 };
 
 /// A caregiver's coming days.
@@ -30,8 +31,9 @@ struct Availability {
     std::vector<AvailabilityDay> days;
     QuarterTexts texts;
 };
-/// FillDisplayTable: assignments, declared time and visits of so many days (at least one). A visit past
-/// midnight goes on on the next day, where that is displayed. Throws EngineError, as the others do.
+/// FillDisplayTable: assignments, declared time and visits of so many days (at least one). What runs past
+/// midnight goes on on the next day, where that is displayed, and what began on the evening before on the
+/// first; equal times are a whole day. Throws EngineError, as the others do.
 Availability LoadAvailability(Session& session, const std::string& emp_id, Date from, int days);
 
 /// fgEMP of the display; empty for an id that there is not.

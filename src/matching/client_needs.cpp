@@ -84,12 +84,38 @@ class Preparation {
         }
     }
 
+    double Bill(const std::string& visitType, long billCode, bool liveIn) {
+        return BillAmountForVisit(session_, {needs_.client, visitType, billCode, liveIn, {}},
+                                  request_.day.At(request_.time), request_.hours);
+    }
+
     void Rate() {
-        const RatedVisit visit = {needs_.client, needs_.visitType, needs_.billCode, needs_.liveIn, {}};
-        needs_.bill = BillAmountForVisit(session_, visit, request_.day.At(request_.time), request_.hours);
+        needs_.bill = Bill(needs_.visitType, needs_.billCode, needs_.liveIn);
         if (needs_.bill == 0) {
             needs_.billFault = "Missing a Bill Rate";
+            if (request_.authorization == 0) {
+                ExplainMissingRate();
+            }
         }
+    }
+
+    /// Call type and payer come from an authorization; the search from a screen has none.
+    void ExplainMissingRate() {
+        needs_.billReason = "No authorization stands behind this search.";
+        const Recordset row =
+            Work(Sql("Select * from authorizations where sequence = {}", request_.openedFrom));
+        if (row.Eof()) {
+            return;
+        }
+        if (request_.hours <= 0) {
+            needs_.billReason += " Without hours nothing is billed.";
+            return;
+        }
+        const double bill = Bill(row.Text("visit_type"), static_cast<long>(row.Get("bill_code").NumberOr(0)),
+                                 needs_.liveIn || EqualsNoCase(row.Text("Live_in"), "Y"));
+        needs_.billReason += bill > 0 ? " The assignment's own would bill " +
+                                            FormatNumber(bill, "##,##0.00") + " for this visit."
+                                      : " The assignment's own has no rate for this visit either.";
     }
 
     void FillPanel(const Recordset& client) {

@@ -16,6 +16,9 @@ struct SuggestionRequest {
     double hours = 0;
     long authorization = 0;  ///< 0 for none
     bool liveIn = false;     ///< around the clock
+    /// The authorization of the assignment that the search was opened from, 0 for none. It filters nobody: a
+    /// missing rate is explained with it.
+    long openedFrom = 0;
 };
 
 /// The boxes of FRMempsug.
@@ -61,6 +64,7 @@ struct ClientNeeds {
     std::vector<LabelledText> panel;  ///< FGcli
     double bill = 0;                  ///< of the visit; 0 is told as missing
     std::string billFault;            ///< LBLbillrate
+    std::string billReason;           ///< why it is missing, where that is known
 
     std::vector<std::string> CriticalSkills() const;
 };

@@ -82,7 +82,7 @@ void AllCommitments::Read(Session& session, const SuggestionRequest& request, co
         return work.OpenRecordset(statement, RecordsetType::Snapshot);
     };
 
-    TextList days{{names.on}};
+    TextList days{{names.on, names.before}};
     if (window.spansMidnight) {
         days.texts.push_back(names.behind);
     }
@@ -91,12 +91,15 @@ void AllCommitments::Read(Session& session, const SuggestionRequest& request, co
                                   days, hers));
          !row.Eof(); row.MoveNext()) {
         if (std::optional<TimeRow> time = RowOf(row, names.ShiftOf(row.Text("day")))) {
+            if (time->dayShift == -1 && (!time->RunsPastMidnight() || time->end == 0)) {
+                continue;
+            }
             time->text = "UnAvailable";
-            At(row.Text("emp_id")).unavailable.push_back(std::move(*time));
+            Commitments& theirs = At(row.Text("emp_id"));
+            (time->dayShift == -1 ? theirs.overnight : theirs.unavailable).push_back(std::move(*time));
         }
     }
 
-    days.texts.push_back(names.before);
     // Those that schedule creation has reached are visits already.
     for (Recordset row = open(
              Sql("select emp_id,[day],St_time,END_TIME,cli_name,visit_desc from assign where [day] in ({}) "

@@ -22,6 +22,7 @@ struct TimeRow {
 /// What a caregiver has declared and is booked for around the visit's day, each in the order of its entry.
 struct Commitments {
     std::vector<TimeRow> unavailable;
+    std::vector<TimeRow> overnight;    ///< unavailable since the day before: the rules do not look at it
     std::vector<TimeRow> assignments;  ///< not yet turned into visits
     std::vector<TimeRow> visits;
     std::vector<TimeRow> willing;  ///< by day and start

@@ -6,6 +6,7 @@
 
 #include "base/platform.h"
 #include "base/text.h"
+#include "matching/free_warnings.h"
 #include "scheduling/visit_conflicts.h"
 
 namespace kv {
@@ -216,8 +217,10 @@ Suggestion SearchCaregivers(Session& session, const ClientNeeds& needs, const Su
         suggestion.rows.reserve(candidates.size());
         for (std::size_t i = 0; i < candidates.size() && !suggestion.brokenOff; ++i) {
             const std::string key = Upper(candidates[i].emp_id);
-            Judgement judgement = judge.Judge(candidates[i], commitments.Of(key), *suggestion.texts);
+            const Commitments& theirs = commitments.Of(key);
+            Judgement judgement = judge.Judge(candidates[i], theirs, *suggestion.texts);
             if (judgement.leftOut == LeftOut::No) {
+                judgement.row.warnings = FreeWarnings(theirs, judge.When(), options);
                 judgement.row.banned = banned.count(key) != 0;
                 judgement.row.hasVisited = visited.count(key) != 0;
                 suggestion.rows.push_back(std::move(judgement.row));
@@ -237,6 +240,16 @@ Suggestion SearchCaregivers(Session& session, const ClientNeeds& needs, const Su
     }
     std::stable_sort(suggestion.rows.begin(), suggestion.rows.end(), ComesBefore);
     return suggestion;
+}
+
+std::vector<SuggestionWarning> Suggestion::Warnings() const {
+    std::vector<SuggestionWarning> warnings;
+    for (const SuggestedCaregiver& row : rows) {
+        for (const std::string& reason : row.warnings) {
+            warnings.push_back({row.emp_id, row.emp_name, reason});
+        }
+    }
+    return warnings;
 }
 
 void WriteAssignHead(Database& working, const Suggestion& suggestion, const SuggestionRequest& request) {

@@ -33,6 +33,14 @@ struct SuggestedCaregiver {
     bool hasVisited = false;
     bool selectable = false;  ///< has every critical skill, and is employed
     QuarterLine quarters{};
+    std::vector<std::string> warnings;  ///< why they may be less free than they look, a sentence each
+};
+
+/// Somebody of the result looks free by the rules, and may not be.
+struct SuggestionWarning {
+    std::string emp_id;
+    std::string emp_name;
+    std::string reason;  ///< in plain words
 };
 
 struct Suggestion {
@@ -42,6 +50,8 @@ struct Suggestion {
     std::unordered_map<std::string, LeftOut> leftOut;  ///< by the id in capitals
     bool brokenOff = false;  ///< by the operator; the rows are those looked at so far
 
+    /// Of all rows, in their order.
+    std::vector<SuggestionWarning> Warnings() const;
     bool IsFree(const SuggestedCaregiver& row, int quarter) const {
         return row.quarters[static_cast<std::size_t>(quarter)] == 0;
     }

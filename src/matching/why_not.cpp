@@ -4,6 +4,7 @@
 
 #include "base/format.h"
 #include "base/text.h"
+#include "matching/free_warnings.h"
 #include "matching/suggestion.h"
 
 namespace kv {
@@ -130,10 +131,6 @@ void TellBarriers(const std::vector<Barrier>& barriers, bool helps, WhyNot& answ
         const bool group = boxes.size() == 1 && boxes.front() == "'Care Group'";
         answer.change = group ? "Search in all care groups." : "Search without " + Join(boxes, " and ") + ".";
     }
-}
-
-std::string ClockText(int minute) {
-    return FormatDate(Date::FromTime(minute / kMinutesOfHour, minute % kMinutesOfHour), "H:NN AM/PM");
 }
 
 /// The start nearest to the one asked for, on the same day, at which she is free; nothing where there is

@@ -18,8 +18,6 @@ namespace {
 constexpr int kDaysInAWeek = 7;
 /// An assignment that lies no further behind runs over the horizon's weeks alone.
 constexpr long kWeeksNeglected = 2;
-/// How far a schedule typed in by hand may begin from the assignment's time and still be its visit.
-constexpr long kSameVisitMinutes = 15;
 
 /// Her status is active, or she left on the day or later.
 bool WorksOn(const FactRow& caregiver, Date day) {
@@ -178,10 +176,7 @@ class ScheduleCreation::Run {
         return std::any_of(first, last, [&](const auto& entry) {
             const ExistingVisit& visit = entry.second;
             return visit.assignment == sequence ||
-                   (visit.assignment == 0 && visit.start &&
-                    std::labs(MinutesBetween(visit.start->TimeOnly(), start.TimeOnly())) <=
-                        kSameVisitMinutes &&
-                    EqualsNoCase(visit.type, assign_.Text("visit_type")));
+                   (visit.assignment == 0 && IsSameVisit(visit, start, assign_.Text("visit_type")));
         });
     }
 
@@ -295,12 +290,7 @@ class ScheduleCreation::Run {
     Date visitDay_;
 };
 
-ScheduleCreation::ScheduleCreation(Session& session)
-    : session_(session), endDay_(WeekdayNumber(session.WKENDING)) {
-    constexpr int kSaturday = 7;
-    if (endDay_ == 0) {
-        endDay_ = kSaturday;
-    }
+ScheduleCreation::ScheduleCreation(Session& session) : session_(session), endDay_(EndOfWeek(session)) {
     Recordset agency = session.dbMainCode->OpenRecordset("agency", RecordsetType::Snapshot);
     if (!agency.Eof()) {
         paperwork_ = agency.Text("NotUsed1") == "Y";
@@ -318,16 +308,16 @@ Date ScheduleCreation::Horizon() const {
 }
 
 void ScheduleCreation::RunFor(long assignment) {
-    RunStroke({assignment});
+    RunBatch({assignment});
 }
 
 bool ScheduleCreation::RunAll(const std::vector<long>& assignments) {
     // So many that writing them through to the disk costs little, and no other seat waits long.
-    constexpr std::size_t kInOneStroke = 50;
+    constexpr std::size_t kInOneBatch = 50;
     ProgressBar bar(session_.progress, "Creating schedules", static_cast<long>(assignments.size()));
     for (std::size_t at = 0; at < assignments.size();) {
-        const std::size_t end = std::min(at + kInOneStroke, assignments.size());
-        RunStroke({assignments.begin() + at, assignments.begin() + end});
+        const std::size_t end = std::min(at + kInOneBatch, assignments.size());
+        RunBatch({assignments.begin() + at, assignments.begin() + end});
         bar.Advance(static_cast<long>(end - at));
         at = end;
         if (!session_.progress.Yield()) {
@@ -337,9 +327,23 @@ bool ScheduleCreation::RunAll(const std::vector<long>& assignments) {
     return true;
 }
 
+/// What of it could not be stored is told to nobody as done.
+void ScheduleCreation::RunBatch(const std::vector<long>& assignments) {
+    const long created = created_;
+    const auto removed = static_cast<std::ptrdiff_t>(removed_.size());
+    try {
+        WriteBatch(assignments);
+        finished_ += static_cast<long>(assignments.size());
+    } catch (...) {
+        created_ = created;
+        removed_.erase(removed_.begin() + removed, removed_.end());
+        throw;
+    }
+}
+
 /// As one transaction. A seat that makes visits for some of them just now is waited for, so that its visits
 /// are seen; an assignment that somebody has on the screen to change is not.
-void ScheduleCreation::RunStroke(const std::vector<long>& assignments) {
+void ScheduleCreation::WriteBatch(const std::vector<long>& assignments) {
     Database& work = *session_.dbMainWork;
     Transaction stroke = work.BeginTransaction();
     work.ReserveRows("assign", assignments);

@@ -24,13 +24,16 @@ class ScheduleCreation {
     /// operator breaks off. False then.
     bool RunAll(const std::vector<long>& assignments);
 
-    /// Over all runs.
+    /// Over all runs, those that were cancelled or ended in EngineError included: what is stored, and nothing
+    /// else, so that the operator is told of it however a run ends.
+    long Finished() const { return finished_; }  ///< assignments
     long Created() const { return created_; }
     const std::vector<RemovedVisit>& Removed() const { return removed_; }
 
   private:
     class Run;
-    void RunStroke(const std::vector<long>& assignments);
+    void RunBatch(const std::vector<long>& assignments);
+    void WriteBatch(const std::vector<long>& assignments);
     /// No visit lies behind it.
     Date Horizon() const;
     Session& session_;
@@ -40,6 +43,7 @@ class ScheduleCreation {
     std::set<long> holidays_;
     Recordset visits_;  ///< takes the rows that are added
     std::vector<RemovedVisit> removed_;
+    long finished_ = 0;
     long created_ = 0;
 };
 

@@ -1,7 +1,9 @@
 #include "scheduling/schedule_facts.h"
 
 #include <algorithm>
+#include <cstdlib>
 
+#include "base/text.h"
 #include "datastore/try_step.h"
 
 namespace kv {
@@ -37,6 +39,12 @@ std::vector<std::string> ListOf(const Ids& ids) {
 }
 
 }  // namespace
+
+bool IsSameVisit(const ExistingVisit& visit, Date start, const std::string& type) {
+    constexpr long kMinutes = 15;
+    return visit.start && std::labs(MinutesBetween(visit.start->TimeOnly(), start.TimeOnly())) <= kMinutes &&
+           EqualsNoCase(visit.type, type);
+}
 
 StrokeFacts::StrokeFacts(Session& session, std::vector<long> assignments, Date horizon)
     : session_(session),

@@ -22,6 +22,9 @@ struct ExistingVisit {
     std::optional<Date> start;
     std::string type;
 };
+/// Does it begin within a quarter of an hour of that time, with that call type? To the client it is one and
+/// the same visit then, whoever entered it.
+bool IsSameVisit(const ExistingVisit& visit, Date start, const std::string& type);
 using VisitsByDay = std::multimap<long, ExistingVisit>;
 
 /// What an assignment's visits are made with beside its row. What couldn't be read, or is not there, is

@@ -3,6 +3,7 @@
 #include "base/format.h"
 #include "base/text.h"
 #include "scheduling/visit_conflicts.h"
+#include "scheduling/work_week.h"
 
 namespace kv {
 
@@ -11,7 +12,8 @@ namespace {
 Recordset OpenVisits(Session& session, const ScheduleUpdate& update, Date from) {
     return session.dbMainWork->OpenRecordset(Sql(
         "select emp_name,st_date,st_time,end_time,hrs,visit_desc,day,emp_id,sequence,emp_group,pay_travel,"
-        "pay_errand,pay_expense from sch_day where assign_seq = {} and cancelled = 0 and act_hrs = 0 and "
+        "pay_errand,pay_expense,weekend from sch_day where assign_seq = {} and cancelled = 0 and act_hrs = 0 "
+        "and "
         "st_date >= {} and sch_code = 'S' order by st_date,St_time",
         update.assignment, from.DayNumber()));
 }
@@ -55,6 +57,16 @@ void SetCaregiver(Session& session, Recordset& visit, const ScheduleUpdate& upda
     }
 }
 
+/// A visit that leaves its week is paid and billed with the one that it comes to. One that stays keeps what
+/// it has.
+void SetWeek(const Session& session, Recordset& visit, Date before, Date day) {
+    const int endDay = EndOfWeek(session);
+    const Date week = WeekEndOf(day, endDay);
+    if (week != WeekEndOf(before, endDay)) {
+        visit.Set("WEEKEND", week);
+    }
+}
+
 void ProcessLine(Session& session, Recordset& visits, const ScheduleUpdate& update, const ScheduleLine& line,
                  std::vector<std::string>& results) {
     visits.FindFirst(Sql("sequence={}", line.sequence));
@@ -63,7 +75,8 @@ void ProcessLine(Session& session, Recordset& visits, const ScheduleUpdate& upda
                           " schedule was not found.");
         return;
     }
-    const Date day = visits.Get("st_date").ToDate().DayOnly().AddDays(update.dayDifference);
+    const Date before = visits.Get("st_date").ToDate().DayOnly();
+    const Date day = before.AddDays(update.dayDifference);
     if (!FallsOnDay(day, update, results)) {
         return;
     }
@@ -73,6 +86,7 @@ void ProcessLine(Session& session, Recordset& visits, const ScheduleUpdate& upda
     visits.Set("HRS", update.hours);
     visits.Set("END_TIME", update.end.TimeOnly());
     visits.Set("st_date", day);
+    SetWeek(session, visits, before, day);
     visits.Set("Day", WeekdayCode(day));
     const std::string id = Trim(visits.Text("emp_id"));
     if (!Trim(update.emp_id).empty() && !id.empty() &&

@@ -31,8 +31,8 @@ struct ScheduleLine {
 std::vector<ScheduleLine> LoadScheduleLines(Session& session, const ScheduleUpdate& update, Date from,
                                             std::vector<std::string>& results);
 
-/// CMDprocess: carries the change to the checked lines. Each that can't be is told in `results`, and the rest
-/// goes on. Writes sch_day.
+/// CMDprocess: carries the change to the checked lines. A visit that comes to another week carries that
+/// week's WEEKEND. Each that can't be changed is told in `results`, and the rest goes on. Writes sch_day.
 void ProcessScheduleLines(Session& session, const ScheduleUpdate& update,
                           const std::vector<ScheduleLine>& lines, Date from,
                           std::vector<std::string>& results);

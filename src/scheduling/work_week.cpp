@@ -38,6 +38,11 @@ int WeekdayNumber(std::string_view name) {
     return 0;
 }
 
+int EndOfWeek(const Session& session) {
+    const int day = WeekdayNumber(session.WKENDING);
+    return day == 0 ? kDaysInAWeek : day;
+}
+
 Date WeekEndOf(Date day, int endDay) {
     return day.DayOnly().AddDays((endDay - day.Weekday() + kDaysInAWeek) % kDaysInAWeek);
 }

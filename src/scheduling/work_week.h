@@ -10,6 +10,9 @@ namespace kv {
 /// "SATURDAY"). 0 for any other text.
 int WeekdayNumber(std::string_view name);
 
+/// The weekday on which the agency's week ends (WKENDING), 1 to 7; Saturday where it names none.
+int EndOfWeek(const Session& session);
+
 /// The last day of the week in which a day lies, when weeks end on that weekday.
 Date WeekEndOf(Date day, int endDay);
 

@@ -54,7 +54,7 @@ FRMdisEmp::FRMdisEmp(Session& session, const std::string& emp_id, Date from, int
     Preview = [this](const Document& document) { ShowPreview(session_, document, this); };
     Toolbar1 = new ToolBar(QStringLiteral("Toolbar1"),
                            {StandardKey(QStringLiteral("exit")), ToolSeparator(),
-                            ToolKey{QStringLiteral("display"), tr("Display"), tr("Show the days anew"),
+                            ToolKey{QStringLiteral("display"), tr("Display"), tr("Show the days"),
                                     QStringLiteral("refresh"), QKeySequence(QStringLiteral("F5"))},
                             StandardKey(QStringLiteral("print"), tr("Print these days"))},
                            this);
@@ -63,7 +63,7 @@ FRMdisEmp::FRMdisEmp(Session& session, const std::string& emp_id, Date from, int
         {QStringLiteral("display"), [this] { RedoDisplay(); }},
         {QStringLiteral("print"), [this] { Preview(AvailabilityReport(shown_, session_.clock.Today())); }},
     };
-    FG2 = new QuarterChart(QStringLiteral("FG2"), {{QStringLiteral("DOW"), 5}, {QStringLiteral("Date"), 12}},
+    FG2 = new QuarterChart(QStringLiteral("FG2"), {{QStringLiteral("DOW"), 8}, {QStringLiteral("Date"), 12}},
                            this);
     FG2->setAccessibleName(tr("The caregiver's days"));
     FG2->SetEmptyText(tr("Choose a caregiver"));
@@ -112,7 +112,8 @@ QWidget* FRMdisEmp::MakeCriteria() {
     group->AddField(*TDBNumber1);
     group->AddBehind(new QLabel(tr("days"), group));
     auto* legend = new QLabel(tr("Striped: unavailable.  \"Assignment\": its visit is not made yet.\n"
-                                 "A name: a visit. Click on it for its details."),
+                                 "A name: a visit. Click on it for its details.\n"
+                                 "A question mark: not all of the day is shown; its tip tells what."),
                               group);
     legend->setForegroundRole(QPalette::PlaceholderText);
     group->AddWide(legend);
@@ -146,6 +147,7 @@ QWidget* FRMdisEmp::MakePeople() {
 void FRMdisEmp::Connect() {
     connect(Toolbar1, &ToolBar::keyPressed, this,
             [this](const QString& key) { Reported(session_, keys_.at(key)); });
+    connect(TXTempid, &QLineEdit::textChanged, this, [this] { ClearOthersDays(); });
     connect(TXTempid, &QLineEdit::editingFinished, this,
             [this] { Reported(session_, [this] { ShowCaregiver(); }); });
     connect(Command1, &QToolButton::clicked, this, [this] { Reported(session_, [this] { PickKey(); }); });
@@ -159,11 +161,30 @@ void FRMdisEmp::Connect() {
     });
 }
 
+/// The days of one caregiver never stand beside the id of another.
+void FRMdisEmp::ClearOthersDays() {
+    const std::string id = Trim(FromQt(TXTempid->Text()));
+    if (EqualsNoCase(id, shown_.emp_id)) {
+        return;
+    }
+    shown_ = {};
+    FG2->SetRows({}, {});
+    FG2->SetEmptyText(id.empty() ? tr("Choose a caregiver")
+                                 : tr("Press Display (F5) to show the days of this caregiver"));
+    for (Grid* grid : {fgEMP, FGsch, FGcli}) {
+        grid->Clear();
+    }
+    Toolbar1->EnableKey(QStringLiteral("print"), false);
+}
+
 void FRMdisEmp::ShowCaregiver() {
     const std::string id = Trim(FromQt(TXTempid->Text()));
     const std::vector<LabelledText> rows =
         id.empty() ? std::vector<LabelledText>() : AvailabilityCaregiver(session_, id);
     checkedId_ = rows.empty() ? std::string() : rows.front().second;
+    if (rows.empty() && !id.empty()) {
+        FG2->SetEmptyText(tr("There is no caregiver with this id"));
+    }
     ShowPairs(*fgEMP, rows);
     Toolbar1->EnableKey(QStringLiteral("display"), !rows.empty());
     Toolbar1->EnableKey(QStringLiteral("print"), !rows.empty() && shown_.emp_id == checkedId_);
@@ -186,6 +207,10 @@ void FRMdisEmp::RedoDisplay() {
     for (const AvailabilityDay& day : shown_.days) {
         ChartRow row;
         row.cells = {ToQt(day.day), ToQt(FormatDate(day.date, "MMM/DD/YYYY"))};
+        if (!day.notes.empty()) {
+            row.icon = QStringLiteral("question");
+            row.tip = ToQt(Join(day.notes, "\n"));
+        }
         for (std::size_t at = 0; at < row.quarters.size(); ++at) {
             row.quarters[at] = {KindOf(day.quarters[at].by), day.quarters[at].text};
         }

@@ -45,6 +45,7 @@ class FRMdisEmp : public QDialog {
     QWidget* MakePeople();
     void Connect();
     void ShowCaregiver();
+    void ClearOthersDays();
     void RedoDisplay();
     void ShowQuarter(int row, int quarter);
     void PickKey();

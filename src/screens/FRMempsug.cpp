@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <set>
 
 #include "base/format.h"
@@ -65,6 +66,19 @@ QLabel* MakeWarning(const char* name, QWidget* parent) {
 void ShowWarning(QLabel& label, const std::string& words) {
     label.setText(ToQt(words));
     label.setVisible(!words.empty());
+}
+
+/// Why a caregiver may be less free than shown, a line each; so many of them at most.
+QString ReasonsText(const std::vector<std::string>& reasons,
+                    std::size_t most = std::numeric_limits<std::size_t>::max()) {
+    QString text = QObject::tr("May be less free than shown:");
+    for (std::size_t i = 0; i < std::min(most, reasons.size()); ++i) {
+        text += QLatin1Char('\n') + ToQt(reasons[i]);
+    }
+    if (reasons.size() > most) {
+        text += QLatin1Char('\n') + QObject::tr("and %1 more, see the tip").arg(reasons.size() - most);
+    }
+    return text;
 }
 
 OutlineNode Parent(const char* words) {
@@ -263,11 +277,16 @@ QWidget* FRMempsug::MakeClient() {
     TreeView1 = new OutlineTree(QStringLiteral("TreeView1"), TDBFrame3D5);
     TreeView1->setAccessibleName(tr("What the client needs, and who was there"));
     LBLbillrate = MakeWarning("LBLbillrate", TDBFrame3D5);
+    LBLbillreason = new QLabel(TDBFrame3D5);
+    LBLbillreason->setObjectName(QStringLiteral("LBLbillreason"));
+    LBLbillreason->setWordWrap(true);
+    LBLbillreason->hide();
     auto* layout = new QGridLayout(TDBFrame3D5);
     layout->setContentsMargins(theme::kUnit, theme::kHalfUnit, theme::kUnit, theme::kUnit);
     layout->addWidget(FGcli, 0, 0);
     layout->addWidget(LBLbillrate, 1, 0);
-    layout->addWidget(TreeView1, 0, 1, 2, 1);
+    layout->addWidget(LBLbillreason, 2, 0);
+    layout->addWidget(TreeView1, 0, 1, 3, 1);
     layout->setColumnStretch(0, 5);
     layout->setColumnStretch(1, 6);
     return TDBFrame3D5;
@@ -286,6 +305,8 @@ QWidget* FRMempsug::MakeCaregiver() {
     LBLweek = new QLabel(TDBFrame3D2);
     LBLweek->setObjectName(QStringLiteral("LBLweek"));
     LBLweek->setWordWrap(true);
+    LBLfree = MakeWarning("LBLfree", TDBFrame3D2);
+    LBLfree->setWordWrap(true);
     Image1 = new QLabel(TDBFrame3D2);
     Image1->setObjectName(QStringLiteral("Image1"));
     Image1->hide();
@@ -295,6 +316,7 @@ QWidget* FRMempsug::MakeCaregiver() {
     left->addWidget(LBLpayrate);
     left->addWidget(Numgross);
     left->addWidget(LBLweek);
+    left->addWidget(LBLfree);
     auto* layout = new QHBoxLayout(TDBFrame3D2);
     layout->setContentsMargins(theme::kUnit, theme::kHalfUnit, theme::kUnit, theme::kUnit);
     layout->addLayout(left, 5);
@@ -378,8 +400,7 @@ void FRMempsug::Activate() {
 void FRMempsug::FillClient() {
     needs_ = PrepareClient(session_, request_);
     amounts_ = std::make_unique<VisitAmounts>(session_);
-    ShowPairs(*FGcli, needs_.panel);
-    ShowWarning(*LBLbillrate, needs_.billFault);
+    ShowBill();
     TDBFrame3D5->setTitle(needs_.liveIn ? QStringLiteral("Client Information - 24 Hour Authorization")
                                         : QStringLiteral("Client Information"));
     OutlineNode critical = Parent("Critical Skills Needed by Client");
@@ -399,6 +420,12 @@ void FRMempsug::FillClient() {
     }
     TreeView1->SetNodes({std::move(critical), std::move(regular), std::move(visited), std::move(banned)},
                         true);
+}
+
+void FRMempsug::ShowBill() {
+    ShowPairs(*FGcli, needs_.panel);
+    ShowWarning(*LBLbillrate, needs_.billFault);
+    ShowWarning(*LBLbillreason, needs_.billReason);
 }
 
 SuggestionOptions FRMempsug::Options() const {
@@ -441,9 +468,9 @@ void FRMempsug::redo_Search() {
         const ClientNeeds now = PrepareClient(session_, request_);
         needs_.bill = now.bill;
         needs_.billFault = now.billFault;
+        needs_.billReason = now.billReason;
         needs_.panel = now.panel;
-        ShowPairs(*FGcli, needs_.panel);
-        ShowWarning(*LBLbillrate, needs_.billFault);
+        ShowBill();
         options_ = Options();
         found_ = SearchCaregivers(session_, needs_, request_, options_);
         WriteAssignHead(working_->Data(), found_, request_);
@@ -457,6 +484,7 @@ void FRMempsug::FillSuggestionGrid(int topRow) {
     std::vector<ChartRow> rows;
     rows.reserve(found_.rows.size());
     std::set<std::string> shown;
+    int unsure = 0;
     for (const SuggestedCaregiver& found : found_.rows) {
         ChartRow row;
         row.cells = {ToQt(found.emp_name), ToQt(FormatNumber(found.max_hours, "##0.##")),
@@ -468,6 +496,11 @@ void FRMempsug::FillSuggestionGrid(int topRow) {
             row.icon = QStringLiteral("check");
             row.tip = tr("This caregiver has visited this client");
         }
+        if (!found.warnings.empty()) {
+            row.mark = QStringLiteral("question");
+            row.tip += (row.tip.isEmpty() ? QString() : QStringLiteral("\n")) + ReasonsText(found.warnings);
+        }
+        unsure += found.warnings.empty() ? 0 : 1;
         for (std::size_t quarter = 0; quarter < row.quarters.size(); ++quarter) {
             const std::uint32_t text = found.quarters[quarter];
             const bool away = text != 0 && found_.texts->Text(text) == "UnAvailable";
@@ -504,6 +537,7 @@ void FRMempsug::FillSuggestionGrid(int topRow) {
     const bool any = !found_.rows.empty();
     CMDshowWeek->setVisible(any);
     LBLRecordCount->setText(ToQt("Count: " + FormatNumber(static_cast<double>(found_.rows.size()), "#,##0")) +
+                            (unsure > 0 ? tr(" (%1 may be less free than shown)").arg(unsure) : QString()) +
                             (found_.brokenOff ? tr(" (the search was broken off)") : QString()));
     LBLwhy->clear();
     for (const char* key : {"first", "previous", "next", "last"}) {
@@ -521,6 +555,7 @@ void FRMempsug::FillSuggestionGrid(int topRow) {
         Sugtxt->clear();
         Numgross->clear();
         LBLweek->clear();
+        ShowReasons({});
         ShowWarning(*Label1, "");
         ShowWarning(*LBLpayrate, "");
         ShowPicture({});
@@ -539,6 +574,7 @@ void FRMempsug::ShowCaregiverPanel() {
     ShowPairs(*FGcli, needs_.panel, panel.differing);
     ShowTrees(panel);
     ShowMargin(panel);
+    ShowReasons(found.warnings);
     ShowPicture(panel.picture);
     Sugtxt->setPlainText(ToQt(NotesText(panel.notes)));
     Frame1->setTitle(ToQt(panel.notesTitle));
@@ -585,6 +621,13 @@ void FRMempsug::ShowMargin(const CaregiverPanel& panel) {
     LBLweek->setText(ToQt("This week: " + FormatNumber(panel.weekHours, "##0.00") + " hours, " +
                           FormatNumber(panel.weekHoursAfter, "##0.00") +
                           " with this visit. Visits to this client: " + std::to_string(panel.visits) + "."));
+}
+
+void FRMempsug::ShowReasons(const std::vector<std::string>& reasons) {
+    constexpr std::size_t kFitting = 2;
+    LBLfree->setText(reasons.empty() ? QString() : ReasonsText(reasons, kFitting));
+    LBLfree->setToolTip(reasons.empty() ? QString() : ReasonsText(reasons));
+    LBLfree->setVisible(!reasons.empty());
 }
 
 void FRMempsug::ShowPicture(const std::filesystem::path& file) {

@@ -66,9 +66,11 @@ class FRMempsug : public QDialog {
     OutlineTree* TreeView1 = nullptr;
     OutlineTree* TreeView2 = nullptr;
     QLabel* LBLbillrate = nullptr;
+    QLabel* LBLbillreason = nullptr;  ///< why it is missing
     QLabel* LBLpayrate = nullptr;
     QLabel* Numgross = nullptr;
     QLabel* LBLweek = nullptr;  ///< her hours this week, and her visits to this client
+    QLabel* LBLfree = nullptr;  ///< why the caregiver may be less free than shown
     QLabel* Label1 = nullptr;   ///< the warning that she should not be selected
     QGroupBox* Frame1 = nullptr;
     QPlainTextEdit* Sugtxt = nullptr;
@@ -94,11 +96,13 @@ class FRMempsug : public QDialog {
 
     void Activate();
     void FillClient();
+    void ShowBill();
     SuggestionOptions Options() const;
     void FillSuggestionGrid(int topRow);
     void ShowCaregiverPanel();
     void ShowTrees(const CaregiverPanel& panel);
     void ShowMargin(const CaregiverPanel& panel);
+    void ShowReasons(const std::vector<std::string>& reasons);
     void ShowPicture(const std::filesystem::path& file);
     void Move(ListMove move);
     void SelectKey();

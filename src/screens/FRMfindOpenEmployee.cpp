@@ -83,6 +83,7 @@ void FRMfindOpenEmployee::Go() {
     request.time = DTEtime->TimeValue().value_or(Date());
     request.hours = NUMhours->Number();
     request.liveIn = CMBlivein->Text() == QLatin1String("Y");
+    request.openedFrom = OpenedFrom;
     Chosen = Search(request);
     accept();
 }

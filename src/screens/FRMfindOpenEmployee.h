@@ -18,6 +18,8 @@ class FRMfindOpenEmployee : public QDialog {
     Q_OBJECT
   public:
     FRMfindOpenEmployee(Session& session, const std::string& client, QWidget* parent = nullptr);
+    /// The authorization of the assignment that this was opened from, 0 for none.
+    long OpenedFrom = 0;
     /// The caregiver chosen; empty for none.
     std::string Chosen;
 

@@ -16,6 +16,7 @@
 #include "clients/pick_query.h"
 #include "clients/record_history.h"
 #include "clients/record_keys.h"
+#include "scheduling/pattern_gap.h"
 #include "screens/FRMcopyAssign.h"
 #include "screens/FRMedit.h"
 #include "screens/FRMfindOpenEmployee.h"
@@ -112,6 +113,7 @@ FRmassign::FRmassign(Session& session, AssignmentParent parentRow, QWidget* pare
         screen.DTEtime->SetTime(request.time);
         screen.NUMhours->SetNumber(request.hours);
         screen.CMBlivein->SetText(request.liveIn ? QStringLiteral("Y") : QStringLiteral("N"));
+        screen.OpenedFrom = request.openedFrom;
         screen.exec();
         return screen.Chosen;
     };
@@ -708,17 +710,20 @@ void FRmassign::CopyKey() {
         return;
     }
     std::vector<RemovedVisit> removed;
+    const auto show = [&] {
+        Load(0);
+        if (!removed.empty()) {
+            Preview(RemovedVisitsReport(removed, session_.clock.Today()));
+        }
+    };
     try {
         const Hourglass hourglass(session_.progress);
-        CopyAssignments(session_, source, parentRow_, removed);
+        CopyPattern(session_, source, parentRow_, removed);
     } catch (const EngineError&) {
-        Load(0);
+        show();
         throw;
     }
-    Load(0);
-    if (!removed.empty()) {
-        Preview(RemovedVisitsReport(removed, session_.clock.Today()));
-    }
+    show();
 }
 
 void FRmassign::HistoryKey() {
@@ -744,6 +749,7 @@ void FRmassign::SuggestKey() {
     request.time = entry.start;
     request.hours = entry.hours;
     request.liveIn = parentRow_.liveIn;
+    request.openedFrom = parentRow_.authorization;
     if (const std::string id = Suggest(request); !id.empty()) {
         TakeCaregiver(id);
     }

@@ -186,7 +186,7 @@ class TableImport {
         writer.Begin();
         for (std::size_t i = 0; i < places.size(); ++i) {
             const ColumnInfo& column = table_.columns[places[i]];
-            const Value& value = values[taken[i]];
+            const Value value = AsKept(values[taken[i]], column);
             const auto refuse = [&](const std::string& words) {
                 skipped_.push_back(fmt::format("{}, column {}: {}", RowWords(values), column.name, words));
                 return false;
@@ -208,6 +208,13 @@ class TableImport {
             return false;
         }
         return true;
+    }
+
+    /// The programs write 1 for true into a column of numbers, where the file's own true would become -1.
+    static Value AsKept(const Value& value, const ColumnInfo& column) {
+        const bool isNumber = column.type == ColumnType::Short || column.type == ColumnType::Long ||
+                              column.type == ColumnType::Double || column.type == ColumnType::Currency;
+        return isNumber && value.Type() == ValueType::Boolean ? Value(value.IsTrue() ? 1 : 0) : value;
     }
 
     static bool LosesDecimals(const Value& value, const ColumnInfo& column) {

@@ -20,8 +20,8 @@ struct ImportCounts {
 void RefuseFilledTables(Database& target, const AccessFile& file);
 
 /// Brings the file's tables into the database, all or nothing. Tables and columns that the database lacks are
-/// made. A row that the database does not take is told in `skipped`, and the rest goes on. An Agency row that
-/// comes in replaces the one there.
+/// made. A true value is 1 where the database has a column of numbers for it. A row that the database does
+/// not take is told in `skipped`, and the rest goes on. An Agency row that comes in replaces the one there.
 ImportCounts ImportFile(Database& target, const AccessFile& file, Progress& progress);
 
 }  // namespace kv::tool

@@ -116,7 +116,14 @@ int RunSuggest(Context& context, const SuggestArguments& given) {
                         request.day.At(request.time), request.hours);
         rows.push_back(RowOf(suggestion, row, needs.bill, pay, burdens, given.options.skillsPercent));
     }
-    context.Print({{"count", suggestion.rows.size()}, {"rows", rows}, {"rejected", suggestion.rejected}});
+    Json warnings = Json::array();
+    for (const SuggestionWarning& warning : suggestion.Warnings())
+        warnings.push_back(
+            {{"emp_id", warning.emp_id}, {"emp_name", warning.emp_name}, {"reason", warning.reason}});
+    context.Print({{"count", suggestion.rows.size()},
+                   {"rows", rows},
+                   {"rejected", suggestion.rejected},
+                   {"warnings", warnings}});
     return 0;
 }
 

@@ -33,17 +33,26 @@ Json RowOf(const RemovedVisit& visit) {
             {"time", visit.time}};
 }
 
+Json DocumentOf(const ScheduleCreation& creation) {
+    Json removed = Json::array();
+    for (const RemovedVisit& visit : creation.Removed())
+        removed.push_back(RowOf(visit));
+    return {{"assignments", creation.Finished()}, {"created", creation.Created()}, {"removed", removed}};
+}
+
 int RunSchedule(Context& context, const WhichAssignments& which) {
     Session& session = context.session;
     context.OpenWork();
     const std::vector<long> assignments = Chosen(session, which);
     ScheduleCreation creation(session);
-    creation.RunAll(assignments);
-    Json removed = Json::array();
-    for (const RemovedVisit& visit : creation.Removed())
-        removed.push_back(RowOf(visit));
-    context.Print(
-        {{"assignments", assignments.size()}, {"created", creation.Created()}, {"removed", removed}});
+    try {
+        creation.RunAll(assignments);
+    } catch (const EngineError&) {
+        // The batches before are stored: who was taken off their visits must be known.
+        context.Print(DocumentOf(creation));
+        throw;
+    }
+    context.Print(DocumentOf(creation));
     return 0;
 }
 

@@ -1,6 +1,7 @@
 // Authorizations: what a save checks, writes and carries down.
 #include <gtest/gtest.h>
 
+#include "base/format.h"
 #include "billing/authorization_save.h"
 #include "billing/authorization_use.h"
 #include "billing/authorizations.h"
@@ -469,12 +470,39 @@ TEST_F(Authorizations, TheirUseIsCountedInThePeriodAndInAll) {
     const long monthly = Add({{"WEEKORMONTH", "M"}, {"from_date", Day(3, 20)}, {"to_DATE", Day(5, 2)}});
     const AuthorizationUse month = UseOfAuthorization(session, monthly).value();
     EXPECT_EQ(month.periodTo, Day(3, 31));
-    EXPECT_DOUBLE_EQ(month.totalAuthorized, 30);
+    EXPECT_DOUBLE_EQ(month.totalAuthorized, 20) << "the second month is begun";
     Add({{"status_code", "C"}});
     EXPECT_EQ(UseOfAuthorizations(session, "00001").size(), 2U);
     EXPECT_EQ(UseOfAuthorizations(session, "").size(), 2U);
     EXPECT_EQ(UseOfAuthorizations(session, "00009").size(), 0U);
     EXPECT_FALSE(UseOfAuthorization(session, 99));
+}
+
+TEST_F(Authorizations, AMonthIsCountedOnceWhereverItBegins) {
+    struct Case {
+        Date from, to;
+        int months;
+    };
+    for (const Case& each :
+         {Case{Day(9, 16, 2025), Day(9, 15), 12}, Case{Day(9, 16, 2025), Day(9, 16), 13},
+          Case{Day(1, 1), Day(12, 31), 12}, Case{Day(1, 1), Day(1, 31), 1}, Case{Day(1, 1), Day(2, 1), 2},
+          Case{Day(1, 15), Day(3, 14), 2}, Case{Day(1, 15), Day(3, 15), 3},
+          // One day alone, and a span that ends before it begins.
+          Case{Day(3, 31), Day(3, 31), 1}, Case{Day(2, 29, 2028), Day(2, 29, 2028), 1},
+          Case{Day(3, 2), Day(3, 1), 0}, Case{Day(3, 20), Day(1, 10), 0},
+          // Month ends: what a month lacks begins with the next one.
+          Case{Day(1, 31), Day(2, 28), 1}, Case{Day(1, 31), Day(3, 1), 2}, Case{Day(1, 31), Day(3, 30), 2},
+          Case{Day(1, 31), Day(3, 31), 3}, Case{Day(3, 31), Day(4, 30), 1}, Case{Day(3, 31), Day(5, 1), 2},
+          Case{Day(8, 30), Day(2, 28, 2027), 6}, Case{Day(8, 30), Day(3, 1, 2027), 7},
+          // Leap days.
+          Case{Day(2, 28, 2028), Day(2, 29, 2028), 1}, Case{Day(2, 29, 2028), Day(2, 28, 2029), 12},
+          Case{Day(2, 29, 2028), Day(3, 1, 2029), 13}, Case{Day(3, 1, 2027), Day(2, 29, 2028), 12},
+          Case{Day(1, 31, 2028), Day(2, 29, 2028), 1}, Case{Day(1, 30, 2028), Day(2, 29, 2028), 1}}) {
+        const long monthly =
+            Add({{"WEEKORMONTH", "M"}, {"HRS", 1}, {"from_date", each.from}, {"to_DATE", each.to}});
+        EXPECT_EQ(UseOfAuthorization(session, monthly).value().totalAuthorized, each.months)
+            << FormatDate(each.from, "YYYY-MM-DD") << " to " << FormatDate(each.to, "YYYY-MM-DD");
+    }
 }
 
 }  // namespace

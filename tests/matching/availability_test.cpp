@@ -2,6 +2,7 @@
 #include "matching/availability.h"
 
 #include <fstream>
+#include <functional>
 
 #include <gtest/gtest.h>
 
@@ -67,7 +68,6 @@ TEST_F(Display, ShowsWhatOccupiesEachDay) {
     // From Wednesday the 4th to Friday the 6th.
     Assignment("A", "WED", At(22), At(2));  // goes on on Thursday
     Assignment("A", "FRI", At(22), At(2));  // its second part has no row
-    Assignment("A", "THU", At(8), At(8));   // equal times take no quarter
     Assignment("A", "THU", At(6), At(7), {{"author_status", "C"}});
     Assignment("A", "THU", At(6), At(7), {{"END_DATE", Day(3, 4)}});
     Assignment("N", "THU", At(4), At(10));
@@ -115,6 +115,99 @@ TEST_F(Display, ShowsWhatOccupiesEachDay) {
         "THU | Mar/05/2026 | 00:00-02:00 Assignment | 04:00-05:00 Unavailable | 08:00-09:00 Grant, Ida | "
         "09:00-10:00 Unavailable | 14:00-15:00 O\'Neil\n"
         "FRI | Mar/06/2026 | 20:00-21:00 Unavailable | 21:00-23:45 Care | 23:45-24:00 Unavailable\n");
+}
+
+TEST_F(Display, WholeDaysAndNightsAreDrawnAsTheSearchCountsThem) {
+    struct Case {
+        const char* what;
+        std::function<void()> make;
+        const char* days[3];  ///< from Thursday the 5th on
+        std::size_t notes = 0;
+    };
+    constexpr const char* kFree = "........................";
+    const auto willing = [this](int from, int to) {
+        agency.Insert(
+            "Emp_willwork",
+            {{"emp_id", "E1"}, {"st_date", Day(3, 5)}, {"St_time", At(from)}, {"END_TIME", At(to)}});
+    };
+    const Case cases[] = {
+        {"a visit of 24 hours",
+         [&] { Visit(Day(3, 5), At(8), At(8)); },
+         {"........VVVVVVVVVVVVVVVV", "VVVVVVVV................", kFree}},
+        {"a visit of 24 hours from the evening before",
+         [&] { Visit(Day(3, 4), At(20), At(20)); },
+         {"VVVVVVVVVVVVVVVVVVVV....", kFree, kFree}},
+        {"an assignment of 24 hours",
+         [&] { Assignment("A", "THU", At(9), At(9)); },
+         {".........AAAAAAAAAAAAAAA", "AAAAAAAAA...............", kFree}},
+        {"an assignment from midnight to midnight",
+         [&] { Assignment("A", "FRI", At(0), At(0)); },
+         {kFree, "AAAAAAAAAAAAAAAAAAAAAAAA", kFree}},
+        {"a night begun before the first day",
+         [&] { Visit(Day(3, 4), At(22), At(6)); },
+         {"VVVVVV..................", kFree, kFree}},
+        {"an assignment's night begun before",
+         [&] { Assignment("A", "WED", At(23), At(2)); },
+         {"AA......................", kFree, kFree}},
+        {"an evening that ends at midnight, and one two days before",
+         [&] {
+             Visit(Day(3, 4), At(22), At(0));
+             Visit(Day(3, 3), At(22), At(6));
+         },
+         {kFree, kFree, kFree}},
+        {"a cancelled night",
+         [&] {
+             Visit(Day(3, 4), At(22), At(6), {{"cancelled", true}});
+         },
+         {kFree, kFree, kFree}},
+        {"unavailable with equal times",
+         [&] { Assignment("N", "THU", At(10), At(10)); },
+         {"..........UUUUUUUUUUUUUU", kFree, kFree},
+         1},
+        {"a willingness frees nothing of the night",
+         [&] {
+             Visit(Day(3, 4), At(22), At(6));
+             Assignment("N", "THU", At(4), At(12));
+             willing(5, 8);
+         },
+         {"VVVVVV..UUUU............", kFree, kFree}},
+        {"one with equal times frees the rest of the day",
+         [&] {
+             Assignment("N", "THU", At(4), At(12));
+             willing(9, 9);
+         },
+         {"....UUUUU...............", kFree, kFree}},
+    };
+    for (const Case& each : cases) {
+        for (const char* table : {"assign", "sch_day", "Emp_willwork"}) {
+            agency.Work().Execute(std::string("delete from ") + table);
+        }
+        each.make();
+        const Availability shown = LoadAvailability(session, "E1", Day(3, 5), 3);
+        std::size_t notes = 0;
+        for (std::size_t day = 0; day < 3; ++day) {
+            EXPECT_EQ(Hours(shown.days[day]), each.days[day]) << each.what << ", day " << day;
+            notes += shown.days[day].notes.size();
+        }
+        EXPECT_EQ(notes, each.notes) << each.what;
+    }
+}
+
+TEST_F(Display, ADayTellsWhatItDoesNotShow) {
+    Assignment("N", "THU", At(22), At(6));
+    Assignment("A", "THU", At(8, 5), At(9));
+    Visit(Day(3, 5), At(14), At(15, 10));
+    Visit(Day(3, 5), At(20), At(2));
+    const Availability shown = LoadAvailability(session, "E1", Day(3, 5), 2);
+    EXPECT_EQ(
+        shown.days[0].notes,
+        (Lines{"Assigned from 8:05 AM to 9:00 AM is not shown: it does not begin on a quarter of an hour.",
+               "Unavailable from 10:00 PM to 6:00 AM is not shown: it runs past midnight.",
+               "Scheduled from 2:00 PM to 3:10 PM is shown only up to 3:00 PM: it does not end on a "
+               "quarter of an hour."}));
+    EXPECT_EQ(
+        shown.days[1].notes,
+        Lines{"Unavailable from 10:00 PM the day before to 6:00 AM is not shown: it runs past midnight."});
 }
 
 TEST_F(Display, TheSheetShowsBothOrEither) {

@@ -1,4 +1,5 @@
 // The caregiver search: against its plain transcription, and case by case.
+#include <functional>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -250,6 +251,133 @@ TEST_F(Suggest, ShowsTheDayInQuarters) {
     const Recordset head = working_->OpenRecordset("select * from assign_head");
     EXPECT_EQ(head.Text("emp_id") + head.Text("Day") + head.Text("1315") + head.Text("1400"),
               "E1THUIvy, Una");
+}
+
+TEST_F(Suggest, WhoMayBeLessFreeThanShownIsMarkedWithTheReason) {
+    struct Case {
+        const char* what;
+        std::function<void()> make;
+        Lines reasons;
+    };
+    const auto willing = [this](Date from, Date to) {
+        agency.Insert("Emp_willwork",
+                      {{"emp_id", "E1"}, {"st_date", Day(3, 5)}, {"St_time", from}, {"END_TIME", to}});
+    };
+    const Cells nonVisit = {{"CLIENT", ""}, {"cli_name", ""}, {"visit_desc", ""}};
+    const Case cases[] = {
+        {"what is shown as it is",
+         [&] {
+             Visit("E1", Day(3, 5), At(13), At(14));
+             Visit("E1", Day(3, 5), At(18), At(18));
+             Visit("E1", Day(3, 4), At(20), At(2));
+             Visit("E1", Day(3, 4), At(18, 5), At(0));
+             Assignment("E1", "N", "THU", At(6), At(8));
+             Assignment("E1", "N", "THU", At(19), At(0));
+             Assignment("E1", "N", "WED", At(8), At(20));
+             Assignment("E1", "N", "WED", At(20), At(0));
+             willing(At(6), At(7));
+         },
+         {}},
+        {"a start off the quarter hour",
+         [&] { Visit("E1", Day(3, 5), At(13, 10), At(14)); },
+         {"Scheduled from 1:10 PM to 2:00 PM (Ivy, Una) is not shown: it does not begin on a quarter of an "
+          "hour."}},
+        {"an end off the quarter hour",
+         [&] {
+             Assignment("E1", "A", "THU", At(13), At(14, 20));
+             Visit("E1", Day(3, 4), At(20), At(5, 40));
+             Visit("E1", Day(3, 5), At(15), At(15, 10));
+         },
+         {"Assigned from 1:00 PM to 2:20 PM (Hill, Hal Henr) is shown only up to 2:15 PM: it does not end on "
+          "a "
+          "quarter of an hour.",
+          "Scheduled until 5:40 AM (Ivy, Una) is shown only up to 5:30 AM: it does not end on a quarter of "
+          "an "
+          "hour.",
+          "Scheduled from 3:00 PM to 3:10 PM (Ivy, Una) is not shown: it does not end on a quarter of an "
+          "hour."}},
+        {"an apostrophe",
+         [&] {
+             Visit("E1", Day(3, 5), At(15), At(16), {{"cli_name", "O'Neil, Pat"}});
+         },
+         {"Scheduled from 3:00 PM to 4:00 PM (O'Neil, Pat) is not shown: its description has an "
+          "apostrophe."}},
+        {"no description",
+         [&] { Visit("E1", Day(3, 5), At(15), At(16), nonVisit); },
+         {"Scheduled from 3:00 PM to 4:00 PM is not shown: it has no description."}},
+        {"unavailable past midnight, its evening",
+         [&] { Assignment("E1", "N", "THU", At(22), At(6)); },
+         {"Unavailable from 10:00 PM to 6:00 AM is not shown: it runs past midnight."}},
+        {"unavailable past midnight, its morning",
+         [&] { Assignment("E1", "N", "WED", At(22), At(6)); },
+         {"Unavailable from 10:00 PM the day before to 6:00 AM is not shown: it runs past midnight."}},
+        {"its morning in the time asked for",
+         [&] { Assignment("E1", "N", "WED", At(10), At(10)); },
+         {"Unavailable from 10:00 AM the day before to 10:00 AM, in the time asked for, and shown as free: "
+          "it "
+          "runs past midnight."}},
+        {"its morning, and the caregiver will work",
+         [&] {
+             Assignment("E1", "N", "WED", At(22), At(12));
+             willing(At(0), At(13));
+         },
+         {}},
+        {"its evening, and the caregiver will work",
+         [&] {
+             Assignment("E1", "N", "THU", At(22), At(6));
+             willing(At(21), At(0));
+         },
+         {"Will work from 9:00 PM without an end: unavailable time after it is shown as free."}},
+        {"willing without an end",
+         [&] {
+             Assignment("E1", "N", "THU", At(8), At(22));
+             willing(At(9), At(0));
+         },
+         {"Will work from 9:00 AM without an end: unavailable time after it is shown as free."}},
+        {"willing without an end, and nothing to free",
+         [&] {
+             Assignment("E1", "N", "THU", At(6), At(8));
+             willing(At(8), At(0));
+             willing(At(9), At(9));
+         },
+         {}},
+    };
+    Caregiver("E1", "Ames");
+    Caregiver("E2", "Bell");
+    for (const Case& each : cases) {
+        for (const char* table : {"assign", "sch_day", "Emp_willwork"}) {
+            agency.Work().Execute(std::string("delete from ") + table);
+        }
+        each.make();
+        options_ = {};
+        const Suggestion found = Search();
+        ASSERT_EQ(found.rows.size(), 2U) << each.what;
+        Lines reasons;
+        for (const SuggestionWarning& warning : found.Warnings()) {
+            EXPECT_EQ(warning.emp_id + warning.emp_name, "E1Ames, Al");
+            reasons.push_back(warning.reason);
+        }
+        EXPECT_EQ(reasons, each.reasons) << each.what;
+        // The rows stand as the rules say.
+        const auto plain = test::SearchRowByRow(session, *working_, needs_, request_, options_);
+        EXPECT_EQ(PlainRows(found), plain.rows) << each.what;
+        // Who searches without regard to unavailable time is not warned of it.
+        options_.ignoreUnavailable = true;
+        for (const SuggestionWarning& warning : Search().Warnings()) {
+            EXPECT_EQ(warning.reason.find("navailable"), std::string::npos) << each.what;
+        }
+    }
+    // In the order of the result, and of nobody else.
+    Visit("E2", Day(3, 5), At(15), At(16), nonVisit);
+    Visit("E1", Day(3, 5), At(15), At(16), nonVisit);
+    Visit("E1", Day(3, 5), At(16), At(17), nonVisit);
+    Caregiver("E3", "Cole");
+    Visit("E3", Day(3, 5), At(9), At(10), nonVisit);
+    Lines ids;
+    for (const SuggestionWarning& warning : Search().Warnings()) {
+        ids.push_back(warning.emp_id);
+    }
+    EXPECT_EQ(ids, (Lines{"E2", "E1", "E1"}));
 }
 
 TEST_F(Suggest, TheRejectedAreListedInTheirOrder) {

@@ -3,6 +3,7 @@
 
 #include "scheduling/assignments.h"
 #include "scheduling/authorization_tasks.h"
+#include "scheduling/pattern_gap.h"
 #include "scheduling/schedule_creation.h"
 #include "support/test_agency.h"
 
@@ -357,6 +358,186 @@ TEST_F(Assignments, ACopyRestartsAnOldPatternNearToday) {
     EXPECT_EQ(agency.Said(), Lines{"message: No Assignments entered for the chosen Authorization"});
 }
 
+/// The pattern of an authorization that ends on Tuesday, Mar 10; the new one begins on another day.
+class Renewal : public Assignments {
+  protected:
+    Renewal() {
+        agency.Code().Execute("update Agency set sch_weeks = 4");
+        old_ = static_cast<long>(
+            agency.Insert("Authorizations", {{"CLIENT", "00001"}, {"to_DATE", Day(3, 10)}}));
+    }
+    void Begins(Date from) {
+        agency.Work().Execute(Sql("update Authorizations set from_date = {} where sequence = 1", from));
+    }
+    void Source(const char* day, Date last, const Cells& more = {}) {
+        Cells cells = {
+            {"author_seq", old_}, {"CLIENT", "00001"},     {"cli_name", "Grant, Ida"}, {"Day", day},
+            {"HRS", 3},           {"St_time", At(10)},     {"END_TIME", At(13)},       {"howoften", 1},
+            {"Type", "A"},        {"visit_type", "PCA"},   {"Last_date", last},        {"st_date", Day(1, 1)},
+            {"emp_id", "E1"},     {"END_DATE", Day(3, 10)}};
+        cells.insert(cells.end(), more.begin(), more.end());
+        agency.Insert("assign", cells);
+    }
+    /// The days of the new authorization's visits after a copy, with the one answer.
+    Lines Copy(std::vector<bool> answer) {
+        agency.Said();
+        agency.ports.dialogs.Answer(std::move(answer));
+        EXPECT_TRUE(CopyPattern(session, old_, Parent(), removed_));
+        return NewDays();
+    }
+    Lines NewDays() {
+        Lines days;
+        for (const std::string& day : agency.Rows(Sql(
+                 "select st_date from sch_day where author_seq = {} order by st_date,sequence", author_))) {
+            days.push_back(day.substr(5, 5));
+        }
+        return days;
+    }
+
+    long old_ = 0;
+    std::vector<RemovedVisit> removed_;
+};
+
+TEST_F(Renewal, TheWeeksThatTheOldPatternHadDoneAreOffered) {
+    Begins(Day(3, 11));
+    Source("MON", Day(3, 14));
+    Source("THU", Day(3, 14));
+    Source("FRI", Day(3, 21));
+    EXPECT_EQ(Copy({false}), (Lines{"03-16", "03-19", "03-23", "03-26", "03-27"}))
+        << "as the rules have it, from the week after Last_date on";
+    EXPECT_EQ(agency.Said(),
+              Lines{"question: The copied assignments leave 3 days without visits: Thu Mar/12/2026, Fri "
+                    "Mar/13/2026, Fri Mar/20/2026.\r\nWould you like to create the visits from today on?"});
+    agency.Work().Execute(Sql("delete from assign where author_seq = {}", author_));
+    agency.Work().Execute("delete from sch_day");
+    const Lines all = {"03-12", "03-13", "03-16", "03-19", "03-20", "03-23", "03-26", "03-27"};
+    EXPECT_EQ(Copy({true}), all);
+    EXPECT_EQ(agency.Rows(Sql("select Last_date from assign where author_seq = {}", author_)),
+              Lines(3, "2026-03-28 00:00:00"));
+    EXPECT_EQ(agency.Rows("select distinct emp_id, author_seq from sch_day"), Lines{"E1|1"});
+    // What was made is no gap, and nothing is made twice.
+    EXPECT_TRUE(FindPatternGaps(session, AssignmentsOf(session, author_), Day(1, 1)).empty());
+    ScheduleCreation(session).RunAll(AllAssignments(session));
+    EXPECT_EQ(NewDays(), all);
+}
+
+TEST_F(Renewal, WhatNeedsNoVisitIsNoGap) {
+    struct Case {
+        const char* what;
+        std::vector<Cells> visits;
+        Cells source;
+        const char* gap;  ///< from Mar 11 on, Thursdays; Last_date is Mar 28
+        bool holiday = false;
+    };
+    const auto visit = [](Date day, const Cells& more = {}) {
+        Cells cells = {{"CLIENT", "00001"}, {"st_date", day}, {"St_time", At(10)}, {"visit_type", "PCA"}};
+        cells.insert(cells.end(), more.begin(), more.end());
+        return cells;
+    };
+    for (const Case& each : {
+             Case{"all", {}, {}, "12 19 26 "},
+             Case{"every second week", {}, {{"howoften", 2}}, "12 26 "},
+             Case{"no interval", {}, {{"howoften", 0}}, "12 19 26 "},
+             Case{"by hand", {visit(Day(3, 19), {{"assign_seq", 0}})}, {}, "12 26 "},
+             Case{"by hand, at another time",
+                  {visit(Day(3, 19), {{"assign_seq", 0}, {"St_time", At(10, 16)}})},
+                  {},
+                  "12 19 26 "},
+             // Further back a second visit would be made beside the old authorization's.
+             Case{"the old authorization's", {visit(Day(3, 19), {{"assign_seq", 77}})}, {}, "26 "},
+             Case{"cancelled",
+                  {visit(Day(3, 19), {{"assign_seq", 77}, {"Cancelled", true}})},
+                  {},
+                  "12 19 26 "},
+             Case{"another call",
+                  {visit(Day(3, 19), {{"assign_seq", 77}, {"visit_type", "RN"}})},
+                  {},
+                  "12 19 26 "},
+             Case{"holiday", {}, {}, "12 26 ", true},
+             Case{"unavailability", {}, {{"Type", "N"}}, ""},
+             Case{"without hours", {}, {{"HRS", 0}}, ""},
+             Case{"damaged day", {}, {{"Day", "XXX"}}, ""},
+             Case{"without a date", {}, {{"Last_date", Value()}}, ""},
+         }) {
+        agency.Work().Execute("delete from assign");
+        agency.Work().Execute("delete from sch_day");
+        agency.Code().Execute("delete from Holidays");
+        agency.Work().Execute(Sql("update ClientPR set HOL_COV = {}", each.holiday ? "NO" : "YES"));
+        agency.Insert("Holidays", {{"date", Day(3, 19)}, {"Description", "Founders"}});
+        for (const Cells& row : each.visits) {
+            agency.Insert("sch_day", row);
+        }
+        Cells source = {{"author_status", "A"}, {"st_date", Day(3, 11)}, {"END_DATE", Day(12, 31)}};
+        source.insert(source.end(), each.source.begin(), each.source.end());
+        Source("THU", Day(3, 28), source);
+        std::string found;
+        for (const PatternGap& gap : FindPatternGaps(session, AllAssignments(session), Day(3, 1))) {
+            for (const Date day : gap.days) {
+                found += std::to_string(day.Civil().day) + ' ';
+            }
+        }
+        EXPECT_EQ(found, each.gap) << each.what;
+    }
+}
+
+TEST_F(Renewal, WhatLiesBeforeTodayOrBetweenTheTwoIsTold) {
+    // Late: the new one began on Feb 23. The days before today are told and not made.
+    Begins(Day(2, 23));
+    Source("TUE", Day(3, 7));
+    Source("FRI", Day(3, 7));
+    const Lines late = Copy({true});
+    EXPECT_EQ(agency.Said(),
+              Lines{"question: The copied assignments leave 1 day without visits: Fri Mar/06/2026.\r\nBefore "
+                    "today they leave 3 days without visits: Tue Feb/24/2026, Fri Feb/27/2026, Tue "
+                    "Mar/03/2026.\r\nWould you like to create the visits from today on?"});
+    EXPECT_EQ(late.front(), "03-06");
+    EXPECT_EQ(late[1], "03-10");
+
+    // The new one begins after a hole, and nothing of the pattern is lost in it.
+    agency.Work().Execute(Sql("delete from assign where author_seq = {}", author_));
+    agency.Work().Execute("delete from sch_day");
+    Begins(Day(3, 15));
+    agency.Work().Execute("update assign set Last_date = #2026-03-14#");
+    Copy({});
+    EXPECT_EQ(agency.Said(),
+              Lines{"message: From Wed Mar/11/2026 to Sat Mar/14/2026 neither of the two authorizations "
+                    "holds, and no visits can be made."});
+    // Nothing to tell, and nothing to copy.
+    Begins(Day(3, 11));
+    agency.Work().Execute(Sql("delete from assign where author_seq = {}", author_));
+    agency.Work().Execute("update assign set Last_date = #2026-03-07#");
+    Copy({});
+    EXPECT_EQ(agency.Said(), Lines());
+    EXPECT_FALSE(CopyPattern(session, 99, Parent(), removed_));
+    EXPECT_EQ(agency.Said(), Lines{"message: No Assignments entered for the chosen Authorization"});
+}
+
+TEST_F(Renewal, AGapIsFilledAsAWhole) {
+    Begins(Day(3, 11));
+    agency.Work().Execute("update Employee set t_code = 'T', t_date = #2026-03-13# where emp_id = 'E1'");
+    Source("MON", Day(3, 21));
+    Source("THU", Day(3, 21));
+    Copy({false});
+    EXPECT_EQ(removed_.size(), 2U);
+    const std::vector<PatternGap> gaps =
+        FindPatternGaps(session, AssignmentsOf(session, author_), session.clock.Today());
+    ASSERT_EQ(gaps.size(), 2U);
+    const Lines before = NewDays();
+    Workspace otherSeat;
+    const DatabasePtr database = otherSeat.OpenDatabase(agency.Place("kestrava"));
+    {
+        Recordset held =
+            database->OpenRecordset(Sql("select * from assign where sequence = {}", gaps[1].assignment));
+        held.Edit();
+        EXPECT_THROW(FillPatternGaps(session, gaps, removed_), EngineError);
+        EXPECT_EQ(NewDays(), before);
+        EXPECT_EQ(removed_.size(), 2U);
+    }
+    FillPatternGaps(session, gaps, removed_);
+    EXPECT_EQ(NewDays(), (Lines{"03-12", "03-16", "03-19", "03-23", "03-26"}));
+    EXPECT_EQ(removed_.size(), 4U) << "Mar 16 and 19 lose the caregiver, Mar 12 does not";
+}
+
 TEST_F(Assignments, ChangesAreCarriedToTheVisitsThatMayChange) {
     SaveNew();
     agency.Work().Execute("delete from sch_day");
@@ -400,6 +581,29 @@ TEST_F(Assignments, ChangesAreCarriedToTheVisitsThatMayChange) {
               Lines{"2026-03-11 00:00:00|WED|E1|Ames, Al|2.5"});
     EXPECT_EQ(agency.Rows(Sql("select st_date, emp_id, emp_name from sch_day where sequence = {}", blocked)),
               Lines{"2026-04-01 00:00:00||"});
+
+    // Weeks end on Saturday: a visit that leaves its week carries the new one's end, others keep theirs.
+    struct Moved {
+        Date from;
+        int days;
+        const char* day;
+        const char* weekEnd;
+    };
+    for (const Moved& each : {Moved{Day(5, 4), 2, "WED", "2026-05-01 00:00:00"},
+                              Moved{Day(5, 4), -2, "SAT", "2026-05-02 00:00:00"},
+                              Moved{Day(5, 4), -1, "SUN", "2026-05-01 00:00:00"},
+                              Moved{Day(5, 8), 1, "SAT", "2026-05-01 00:00:00"},
+                              Moved{Day(5, 8), 2, "SUN", "2026-05-16 00:00:00"},
+                              Moved{Day(12, 31), 6, "WED", "2027-01-09 00:00:00"}}) {
+        const long moved = visit(each.from, {{"WEEKEND", Day(5, 1)}});
+        update = {1, each.day, each.days, "E1", At(10), At(12), 2};
+        lines = LoadScheduleLines(session, update, each.from, results);
+        ProcessScheduleLines(session, update, {lines.front()}, each.from, results);
+        EXPECT_EQ(agency.Rows(Sql("select WEEKEND from sch_day where sequence = {}", moved)),
+                  Lines{each.weekEnd})
+            << each.day;
+        agency.Work().Execute(Sql("delete * from sch_day where sequence = {}", moved));
+    }
 
     // Without a caregiver the visits lose theirs; one who is in no list leaves them.
     for (const auto& [id, left] : {std::pair("E9", "E1"), std::pair("", "")}) {

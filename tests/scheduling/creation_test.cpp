@@ -502,5 +502,44 @@ TEST_F(Creation, ManyAreRunInTurnUntilTheOperatorBreaksOff) {
     EXPECT_EQ(agency.ports.progress.open, 0);
 }
 
+/// After so many batches the table of the assignments is gone, as when the server goes down.
+class LostTable : public test::RecordingProgress {
+  public:
+    explicit LostTable(test::TestAgency& agency) : agency_(agency) {}
+    bool Yield() override {
+        agency_.Work().Execute("drop table assign");
+        return true;
+    }
+
+  private:
+    test::TestAgency& agency_;
+};
+
+TEST_F(Creation, ARunThatStopsTellsWhatItHasStored) {
+    agency.Work().Execute("update Employee set t_code = 'T', t_date = #2026-03-12#");
+    std::vector<long> all;
+    for (int i = 0; i < 70; ++i) {
+        all.push_back(Assign({{"St_time", Date::FromTime(i / 6, 10 * (i % 6))}, {"emp_id", "E1"}}));
+    }
+    LostTable lost(agency);
+    test::ScriptedPorts ports;
+    SettingsStore settings(agency.Folder().parent_path() / "settings.ini");
+    Session seat(settings, {ports.clock, ports.dialogs, lost});
+    ReadLogin(seat);
+    OpenSessionData(seat);
+    seat.WKENDING = "Saturday";
+    ScheduleCreation creation(seat);
+    EXPECT_THROW(creation.RunAll(all), EngineError);
+    const auto stored = static_cast<long>(Days().size());
+    EXPECT_GT(stored, 0);
+    EXPECT_EQ(creation.Created(), stored);
+    EXPECT_LT(creation.Finished(), 70);
+    constexpr long kWeeks = 4;
+    EXPECT_EQ(creation.Finished() * kWeeks, stored);
+    EXPECT_EQ(static_cast<long>(creation.Removed().size()), creation.Finished() * 2)
+        << "the caregiver has left before the last two weeks";
+    EXPECT_EQ(lost.open, 0);
+}
+
 }  // namespace
 }  // namespace kv

@@ -177,6 +177,84 @@ TEST_F(MatchingScreens, TheSearchShowsWhoIsFreeAndOneIsChosen) {
     EXPECT_FALSE(screen.isVisible());
 }
 
+TEST_F(MatchingScreens, WhoMayBeLessFreeThanShownBearsAMarkAndTheReason) {
+    agency.Insert(
+        "assign",
+        {{"emp_id", "000002"}, {"Type", "N"}, {"Day", "WED"}, {"St_time", At(22)}, {"END_TIME", At(10)}});
+    FRMempsug& screen = OpenSearch();
+    EXPECT_EQ(Names(screen), QStringLiteral("Bell, Al Ames, Al")) << "the result stands";
+    EXPECT_EQ(screen.LBLRecordCount->text(), QStringLiteral("Count: 2 (1 may be less free than shown)"));
+    const QString reasons = QStringLiteral(
+        "May be less free than shown:\nUnavailable from 10:00 PM the day before to 10:00 AM, in the time "
+        "asked "
+        "for, and shown as free: it runs past midnight.");
+    const ChartRow& marked = screen.FG2->Row(0);
+    EXPECT_EQ(marked.icon, QStringLiteral("warning")) << "should not visit this client either";
+    EXPECT_EQ(marked.mark, QStringLiteral("question"));
+    EXPECT_EQ(marked.tip, QStringLiteral("This caregiver should not visit this client\n") + reasons);
+    EXPECT_TRUE(screen.FG2->accessibleDescription().endsWith(reasons))
+        << FromQt(screen.FG2->accessibleDescription());
+    EXPECT_TRUE(screen.LBLfree->isVisible());
+    EXPECT_EQ(screen.LBLfree->text(), reasons);
+    EXPECT_TRUE(screen.FG2->Row(1).mark.isEmpty());
+    Press(screen.Toolbar1, "next");
+    EXPECT_FALSE(screen.LBLfree->isVisible());
+    Press(screen.Toolbar1, "previous");
+    EXPECT_TRUE(screen.LBLfree->isVisible());
+    // More than the panel has room for stand in its tip.
+    for (const int hour : {14, 15}) {
+        agency.Insert("assign", {{"emp_id", "000002"},
+                                 {"Type", "N"},
+                                 {"Day", "THU"},
+                                 {"St_time", At(hour, 5)},
+                                 {"END_TIME", At(hour, 30)}});
+    }
+    screen.Command1->click();
+    EXPECT_EQ(screen.LBLfree->text().count(QLatin1Char('\n')), 3);
+    EXPECT_TRUE(screen.LBLfree->text().endsWith(QStringLiteral("and 1 more, see the tip")));
+    EXPECT_EQ(screen.LBLfree->toolTip().count(QStringLiteral("quarter of an hour")), 2);
+    // Nobody is left.
+    screen.CHKPotential->setChecked(true);
+    screen.Command1->click();
+    EXPECT_FALSE(screen.LBLfree->isVisible());
+    EXPECT_EQ(screen.LBLRecordCount->text(), QStringLiteral("Count: 0"));
+}
+
+TEST_F(MatchingScreens, AMissingRateIsExplained) {
+    const auto author = static_cast<long>(
+        agency.Insert("Authorizations", {{"CLIENT", "00001"}, {"visit_type", "PCA"}, {"bill_code", 1}}));
+    FRMempsug& screen = OpenSearch();
+    EXPECT_EQ(screen.LBLbillrate->text(), QStringLiteral("Missing a Bill Rate"));
+    EXPECT_EQ(screen.LBLbillreason->text(), QStringLiteral("No authorization stands behind this search."));
+    search_.reset();
+    request_.openedFrom = author;
+    EXPECT_EQ(
+        OpenSearch().LBLbillreason->text(),
+        QStringLiteral("No authorization stands behind this search. The assignment's own has no rate for "
+                       "this visit either."));
+    agency.Insert(
+        "clirate",
+        {{"CLIENT", "00001"}, {"visittype", "PCA"}, {"method", "H"}, {"rate1", Currency::FromDouble(30)}});
+    agency.Code().Execute("update Agency set start1 = #08:00:00#, stop1 = #20:00:00#");
+    search_->NUMhours->SetNumber(3);
+    search_->Command1->click();
+    EXPECT_EQ(search_->LBLbillrate->text(), QStringLiteral("Missing a Bill Rate"))
+        << "as the search has none";
+    EXPECT_EQ(
+        search_->LBLbillreason->text(),
+        QStringLiteral("No authorization stands behind this search. The assignment's own would bill 90.00 "
+                       "for this visit."));
+    EXPECT_EQ(Names(*search_), QStringLiteral("Bell, Al Ames, Al")) << "it filters nobody";
+    search_->NUMhours->SetNumber(0);
+    search_->Command1->click();
+    EXPECT_EQ(search_->LBLbillreason->text(),
+              QStringLiteral("No authorization stands behind this search. Without hours nothing is billed."));
+    search_.reset();
+    request_.authorization = author;
+    EXPECT_FALSE(OpenSearch().LBLbillreason->isVisible());
+    EXPECT_FALSE(search_->LBLbillrate->isVisible());
+}
+
 TEST_F(MatchingScreens, OneSearchAtATimeAndTheBoxesAreRemembered) {
     FRMempsug& first = OpenSearch();
     const FRMempsug second(session, request_);
@@ -249,6 +327,7 @@ TEST_F(MatchingScreens, AnAssignmentTakesTheCaregiverFound) {
             EXPECT_TRUE(request.liveIn);
             EXPECT_EQ(request.client, "00001");
             EXPECT_EQ(request.authorization, 0);
+            EXPECT_EQ(request.openedFrom, author) << "only to explain a missing rate";
             return std::string("000001");
         };
         dialog.CMDgo->click();
@@ -303,6 +382,80 @@ TEST_F(MatchingScreens, TheDaysOfACaregiverTellWhatStandsBehindThem) {
     screen.Command1->click();
     EXPECT_EQ(screen.FG2->RowCount(), 1);
     EXPECT_EQ(screen.fgEMP->CellText(1, 1), QStringLiteral("Cole, Al"));
+}
+
+TEST_F(MatchingScreens, AnotherIdClearsTheDaysUntilTheyAreShownAgain) {
+    agency.Insert(
+        "assign",
+        {{"emp_id", "000001"}, {"Type", "N"}, {"Day", "THU"}, {"St_time", At(22)}, {"END_TIME", At(6)}});
+    FRMdisEmp screen(session, "000001", Day(3, 4), 15);
+    qt_driver::Show(screen);
+    ASSERT_EQ(screen.FG2->RowCount(), 15);
+    EXPECT_TRUE(screen.FG2->Row(0).icon.isEmpty());
+    EXPECT_EQ(screen.FG2->Row(1).icon, QStringLiteral("question"));
+    EXPECT_EQ(screen.FG2->Row(1).tip,
+              QStringLiteral("Unavailable from 10:00 PM to 6:00 AM is not shown: it runs past midnight."));
+    emit screen.FG2->quarterPicked(1, 56);
+    EXPECT_GT(screen.FGsch->RowCount(), 0);
+    // The first letter is enough.
+    qt_driver::Retype(*screen.TXTempid, QStringLiteral("00000"));
+    EXPECT_EQ(screen.FG2->RowCount(), 0);
+    EXPECT_EQ(screen.FGsch->RowCount() + screen.fgEMP->RowCount(), 0);
+    EXPECT_FALSE(screen.Toolbar1->IsKeyEnabled(QStringLiteral("print")));
+    EXPECT_EQ(screen.FG2->accessibleDescription(),
+              QStringLiteral("Press Display (F5) to show the days of this caregiver"));
+    qt_driver::Leave(*screen.TXTempid);
+    EXPECT_EQ(screen.FG2->accessibleDescription(), QStringLiteral("There is no caregiver with this id"));
+    // Back to the first one: nothing is shown before it is asked for.
+    qt_driver::Retype(*screen.TXTempid, QStringLiteral("000001"));
+    qt_driver::Leave(*screen.TXTempid);
+    EXPECT_EQ(screen.FG2->RowCount(), 0);
+    EXPECT_EQ(screen.FG2->accessibleDescription(),
+              QStringLiteral("Press Display (F5) to show the days of this caregiver"));
+    EXPECT_FALSE(screen.Toolbar1->IsKeyEnabled(QStringLiteral("print")));
+    Press(screen.Toolbar1, "display");
+    EXPECT_EQ(screen.FG2->RowCount(), 15);
+    EXPECT_TRUE(screen.Toolbar1->IsKeyEnabled(QStringLiteral("print")));
+    // Other days are told by their own dates.
+    qt_driver::Retype(*screen.TDBNumber1, QStringLiteral("3"));
+    qt_driver::Leave(*screen.TDBNumber1);
+    EXPECT_EQ(screen.FG2->RowCount(), 15);
+}
+
+TEST_F(MatchingScreens, ACopyTellsWhatItLeavesWithoutVisitsAndMakesIt) {
+    agency.Code().Execute("update Agency set sch_weeks = 2");
+    const auto author = [this](Date from, Date to) {
+        return static_cast<long>(
+            agency.Insert("Authorizations",
+                          {{"CLIENT", "00001"}, {"status_code", "A"}, {"from_date", from}, {"to_DATE", to}}));
+    };
+    const long old = author(Day(1, 1), Day(3, 10));
+    const long renewed = author(Day(3, 11), Day(12, 31));
+    agency.Insert("assign", {{"author_seq", old},
+                             {"CLIENT", "00001"},
+                             {"Day", "THU"},
+                             {"HRS", 3},
+                             {"St_time", At(10)},
+                             {"END_TIME", At(13)},
+                             {"howoften", 1},
+                             {"Type", "A"},
+                             {"emp_id", "000001"},
+                             {"Last_date", Day(3, 14)}});
+    agency.Work().Execute("update Employee set t_code = 'T', t_date = #2026-03-01# where emp_id = '000001'");
+    FRmassign screen(session, ParentOf(session, renewed).value());
+    screen.PickSource = [&] { return old; };
+    screen.Preview = [this](const Document& document) { printed_ = PlainText(document); };
+    qt_driver::Show(screen);
+    agency.Said();
+    agency.ports.dialogs.Answer({true});
+    Press(screen.Toolbar2, "copy");
+    EXPECT_EQ(
+        agency.Said(),
+        Lines{"question: The copied assignments leave 1 day without visits: Thu Mar/12/2026.\r\nWould you "
+              "like to create the visits from today on?"});
+    EXPECT_EQ(agency.Rows("select st_date from sch_day where assign_seq > 0 order by st_date"),
+              Lines{"2026-03-12 00:00:00"});
+    EXPECT_NE(printed_.find("Not Active"), std::string::npos) << "and who was taken off: " << printed_;
 }
 
 TEST_F(MatchingScreens, EveryBoxIsReachedByKeysAndNamed) {

@@ -66,6 +66,21 @@ TEST(ImportMdb, FillsTheSchemasTablesAndMakesTheOthers) {
     EXPECT_EQ(folder.Run({"check"}).Document()["problems"].dump(), "[]");
 }
 
+TEST(ImportMdb, TrueIsOneInAColumnOfNumbers) {
+    const ToolFolder folder;
+    JetTable skills{"skills", {{"code", kText, 20}, {"critical", kBoolean}, {"own_mark", kBoolean}},
+                    {},       {{Text("OX"), "", ""}, {Text("CO"), std::nullopt, std::nullopt}},
+                    {},       1};
+    JetTable known{"Holidays", {{"date", kMoment}, {"own_count", kLong}}, {}, {}, {}, 1};
+    known.rows = {{JetDouble(46000), JetLong(-1)}};
+    EXPECT_EQ(Import(folder, "main.mdb", {skills, known})["skipped"].dump(), "[]");
+    EXPECT_EQ(folder.Rows("select code, critical, own_mark from skills order by code", "main"),
+              R"([["CO",0,false],["OX",1,true]])");
+    EXPECT_EQ(folder.Rows("select code from skills where critical = 1", "main"), R"([["OX"]])")
+        << "so the search for a caregiver asks for it";
+    EXPECT_EQ(folder.Rows("select own_count from holidays", "main"), "[[-1]]") << "a number stays";
+}
+
 TEST(ImportMdb, NamesEachRowAndColumnThatIsLeftBehind) {
     const ToolFolder folder;
     JetTable clients{

@@ -118,7 +118,7 @@ TEST_F(ServiceTool, ACaregiverIsSuggested) {
         Now(visit).dump(),
         R"({"count":1,"rows":[{"emp_id":"E2","emp_name":"Bell, Bo","max_hours":30.0,"skills":null,"longest":96,)"
         R"("banned":false,"selectable":true,"bill":60.0,"pay":0.0,"margin":null,"slots":{}}],"rejected":[")" +
-            std::string(42, ' ') + R"(Ames, Al is already scheduled"]})");
+            std::string(42, ' ') + R"(Ames, Al is already scheduled"],"warnings":[]})");
     std::vector<std::string> later = visit;
     later[6] = "13:00";
     later.emplace_back("--skills");
@@ -129,6 +129,17 @@ TEST_F(ServiceTool, ACaregiverIsSuggested) {
     EXPECT_EQ(rows[0]["margin"], 33.33);
     EXPECT_EQ(rows[0]["slots"].size(), 16U);
     EXPECT_EQ(rows[0]["slots"]["1245"], "Grant, Ida");
+    // Who may be less free than shown is named, and stays in the result.
+    folder.Do({"sql",
+               "insert into sch_day (emp_id,cli_name,st_date,st_time,end_time,hrs,cancelled) values "
+               "('E2','Day, Dot',#2026-03-05#,#15:05:00#,#16:00:00#,1,0)"});
+    const auto unsure = Now(later);
+    EXPECT_EQ(unsure["count"], 2);
+    EXPECT_EQ(
+        unsure["warnings"].dump(),
+        R"([{"emp_id":"E2","emp_name":"Bell, Bo","reason":"Scheduled from 3:05 PM to 4:00 PM (Day, Dot) )"
+        R"(is not shown: it does not begin on a quarter of an hour."}])");
+    folder.Do({"sql", "delete from sch_day where cli_name = 'Day, Dot'"});
     std::vector<std::string> why = visit;
     why.insert(why.end(), {"--why", "E1"});
     EXPECT_EQ(Now(why).dump(),

@@ -73,8 +73,15 @@ void QuarterChart::SetRows(std::vector<ChartRow> rows, std::function<QString(std
     rows_ = std::move(rows);
     texts_ = std::move(texts);
     current_ = -1;
+    TellEmpty();
     FitScrollBar();
     viewport()->update();
+}
+
+void QuarterChart::TellEmpty() {
+    if (rows_.empty()) {
+        setAccessibleDescription(emptyText_);
+    }
 }
 
 QString QuarterChart::TextAt(int row, int quarter) const {
@@ -99,7 +106,9 @@ void QuarterChart::SetCurrentRow(int row) {
         for (const QString& cell : Row(current_).cells) {
             words += cell + QLatin1Char(' ');
         }
-        setAccessibleDescription(words.trimmed());
+        setAccessibleDescription(Row(current_).tip.isEmpty()
+                                     ? words.trimmed()
+                                     : words.trimmed() + QStringLiteral(". ") + Row(current_).tip);
     }
     viewport()->update();
 }
@@ -120,6 +129,7 @@ void QuarterChart::SetRequested(int firstQuarter, int quarters) {
 
 void QuarterChart::SetEmptyText(const QString& text) {
     emptyText_ = text;
+    TellEmpty();
     viewport()->update();
 }
 
@@ -258,10 +268,12 @@ void QuarterChart::PaintRow(QPainter& painter, int index, int top) const {
         }
         const int width = ColumnWidth(columns_[i]);
         QRect cell = QRect(x, top, width, height).adjusted(theme::kHalfUnit, 0, -theme::kHalfUnit, 0);
-        if (i == 0 && !row.icon.isEmpty()) {
-            const int side = height - 2;
-            theme::Icon(row.icon).paint(&painter, QRect(cell.left(), top + 1, side, side));
-            cell.setLeft(cell.left() + side + 2);
+        for (const QString& icon : {row.icon, row.mark}) {
+            if (i == 0 && !icon.isEmpty()) {
+                const int side = height - 2;
+                theme::Icon(icon).paint(&painter, QRect(cell.left(), top + 1, side, side));
+                cell.setLeft(cell.left() + side + 2);
+            }
         }
         painter.drawText(cell, Qt::AlignVCenter | (columns_[i].right ? Qt::AlignRight : Qt::AlignLeft),
                          QFontMetrics(font).elidedText(row.cells[i], Qt::ElideRight, cell.width()));

@@ -28,7 +28,8 @@ struct ChartQuarter {
 struct ChartRow {
     std::vector<QString> cells;
     QString icon;  ///< before the first cell: a name, or empty
-    QString tip;   ///< of the cells
+    QString mark;  ///< a second icon behind it
+    QString tip;   ///< of the cells: what the icons mean, also for those who can't see them
     std::array<ChartQuarter, kChartQuarters> quarters{};
 };
 
@@ -91,6 +92,7 @@ class QuarterChart : public QAbstractScrollArea {
     int RowAt(int y) const;
     void FitScrollBar();
     void MakeCurrent(int row);
+    void TellEmpty();
     void PaintHeader(QPainter& painter) const;
     void PaintRow(QPainter& painter, int row, int top) const;
     void PaintBars(QPainter& painter, const ChartRow& row, int top, bool isCurrent) const;
