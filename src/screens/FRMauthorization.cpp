@@ -350,6 +350,13 @@ void FRMauthorization::Connect() {
         Reported(session_, [&] { valid = LeaveCallType(); });
         return valid;
     });
+    // What is typed over a refused call type is judged again by the save itself.
+    connect(cmbVisType->Notifier(), &ControlNotifier::changed, this, [this] {
+        if (IsWriting() && !validCallType_) {
+            validCallType_ = true;
+            Toolbar3->EnableKey(QStringLiteral("save"), true);
+        }
+    });
     connect(CMBcoBilling, &QComboBox::activated, this, [this](int type) {
         SetCoBillingInput(type);
         // What was an amount of dollars may be no percentage.

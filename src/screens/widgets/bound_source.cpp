@@ -301,8 +301,10 @@ void BoundSource::WriteRow() {
     }
     BeginEdit();
     for (const Binding& binding : bindings_) {
-        if (binding.control->IsDataChanged() && Differs(binding)) {
-            const std::size_t field = rows_.FieldIndex(binding.field);
+        const std::size_t field = rows_.FieldIndex(binding.field);
+        // The row in edit may hold what a save that was refused had put there.
+        if (binding.control->IsDataChanged() &&
+            DiffersFromColumn(DescribeControl(*binding.control), rows_.Get(field))) {
             rows_.Set(field, StoredForm(*binding.control, rows_.Fields()[field].type));
         }
     }
