@@ -70,6 +70,7 @@ class BoundScreens : public ClientScreenTest {
         auto assign = std::make_unique<FRmassign>(session, ParentOf(session, authorization_).value());
         assign->Asks.showConflicts = [](const auto&) { return true; };
         assign->Asks.askMove = [](int forward, int) { return forward; };
+        assign->Asks.updateSchedules = [](const ScheduleUpdate&) {};
         return OpenDialog(std::move(assign));
     }
     QWidget& OpenPeople(PeopleTable table) {
@@ -81,6 +82,20 @@ class BoundScreens : public ClientScreenTest {
     std::string Shown(const char* name) { return FromQt(Bound(name).Text()); }
     void Retype(const char* name, const char* text) {
         qt_driver::Retype(Box(name), QString::fromLatin1(text));
+    }
+    /// A button of the toolbar over the boxes.
+    void Click(const char* key) {
+        const QWidget* section = screen_ == nullptr ? nullptr : screen_->findChild<SectionScreen*>();
+        const bool over = section != nullptr && dialog_ == nullptr;
+        qt_driver::ClickKey(over ? const_cast<QWidget*>(section) : window_, QString::fromLatin1(key));
+    }
+    /// Another client is picked, or the dialog is closed.
+    void LeaveScreen() {
+        if (dialog_ != nullptr) {
+            Key(Qt::Key_Escape);
+        } else {
+            emit screen_->ListPane->FGtree->rowPicked("00002");
+        }
     }
     /// A key of the keyboard to whatever has the focus.
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
