@@ -152,6 +152,14 @@ FRMauthorization::FRMauthorization(Session& session, QWidget* parent)
                                               NUMcoBilling, CMBwhen_Cobilling}) {
         Dbauthor.Accompany(*box);
     }
+    const std::initializer_list<std::pair<const char*, QString>> shownBeside = {
+        {"bill_code", tr("Payer")},         {"visit_type", tr("Call Type")},
+        {"status_code", tr("Status")},      {"sch_type", tr("Hour Code")},
+        {"SHIFT_CODE", tr("Shift")},        {"cobilling_type", tr("Co-Billing")},
+        {"cobilling_amount", tr("Amount")}, {"COBilling_HowOften", tr("Period")}};
+    for (const auto& [field, name] : shownBeside) {
+        Dbauthor.Watch(field, name);
+    }
     Connect();
     ApplyGridColors(this, session.COLOR);
     Reported(session_, [this] {
@@ -341,6 +349,13 @@ void FRMauthorization::Connect() {
         bool valid = false;
         Reported(session_, [&] { valid = LeaveCallType(); });
         return valid;
+    });
+    // What is typed over a refused call type is judged again by the save itself.
+    connect(cmbVisType->Notifier(), &ControlNotifier::changed, this, [this] {
+        if (IsWriting() && !validCallType_) {
+            validCallType_ = true;
+            Toolbar3->EnableKey(QStringLiteral("save"), true);
+        }
     });
     connect(CMBcoBilling, &QComboBox::activated, this, [this](int type) {
         SetCoBillingInput(type);

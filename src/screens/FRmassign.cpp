@@ -154,6 +154,8 @@ FRmassign::FRmassign(Session& session, AssignmentParent parentRow, QWidget* pare
     DBassign.Bind(*NUMhowoften, "howoften");
     DBassign.Bind(*TXTempid, "emp_id");
     DBassign.Accompany(*TDBlastdate);
+    DBassign.Watch("Day", tr("Day"));
+    DBassign.Watch("Last_date", tr("Schedule Creation Date"));
     Connect();
     ApplyGridColors(this, session.COLOR);
     Reported(session_, [this] {

@@ -160,6 +160,7 @@ void frmClient::MakeStatusBar() {
                                this);
     setStatusBar(StatusBar1);
     DbClient.SetKeyField("CLIENT");
+    DbClient.Watch("CASESTATCD", tr("Status"));
 }
 
 QWidget* frmClient::MakeClientArea() {

@@ -11,6 +11,7 @@
 #include "clients/client_sort.h"
 #include "clients/potential_status.h"
 #include "clients/quick_find.h"
+#include "clients/record_keys.h"
 #include "screens/FRMICD9.h"
 #include "screens/FRMQuickFind.h"
 #include "screens/FRMmisc.h"
@@ -74,6 +75,14 @@ void frmClient::NewKey() {
 }
 
 void frmClient::DeleteKey() {
+    // What is to go is what the operator has looked at, not what another seat has made of it.
+    if (DbClient.FollowRow()) {
+        if (DbClient.HasRow()) {
+            session_.ShowMessageWindow(kChangedBeforeDelete);
+        }
+        ShowClientRecord();
+        return;
+    }
     if (!DeleteClient(session_, *this, FromQt(Header->TXTStatus->Text())) && !DbClient.IsEditing()) {
         ShowClientRecord();
     }

@@ -20,11 +20,9 @@ void TellFollowed(const QWidget* screen, const BoundSource& source, const std::v
     QStringList changed;
     for (const std::string& field : fields) {
         const BoundControl* box = source.ControlOf(field);
-        QString name = box->Caption().trimmed();
-        if (name.endsWith(QLatin1Char(':'))) {
-            name.chop(1);
-        }
-        changed << (box->IsDataChanged() ? QObject::tr("%1 (what you typed stands)").arg(name) : name);
+        const QString name = source.NameOf(field);
+        const bool typed = box != nullptr && box->IsDataChanged();
+        changed << (typed ? QObject::tr("%1 (what you typed stands)").arg(name) : name);
     }
     TellStatus(screen, QObject::tr("%1 has meanwhile changed %2")
                            .arg(who.isEmpty() ? QObject::tr("Another user") : who,

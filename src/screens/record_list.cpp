@@ -1,6 +1,7 @@
 #include "screens/record_list.h"
 
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "clients/record_keys.h"
 #include "screens/notices.h"
@@ -79,14 +80,21 @@ void RecordList::FillList() {
     List->SetCurrentRow(static_cast<int>(Source.Position()));
 }
 
+bool RecordList::HasTyped() const {
+    const std::vector<BoundControl*> boxes = Source.Controls();
+    // An entry that is refused is not in the box's value, and lost all the same.
+    return !Source.ChangedControls().empty() ||
+           std::any_of(boxes.begin(), boxes.end(),
+                       [](BoundControl* box) { return box->IsDataChanged() && !box->Check(); });
+}
+
 bool RecordList::Leave() {
     if (!Source.IsEditing() && !Source.IsAdding()) {
         return true;
     }
     try {
-        const SaveAnswer answer = Source.ChangedControls().empty()
-                                      ? SaveAnswer::Discard
-                                      : session_.dialogs.AskToSave(kUnsavedPrompt);
+        const SaveAnswer answer =
+            HasTyped() ? session_.dialogs.AskToSave(kUnsavedPrompt) : SaveAnswer::Discard;
         if (answer == SaveAnswer::Save) {
             return SaveKey();
         }

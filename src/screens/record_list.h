@@ -54,6 +54,8 @@ class RecordList : public QWidget {
     void rowDeleted();
 
   private:
+    /// Something was typed that would be lost with the row.
+    bool HasTyped() const;
     void NewKey();
     bool SaveKey();
     void DeleteKey();

@@ -60,6 +60,19 @@ BoundControl* BoundSource::ControlOf(std::string_view field) const {
     return found == bindings_.end() ? nullptr : found->control;
 }
 
+QString BoundSource::NameOf(std::string_view field) const {
+    const auto watched = std::find_if(watched_.begin(), watched_.end(),
+                                      [&](const Watched& each) { return EqualsNoCase(each.field, field); });
+    if (watched != watched_.end()) {
+        return watched->name;
+    }
+    QString name = ControlOf(field)->Caption().trimmed();
+    if (name.endsWith(QLatin1Char(':'))) {
+        name.chop(1);
+    }
+    return name;
+}
+
 void BoundSource::LimitLength(const Binding& binding) const {
     const FieldInfo& field = rows_.Fields()[rows_.FieldIndex(binding.field)];
     if (field.type != ColumnType::Text || field.size <= 0) {
@@ -125,22 +138,27 @@ long BoundSource::Count() const {
 
 std::vector<Value> BoundSource::RowValues() {
     gone_ = false;
-    key_ = Value();
-    std::vector<Value> values(bindings_.size());
+    shownKey_ = Value();
+    std::vector<Value> values(bindings_.size() + watched_.size());
     if (!HasRow()) {
         return values;
     }
     try {
-        for (std::size_t i = 0; i < values.size(); ++i) {
+        if (!keyField_.empty() && !IsAdding()) {
+            shownKey_ = rows_.Get(keyField_);
+        }
+        for (std::size_t i = 0; i < bindings_.size(); ++i) {
             values[i] = rows_.Get(bindings_[i].field);
         }
-        key_ = keyField_.empty() || IsAdding() ? Value() : rows_.Get(keyField_);
+        for (std::size_t i = 0; i < watched_.size(); ++i) {
+            values[bindings_.size() + i] = rows_.Get(watched_[i].field);
+        }
     } catch (const EngineError& error) {
         if (error.Number() != engine_error::kRecordDeleted) {
             throw;
         }
         gone_ = true;
-        values.assign(bindings_.size(), Value());
+        std::fill(values.begin(), values.end(), Value());
     }
     return values;
 }
@@ -149,9 +167,12 @@ void BoundSource::ShowRow() {
     // All are read before the first is shown, so that a failure leaves one row on the screen and not two
     // halves.
     const std::vector<Value> values = RowValues();
-    for (std::size_t i = 0; i < values.size(); ++i) {
+    for (std::size_t i = 0; i < bindings_.size(); ++i) {
         bindings_[i].shown = values[i];
         bindings_[i].control->SetValue(values[i]);
+    }
+    for (std::size_t i = 0; i < watched_.size(); ++i) {
+        watched_[i].shown = values[bindings_.size() + i];
     }
     written_.clear();
     NoteMode();
@@ -161,7 +182,7 @@ void BoundSource::ShowRow() {
 std::vector<std::string> BoundSource::Follow() {
     const std::vector<Value> values = RowValues();
     std::vector<std::string> followed;
-    for (std::size_t i = 0; i < values.size(); ++i) {
+    for (std::size_t i = 0; i < bindings_.size(); ++i) {
         Binding& binding = bindings_[i];
         if (values[i] == binding.shown) {
             continue;
@@ -170,6 +191,13 @@ std::vector<std::string> BoundSource::Follow() {
         followed.push_back(binding.field);
         if (!binding.control->IsDataChanged()) {
             binding.control->SetValue(values[i]);
+        }
+    }
+    for (std::size_t i = 0; i < watched_.size(); ++i) {
+        const Value& now = values[bindings_.size() + i];
+        if (now != watched_[i].shown) {
+            watched_[i].shown = now;
+            followed.push_back(watched_[i].field);
         }
     }
     return followed;
@@ -273,8 +301,10 @@ void BoundSource::WriteRow() {
     }
     BeginEdit();
     for (const Binding& binding : bindings_) {
-        if (binding.control->IsDataChanged() && Differs(binding)) {
-            const std::size_t field = rows_.FieldIndex(binding.field);
+        const std::size_t field = rows_.FieldIndex(binding.field);
+        // The row in edit may hold what a save that was refused had put there.
+        if (binding.control->IsDataChanged() &&
+            DiffersFromColumn(DescribeControl(*binding.control), rows_.Get(field))) {
             rows_.Set(field, StoredForm(*binding.control, rows_.Fields()[field].type));
         }
     }
@@ -317,14 +347,14 @@ void BoundSource::KeepTyped(std::vector<SetAside> typed) {
         return;
     }
     aside_ = std::move(typed);
-    asideKey_ = key_;
+    asideKey_ = shownKey_;
     asidePosition_ = IsAdding() ? -1 : Position();
     emit typedSetAside();
 }
 
 bool BoundSource::CanBringBack() const {
     const bool sameRow =
-        keyField_.empty() ? asidePosition_ == (IsAdding() ? -1 : Position()) : key_ == asideKey_;
+        keyField_.empty() ? asidePosition_ == (IsAdding() ? -1 : Position()) : shownKey_ == asideKey_;
     return !aside_.empty() && HasRow() && sameRow;
 }
 

@@ -82,6 +82,11 @@ class BoundSource : public QObject {
     /// A control of the same row that is bound to no field: what is typed in it is set aside and brought back
     /// with the rest.
     void Accompany(BoundControl& control) { companions_.push_back({control.Notifier(), &control, {}}); }
+    /// A field that the screen shows by other means than a bound control: what another seat writes there is
+    /// noticed and told under the name as for a bound one. The screen shows it again on rowFollowed.
+    void Watch(const std::string& field, const QString& name) { watched_.push_back({field, name, {}}); }
+    /// What the operator knows a field by: the caption of its control, or the name it is watched under.
+    QString NameOf(std::string_view field) const;
     /// Something was set aside that belongs to the row that is shown.
     bool CanBringBack() const;
     /// Enters what was set aside again. Nothing happens where there is nothing.
@@ -108,7 +113,8 @@ class BoundSource : public QObject {
     /// Another row, or the same one afresh, is shown.
     void repositioned();
     void modeChanged(kv::BoundMode mode);
-    /// Boxes took what another seat had written since the row was shown: the fields of those boxes.
+    /// Boxes took what another seat had written since the row was shown: the fields of those boxes, and those
+    /// that are watched.
     void rowFollowed(const std::vector<std::string>& fields);
     /// Restore has set something aside for BringBack.
     void typedSetAside();
@@ -119,6 +125,11 @@ class BoundSource : public QObject {
         BoundControl* control;
         std::string field;
         Value shown;  ///< the field as it was shown, or read again for the edit
+    };
+    struct Watched {
+        std::string field;
+        QString name;
+        Value shown;
     };
     struct SetAside {
         QPointer<QObject> alive;
@@ -132,18 +143,19 @@ class BoundSource : public QObject {
     void KeepTyped(std::vector<SetAside> typed);
     void LimitLength(const Binding& binding) const;
     bool Differs(const Binding& binding) const;
-    /// The current row's values in the order of the bindings; Nulls without a row. Notes whether the row is
-    /// gone.
+    /// The current row's values in the order of the bindings, then of the watched fields; Nulls without a
+    /// row. Notes the row's key and whether the row is gone.
     std::vector<Value> RowValues();
     void NoteMode();
 
     ErrorReport report_;
     Recordset rows_;
     std::vector<Binding> bindings_;
+    std::vector<Watched> watched_;
     BoundMode shownMode_ = BoundMode::NoRow;
     bool gone_ = false;  // the current row was deleted by another seat
     std::string keyField_;
-    Value key_;  // of the row that is shown; Null for a new one
+    Value shownKey_;  // of the row that is shown, also after another seat deleted it; Null for a new one
     std::vector<SetAside> companions_;
     std::vector<SetAside> aside_;
     /// What the last Update wrote: set aside where its transaction is rolled back, which Restore tells.
