@@ -6,6 +6,7 @@
 
 #include "base/platform.h"
 #include "base/text.h"
+#include "datastore/try_step.h"
 #include "scheduling/visit_conflicts.h"
 
 namespace kv {
@@ -40,8 +41,9 @@ void WriteRejected(Session& session, const std::vector<std::string>& lines) {
     }
     try {
         ReplaceFile(session.DataFile(kRejectedFile), content);
-    } catch (const std::system_error&) {
+    } catch (const std::system_error& error) {
         // The list can't be printed then; the search itself stands.
+        LogSkippedStep(error.code().value(), error.code().message());
     }
 }
 
@@ -57,7 +59,8 @@ std::vector<Candidate> ReadCandidates(Session& session, const std::string& state
              !row.Eof(); row.MoveNext()) {
             candidates.push_back(ReadCandidate(row));
         }
-    } catch (const EngineError&) {
+    } catch (const EngineError& error) {
+        LogSkipped(error);
         candidates.clear();
     }
     return candidates;
