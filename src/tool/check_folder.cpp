@@ -123,7 +123,7 @@ class FolderCheck {
     }
 
     void CheckSchema(const std::string& name, const Database& database) {
-        const Catalogue schema = SchemaTables(workspace_, name);
+        const Catalogue& schema = SchemaTables(name);
         for (const std::string& tableName : schema.Names()) {
             const TableInfo* table = database.Tables().Find(tableName);
             if (table == nullptr) {

@@ -39,7 +39,7 @@ TEST(SchemaScript, MakesTheSameTablesAgain) {
     const test::TempFolder folder;
     Workspace workspace;
     for (const std::string& name : SchemaNames()) {
-        const Catalogue schema = tool::SchemaTables(workspace, name);
+        const Catalogue& schema = SchemaTables(name);
         std::string script;
         for (const std::string& table : schema.Names())
             script += tool::TableScript(*schema.Find(table));
