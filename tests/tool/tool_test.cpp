@@ -69,7 +69,7 @@ TEST(Tool, InitMakesAFolderThatWorks) {
     EXPECT_EQ(folder.Do({"init", "--country", "canada"}).dump(),
               R"({"created":["kestrava.mdb","main.mdb","archive.mdb","trans.mdb","tempassign.mdb"]})");
     EXPECT_EQ(IniFile(folder.Data("KESTRAVA.INI")).Get("Kestrava System", "Country", ""), "CANADA");
-    EXPECT_EQ(folder.Do({"check"}).dump(), R"({"problems":[]})");
+    EXPECT_EQ(folder.Do({"check"}).dump(), R"({"problems":[],"repaired":[]})");
     const Answer again = folder.Run({"init"});
     EXPECT_EQ(again.status, 0);
     EXPECT_EQ(again.out, "{\"created\":[]}\n");
