@@ -20,7 +20,6 @@ namespace {
 using test::Answer;
 using test::TestServer;
 using test::ToolFolder;
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 /// One line for each column and index of a table.
