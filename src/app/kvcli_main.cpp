@@ -12,6 +12,7 @@
 #include <CLI/CLI.hpp>
 
 #include "base/platform.h"
+#include "base/program_log.h"
 #include "screens/desktop_dialogs.h"
 #include "screens/desktop_progress.h"
 #include "screens/frmClient.h"
@@ -156,6 +157,7 @@ int main(int argc, char** argv) {
     if (!IsStarted(settings)) {
         return 0;
     }
+    const ProgramLog log(settings.File().parent_path(), "kvCli");
     SystemClock clock;
     try {
         clock = SystemClockFromEnvironment();

@@ -35,6 +35,9 @@ std::filesystem::path FindNoCase(const std::filesystem::path& folder, std::strin
 /// new one and a full disk leaves the old. `ownerOnly` makes it readable by its owner alone. Throws
 /// std::system_error.
 void ReplaceFile(const std::filesystem::path& file, std::string_view content, bool ownerOnly = false);
+/// Adds to the end of a file that its owner alone can read, in one piece, so that the lines of several
+/// programs do not mix; makes the file where it is missing. False where it can't be written.
+bool AppendForOwner(const std::filesystem::path& file, std::string_view content) noexcept;
 /// The whole file, or nothing when it can't be opened.
 std::optional<std::string> ReadFile(const std::filesystem::path& file);
 

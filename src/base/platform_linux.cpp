@@ -302,6 +302,14 @@ void ReplaceFile(const fs::path& file, std::string_view content, bool ownerOnly)
     }
 }
 
+bool AppendForOwner(const fs::path& file, std::string_view content) noexcept {
+    constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
+    const Descriptor handle(::open(
+        file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, kOwnerOnly));
+    return handle.Get() >= 0 && ::fchmod(handle.Get(), kOwnerOnly) == 0 &&
+           ::write(handle.Get(), content.data(), content.size()) == static_cast<ssize_t>(content.size());
+}
+
 std::optional<std::string> ReadFile(const fs::path& file) {
     const Descriptor handle(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
     if (handle.Get() < 0)

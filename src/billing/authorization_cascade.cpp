@@ -76,14 +76,9 @@ bool MovesForward(const Recordset& assign, const Value& oldEnd, Date end) {
 void UpdateAssignment(Recordset& assign, const WrittenAuthorization& written, const Value& oldEnd,
                       bool deleted) {
     assign.Edit();
-    assign.Set("CLIENT_STATUS", written.status);
-    assign.Set("author_status", written.status);
-    assign.Set("billto", written.billCode);
-    assign.Set("st_date", written.from);
-    assign.Set("END_DATE", written.to);
-    assign.Set("visit_type", written.visitType);
-    assign.Set("cli_name", written.clientName);
-    assign.Set("visit_desc", written.visitType + "-" + Left(written.clientName, kNameInDescription));
+    for (const auto& [column, value] : AssignmentCopies(written)) {
+        assign.Set(column, value);
+    }
     if (MovesForward(assign, oldEnd, written.to)) {
         const double weeks = 2 * assign.Get("howoften").NumberOr(0);
         assign.Set("Last_date", assign.Get("Last_date").ToDate().DayOnly().AddDays(-weeks * kDaysInAWeek));
@@ -127,6 +122,17 @@ std::string MigrationQuestion(const MigrationCounts& counts, Date end) {
 }
 
 }  // namespace
+
+std::vector<std::pair<const char*, Value>> AssignmentCopies(const WrittenAuthorization& written) {
+    return {{"CLIENT_STATUS", written.status},
+            {"author_status", written.status},
+            {"billto", written.billCode},
+            {"st_date", written.from},
+            {"END_DATE", written.to},
+            {"visit_type", written.visitType},
+            {"cli_name", written.clientName},
+            {"visit_desc", written.visitType + "-" + Left(written.clientName, kNameInDescription)}};
+}
 
 bool AuthorizationChange::Shortened() const {
     return !oldEnd.IsNull() && oldEnd.ToDate().DayOnly() > end.DayOnly();

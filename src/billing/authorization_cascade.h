@@ -1,6 +1,7 @@
 #pragma once
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "scheduling/removed_visits.h"
@@ -57,6 +58,8 @@ struct WrittenAuthorization {
     std::string visitType;
     std::string clientName;  ///< "Last, First"
 };
+/// What each assignment of it holds of it: columns of assign with their values.
+std::vector<std::pair<const char*, Value>> AssignmentCopies(const WrittenAuthorization& written);
 struct CascadeResult {
     std::vector<RemovedVisit> removed;  ///< what schedule creation left out
     bool beginsLater = false;           ///< the authorization begins after some assignment of it did

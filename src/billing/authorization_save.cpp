@@ -300,8 +300,8 @@ bool DeleteAuthorization(Session& session, Recordset& authorizations) {
     const auto ask = [&] { return session.dialogs.AskToDestroy(question); };
     return DeleteCurrent(session, authorizations, ask, [&] {
         WriteHistory(session, {"AUT", sequence, "DELETED",
-                               HistoryHead(session) + kLineEnd +
-                                   "Deleted Authorization on client: " + client + kLineEnd + kHistoryLine});
+                               HistoryHead(session) + kLineEnd + kDeletedAuthorization + client + kLineEnd +
+                                   kHistoryLine});
         work.Execute(Sql("DELETE * FROM assign_task WHERE ID = {}", sequence));
         work.Execute(Sql("DELETE * FROM ASSIGN WHERE AUTHOR_SEQ = {}", sequence));
         work.Execute(Sql("delete * from sch_day where author_seq = {} and act_hrs = 0", sequence));

@@ -9,6 +9,9 @@
 
 namespace kv {
 
+/// What the history says of an authorization that was deleted; the client's id follows.
+inline constexpr const char* kDeletedAuthorization = "Deleted Authorization on client: ";
+
 /// What FRMauthorization's boxes hold beside those that are bound to the row.
 struct AuthorizationEntry {
     std::string payer;  ///< cmbPayor

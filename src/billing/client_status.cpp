@@ -6,12 +6,6 @@ namespace kv {
 
 namespace {
 
-struct ClientSpan {
-    std::string status = "Closed";
-    Value lowest;
-    Value highest;
-};
-
 void TakeEarlier(Value& lowest, const Value& date) {
     if (!date.IsNull() && (lowest.IsNull() || date.ToDate().DayOnly() < lowest.ToDate().DayOnly())) {
         lowest = date;
@@ -24,46 +18,46 @@ void TakeLater(Value& highest, const Value& date) {
     }
 }
 
-/// The rows stand by their states, so the walk ends at the first deceased one: those behind it do not count,
-/// for their dates neither.
-ClientSpan SpanOf(Recordset& authorizations) {
-    ClientSpan span;
+}  // namespace
+
+void ServiceSpan::Take(const std::string& statusCode, const Value& from, const Value& to) {
+    if (letter_ == "D") {
+        return;
+    }
+    TakeEarlier(lowest_, from);
+    TakeLater(highest_, to);
+    if (statusCode == "A" || statusCode == "D" || (statusCode == "S" && letter_ == "C")) {
+        letter_ = statusCode;
+    }
+}
+
+ServiceSpan ServiceSpan::Of(Recordset& authorizations) {
+    ServiceSpan span;
     for (; !authorizations.Eof(); authorizations.MoveNext()) {
-        TakeEarlier(span.lowest, authorizations.Get("from_date"));
-        TakeLater(span.highest, authorizations.Get("to_DATE"));
-        const std::string code = authorizations.Text("status_code");
-        if (code == "S" && span.status == "Closed") {
-            span.status = "Suspended";
-        } else if (code == "A") {
-            span.status = "Active";
-        } else if (code == "D") {
-            span.status = "Deceased";
-            break;
-        }
+        span.Take(authorizations.Text("status_code"), authorizations.Get("from_date"),
+                  authorizations.Get("to_DATE"));
     }
     return span;
 }
-
-}  // namespace
 
 void UpdateClientStatus(Session& session, ClientForm& form, const std::string& client) {
     Recordset authorizations = OpenAuthorizations(session, {client, false, {}, {}});
     if (authorizations.Eof()) {
         return;
     }
-    const ClientSpan span = SpanOf(authorizations);
-    const std::string letter = span.status.substr(0, 1);
+    const ServiceSpan span = ServiceSpan::Of(authorizations);
     try {
         form.EditRow();
     } catch (const EngineError& error) {
         throw EngineError(error.Number(), "The client's own record can't be written: " + error.Description());
     }
     Recordset& row = form.List();
-    row.Set("casestatcd", letter);
-    row.Set("startservc", span.lowest);
-    row.Set("caseexpdat", span.highest);
+    row.Set("casestatcd", span.Letter());
+    row.Set("startservc", span.Lowest());
+    row.Set("caseexpdat", span.Highest());
     form.UpdateRow();
-    session.dbMainCode->Execute(Sql("Update hkeylonglat set status = {} where cltID = {}", letter, client));
+    session.dbMainCode->Execute(
+        Sql("Update hkeylonglat set status = {} where cltID = {}", span.Letter(), client));
 }
 
 }  // namespace kv

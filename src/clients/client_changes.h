@@ -16,6 +16,11 @@ bool NotesDiffer(const ScreenControls& controls);
 /// EngineError.
 void AppendClientHistory(Session& session, const std::string& id, const std::string& reason);
 
+/// The captions of the client's days of service, under which the history keeps what was typed there; an empty
+/// day is told by its column's name.
+inline constexpr const char* kStartOfCare = "Start of Care:";
+inline constexpr const char* kEndOfCare = "End of Care:";
+
 /// WriteClientChanges: appends one row to Session::rsChanges with the old and new values, when there are any;
 /// the text stays in Session::Reply. Reads the row as it is stored, so it runs before the controls are
 /// written into it. Returns the number of differences. Throws EngineError.

@@ -6,6 +6,7 @@
 
 #include "base/platform.h"
 #include "base/text.h"
+#include "datastore/try_step.h"
 #include "matching/free_warnings.h"
 #include "scheduling/visit_conflicts.h"
 
@@ -41,8 +42,9 @@ void WriteRejected(Session& session, const std::vector<std::string>& lines) {
     }
     try {
         ReplaceFile(session.DataFile(kRejectedFile), content);
-    } catch (const std::system_error&) {
+    } catch (const std::system_error& error) {
         // The list can't be printed then; the search itself stands.
+        LogSkippedStep(error.code().value(), error.code().message());
     }
 }
 
@@ -58,7 +60,8 @@ std::vector<Candidate> ReadCandidates(Session& session, const std::string& state
              !row.Eof(); row.MoveNext()) {
             candidates.push_back(ReadCandidate(row));
         }
-    } catch (const EngineError&) {
+    } catch (const EngineError& error) {
+        LogSkipped(error);
         candidates.clear();
     }
     return candidates;

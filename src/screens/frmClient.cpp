@@ -18,6 +18,7 @@
 #include "base/text.h"
 #include "clients/client_moves.h"
 #include "clients/client_save.h"
+#include "datastore/try_step.h"
 #include "screens/FRMedit.h"
 #include "screens/FRMfindOpenEmployee.h"
 #include "screens/frmClient_directions.h"
@@ -292,8 +293,10 @@ void frmClient::Handle(const Step& step) {
     try {
         step();
     } catch (const EngineError& error) {
-        // What the end of the program overtook has nothing more to tell.
-        if (!ended_) {
+        // What the end of the program overtook has nobody to tell.
+        if (ended_) {
+            LogSkipped(error);
+        } else {
             ReportEngineError(session_, error);
         }
     } catch (const std::system_error& error) {

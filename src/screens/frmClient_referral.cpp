@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "base/text.h"
+#include "clients/client_changes.h"
 #include "clients/client_texts.h"
 #include "clients/lookups.h"
 #include "screens/frmClient_controls.h"
@@ -135,8 +136,8 @@ QWidget* FRMreferral::MakeGraph() {
 
 void FRMreferral::MakeDates(FieldForm* form) {
     DTEFirstContact = new DateBox(QStringLiteral("DTEFirstContact"), tr("First Contact:"), form);
-    DTEstartofcare = new DateBox(QStringLiteral("DTEstartofcare"), tr("Start of Care:"), form);
-    DTEendofcare = new DateBox(QStringLiteral("DTEendofcare"), tr("End of Care:"), form);
+    DTEstartofcare = new DateBox(QStringLiteral("DTEstartofcare"), tr(kStartOfCare), form);
+    DTEendofcare = new DateBox(QStringLiteral("DTEendofcare"), tr(kEndOfCare), form);
     DTEstartofcare->setToolTip(tr("Based on the earliest authorization 'From Date'"));
     DTEendofcare->setToolTip(tr("Based on the latest authorization 'To Date'"));
     LBLdays = MakeCount(QStringLiteral("LBLdays"), form);

@@ -28,6 +28,7 @@
 #include "screens/widgets/text_box.h"
 #include "screens/widgets/tool_bar.h"
 #include "screens/widgets/window_tools.h"
+#include "session/login_limits.h"
 #include "session/start.h"
 
 namespace kv {
@@ -66,6 +67,7 @@ std::vector<LookupFill> LookupFills(const FRMrequired_Info& required, const FRMg
 
 void frmClient::Start() {
     ReadLogin(session_);
+    CheckLogin(session_);
     DisableCloseMenu(this);
     ShowCountry();
     OpenData();

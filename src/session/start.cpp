@@ -6,6 +6,7 @@
 
 #include "base/platform.h"
 #include "base/text.h"
+#include "datastore/try_step.h"
 
 namespace kv {
 namespace {
@@ -39,11 +40,13 @@ void GiveMileageRate(Session& session) {
 class Steps {
   public:
     template <typename Step>
-    void Try(Step step) {
+    void Try(Step step, CodePlace place = CodePlace::Here()) {
         try {
             step();
         } catch (const EngineError& error) {
-            if (!first_)
+            if (first_)
+                LogSkipped(error, place);  // the operator is shown the first one alone
+            else
                 first_ = error;
         }
     }
@@ -81,6 +84,7 @@ void ReadLogin(Session& session) {
         session.*value.field = session.settings.Get(kSetting, value.key);
     session.DBloc = WithSeparator(session.DBloc);
     session.COLOR = session.settings.GetBoolean(kSetting, "COLOR");
+    SetLogUser(session.User);
 }
 
 void ReadCountry(Session& session) {

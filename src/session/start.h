@@ -11,8 +11,8 @@ namespace kv {
 
 /// STARTED/STARTED is "Y": the menu program let this module start. Anything else ends the process at once.
 bool IsStarted(SettingsStore& settings);
-/// Reads the login (DBloc to Manager, COLOR) into the session. Nothing is checked; a missing setting gives an
-/// empty value.
+/// Reads the login (DBloc to Manager, COLOR) into the session; the lines of the program's log bear its user
+/// from then on. Nothing is checked; a missing setting gives an empty value.
 void ReadLogin(Session& session);
 /// Reads the country from the INI file; "CANADA" in any case sets Session::Canada, a missing key reads as
 /// "US".

@@ -6,6 +6,7 @@
 #include "base/platform.h"
 #include "base/text.h"
 #include "session/data_folder.h"
+#include "session/login_limits.h"
 #include "session/start.h"
 
 namespace kv::tool {
@@ -50,6 +51,7 @@ DatabasePtr Context::OpenDatabase(const std::string& name) const {
 }
 
 void Context::OpenWork() const {
+    CheckLogin(session);
     session.dbMainWork = OpenDatabase("kestrava");
     session.dbMainCode = OpenDatabase("main");
     ReadAgency(session);

@@ -38,7 +38,8 @@ struct Context {
     std::filesystem::path DataFolder() const;
     /// A database of the data folder by its short name ("main"), or by a path.
     DatabasePtr OpenDatabase(const std::string& name) const;
-    /// Opens kestrava and main for the session and reads what the rules take from the agency's row.
+    /// Opens kestrava and main for the session and reads what the rules take from the agency's row. Throws
+    /// LoginTooLong, EngineError.
     void OpenWork() const;
     /// Writes the command's one document.
     void Print(const Json& document) const;

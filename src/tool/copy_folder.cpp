@@ -156,7 +156,7 @@ CopyCounts CopyTables(Database& source, Database& target, Progress& progress) {
 CopyCounts CopyDatabase(Workspace& workspace, const DatabasePlace& from, const DatabasePlace& to,
                         const std::string& name, Progress& progress) {
     const DatabasePtr source = workspace.OpenDatabase(from, SchemaCheck::Ignored);
-    const auto tables = MergedTables(SchemaTables(workspace, name), source->Tables());
+    const auto tables = MergedTables(SchemaTables(name), source->Tables());
     const DatabasePtr target = workspace.CreateDatabase(to, ScriptOf(tables));
     return CopyTables(*source, *target, progress);
 }

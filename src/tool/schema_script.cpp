@@ -4,8 +4,6 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "datastore/schema.h"
-#include "tool/scratch_folder.h"
 #include "tool/table_rows.h"
 
 namespace kv::tool {
@@ -77,11 +75,6 @@ std::vector<std::string> TableStatements(const TableInfo& table) {
 
 std::string TableScript(const TableInfo& table) {
     return Join(TableStatements(table), ";\n") + ";\n";
-}
-
-Catalogue SchemaTables(Workspace& workspace, const std::string& name) {
-    const ScratchFolder folder;
-    return workspace.CreateDatabase(folder.Path() / "schema.mdb", SchemaScript(name))->Tables();
 }
 
 }  // namespace kv::tool

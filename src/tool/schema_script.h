@@ -13,7 +13,4 @@ std::vector<std::string> TableStatements(const TableInfo& table);
 /// The same as a script.
 std::string TableScript(const TableInfo& table);
 
-/// The tables of a database of the data folder as data/schema has them.
-Catalogue SchemaTables(Workspace& workspace, const std::string& name);
-
 }  // namespace kv::tool

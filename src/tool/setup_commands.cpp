@@ -1,11 +1,15 @@
 // init, login and logout: what a seat needs before its first start.
 #include <memory>
 #include <ostream>
+#include <tuple>
+
+#include <fmt/format.h>
 
 #include "base/platform.h"
 #include "base/text.h"
 #include "datastore/schema.h"
 #include "session/data_folder.h"
+#include "session/login_limits.h"
 #include "tool/command.h"
 
 namespace kv::tool {
@@ -34,7 +38,23 @@ std::string WeekEnding(Context& context) {
     return context.session.workspace.OpenDatabase(main)->Lookup("select wkending from Agency").ToText();
 }
 
+/// Refused here, before anybody works with it: no save would go through.
+void CheckLengths(const LoginOptions& login) {
+    const std::tuple<const char*, const char*, const std::string&> options[] = {
+        {"--user", "User", login.user},
+        {"--vendor", "VENDOR", login.vendor},
+        {"--manager", "Manager", login.manager},
+    };
+    for (const auto& [option, key, text] : options) {
+        const auto most = static_cast<std::size_t>(LoginLimit(key).value());
+        if (Length(text) > most)
+            throw UnusableArgument(fmt::format("{} is {} characters long, and at most {} can be stored",
+                                               option, Length(text), most));
+    }
+}
+
 int Login(Context& context, const LoginOptions& login) {
+    CheckLengths(login);
     SettingsStore& settings = context.session.settings;
     const std::pair<const char*, std::string> values[] = {
         {"DBloc", (context.DataFolder() / "").string()},

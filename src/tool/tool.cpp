@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "base/platform.h"
+#include "base/program_log.h"
 #include "session/start.h"
 #include "tool/command.h"
 #include "tool/terminal.h"
@@ -46,6 +47,7 @@ int RunAction(const Action& action, const GeneralOptions& options, std::ostream&
     TerminalProgress progress(err);
     SettingsStore settings(options.settings.empty() ? SettingsStore::DefaultFile()
                                                     : std::filesystem::path(options.settings));
+    const ProgramLog log(settings.File().parent_path(), "kvtool");
     Session session(settings, {clock, dialogs, progress});
     ReadLogin(session);
     if (!options.data.empty())

@@ -70,6 +70,19 @@ TEST_F(Program, EndsAtOnceUnlessTheMenuProgramStartedIt) {
     EXPECT_EQ(result.out + result.err, "");
 }
 
+TEST_F(Program, RefusesALoginThatNoColumnTakes) {
+    agency_.session().settings.Set("Setting", "VENDOR", "12345678901");
+    const std::string before = FolderState();
+    const Result result = Run(Draw());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(
+        result.err,
+        "kvCli: The login's vendor code is 11 characters long, and at most 10 can be stored. Please log "
+        "in again with a shorter one.\n");
+    EXPECT_FALSE(fs::exists(Picture()));
+    EXPECT_EQ(FolderState(), before);
+}
+
 TEST_F(Program, NeedsADisplayThatAnswers) {
     const std::string before = FolderState();
     for (const char* environment : {"", "DISPLAY=:987654", "DISPLAY=far.example.org:0",

@@ -4,6 +4,7 @@
 
 #include "base/platform.h"
 #include "session/data_folder.h"
+#include "session/login_limits.h"
 #include "support/test_agency.h"
 
 namespace kv {
@@ -42,6 +43,26 @@ TEST(Start, ReadsTheLoginUnchecked) {
     EXPECT_EQ(session.DBloc, folder.Path().string() + "/") << "names are joined to it without a separator";
     EXPECT_EQ(session.Screens, "CLIE|AUTA");
     EXPECT_TRUE(session.COLOR);
+}
+
+TEST(Start, ALoginIsRefusedThatNoColumnTakes) {
+    test::TestAgency agency;
+    Session& session = agency.session();
+    EXPECT_NO_THROW(CheckLogin(session));
+    // What the session's own databases take is what counts.
+    const auto width = [&](Database& database, const char* table, const char* column) {
+        const TableInfo& info = *database.Tables().Find(table);
+        return info.columns[info.Find(column).value()].size;
+    };
+    EXPECT_EQ(LoginLimit("user"), width(agency.Work(), "ClientPR", "User_Id"));
+    EXPECT_EQ(LoginLimit("VENDOR"), width(agency.Code(), "hkeylonglat", "branchid"));
+    EXPECT_EQ(LoginLimit("Manager"), width(agency.Work(), "ClientPR", "MANAGER"));
+    EXPECT_EQ(LoginLimit("Screens"), std::nullopt) << "it is stored nowhere";
+    session.VENDOR = std::string(11, '7');
+    EXPECT_THAT([&] { CheckLogin(session); },
+                testing::ThrowsMessage<LoginTooLong>(
+                    "The login's vendor code is 11 characters long, and at most 10 can be stored. Please log "
+                    "in again with a shorter one."));
 }
 
 TEST(Start, CountryComesFromTheIniFile) {

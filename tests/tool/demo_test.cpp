@@ -159,7 +159,7 @@ TEST(Demo, TheCommandPrintsWhatItMadeAndLeavesASoundFolder) {
     EXPECT_EQ(made.Document()["caregivers"], 20);
     EXPECT_EQ(folder.Rows("select count(*) as n from assign"),
               "[[" + made.Document()["assignments"].dump() + "]]");
-    EXPECT_EQ(folder.Do({"check"}).dump(), R"({"problems":[]})");
+    EXPECT_EQ(folder.Do({"check"}).dump(), R"({"problems":[],"repaired":[]})");
     const test::Answer again = folder.Run(demo);
     EXPECT_EQ(again.status, 1);
     EXPECT_NE(again.err.find("already holds"), std::string::npos) << again.err;

@@ -20,7 +20,6 @@ namespace {
 using test::Answer;
 using test::TestServer;
 using test::ToolFolder;
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 /// One line for each column and index of a table.
@@ -39,7 +38,7 @@ TEST(SchemaScript, MakesTheSameTablesAgain) {
     const test::TempFolder folder;
     Workspace workspace;
     for (const std::string& name : SchemaNames()) {
-        const Catalogue schema = tool::SchemaTables(workspace, name);
+        const Catalogue schema = SchemaTables(name);
         std::string script;
         for (const std::string& table : schema.Names())
             script += tool::TableScript(*schema.Find(table));
@@ -102,7 +101,7 @@ TEST(Copy, BringsAnOlderSchemaUpAndReplacesAFreshFolder) {
               R"([["A","C","00001",null,3]])");
     std::filesystem::rename(folder.Path("data"), folder.Path("old"));
     std::filesystem::rename(folder.Path("fresh"), folder.Path("data"));
-    EXPECT_EQ(folder.Do({"check"}).dump(), R"({"problems":[]})");
+    EXPECT_EQ(folder.Do({"check"}).dump(), R"({"problems":[],"repaired":[]})");
 }
 
 TEST(Copy, AFailureLeavesTheTargetAsItWas) {
@@ -145,7 +144,7 @@ TEST(Copy, GoesToAServerAndBackAsARoadCopy) {
     IniFile(folder.Data("KESTRAVA.INI")).Set("Database", "Server", server);
     EXPECT_EQ(folder.Run({"dump", "ClientPR"}).out, dumped);
     EXPECT_EQ(folder.Rows("select [Two Words] from own"), R"([["it"]])");
-    EXPECT_EQ(folder.Run({"check"}).out, "{\"problems\":[]}\n");
+    EXPECT_EQ(folder.Run({"check"}).out, "{\"problems\":[],\"repaired\":[]}\n");
     EXPECT_FALSE(Workspace::HasDatabase(DatabasePlace(server, "kv_copy_kestrava")));
     TestServer::Get().DropDatabase(database);
     std::filesystem::rename(folder.Path("data"), road);
@@ -320,76 +319,6 @@ TEST(Init, AndDemoMakeNoAgencyWhereACopyWasBrokenOff) {
         EXPECT_THAT(answer.err, HasSubstr("was broken off")) << command;
         EXPECT_FALSE(std::filesystem::exists(folder.Data("kestrava.mdb")));
     }
-}
-
-TEST(Check, FindsWhatTheRulesForbid) {
-    struct Case {
-        std::string database, statement;
-        std::vector<std::string> problems;
-    };
-    const Case cases[] = {
-        // What the rules leave behind is sound.
-        {"kestrava", "insert into tasks (client, LoggingSeq) values ('gone', 77)", {}},
-        {"kestrava", "insert into Authorizations (client) values ('gone')", {}},
-        {"kestrava", "insert into assign (client, author_seq) values ('gone', 0)", {}},
-        {"kestrava", "insert into sch_day (client, assign_seq, author_seq) values ('gone', -1, 0)", {}},
-        {"kestrava", "insert into logging (client) values ('')", {}},
-        {"kestrava", "insert into clirate (client) values ('00001')", {}},
-        {"kestrava", "insert into clirate (client) values ('ABC')", {}},
-        {"main", "create table own (a long)", {}},
-        // What they do not.
-        {"kestrava",
-         "insert into assign (author_seq) values (17)",
-         {"kestrava.mdb: assign.author_seq 17 names no row of Authorizations (1 rows)"}},
-        {"kestrava",
-         "insert into sch_day (assign_seq, author_seq) values (5, 6)",
-         {"kestrava.mdb: sch_day.author_seq 6 names no row of Authorizations (1 rows)",
-          "kestrava.mdb: sch_day.assign_seq 5 names no row of assign (1 rows)"}},
-        {"kestrava",
-         "insert into assign_task (id) values (3)",
-         {"kestrava.mdb: assign_task.ID 3 names no row of Authorizations (1 rows)"}},
-        {"kestrava",
-         "insert into cli_documents (client) values ('gone')",
-         {"kestrava.mdb: cli_documents.CLIENT gone names no row of ClientPR (1 rows)"}},
-        {"kestrava",
-         "insert into tasks (OnGoing_Seq) values (4)",
-         {"kestrava.mdb: tasks.OnGoing_Seq 4 names no row of ongoing (1 rows)"}},
-        {"main",
-         "insert into hkeylonglat (CLTid) values ('gone')",
-         {"main.mdb: hkeylonglat.CLTid gone names no row of ClientPR (1 rows)"}},
-        {"main",
-         "insert into Agency (ag_name) values ('Second')",
-         {"main.mdb: Agency holds 2 rows and not one"}},
-        {"main", "delete * from Agency", {"main.mdb: Agency holds 0 rows and not one"}},
-        {"main", "drop table Holidays", {"main.mdb: the table Holidays is missing"}},
-    };
-    for (const Case& c : cases) {
-        const ToolFolder folder;
-        folder.Do({"sql", "insert into clientpr (client) values ('00001')"});
-        folder.Do({"sql", "insert into clientpr (client) values ('abc')"});
-        folder.Do({"sql", "--db", c.database, c.statement});
-        const Answer answer = folder.Run({"check"});
-        EXPECT_EQ(answer.Document()["problems"], nlohmann::ordered_json(c.problems)) << c.statement;
-        EXPECT_EQ(answer.status, c.problems.empty() ? 0 : 1);
-    }
-}
-
-TEST(Check, FindsDamagedMissingAndOtherDatabases) {
-    const ToolFolder folder;
-    Workspace::DropDatabase(PlaceOf(folder.Path("data"), "archive"));
-    ReplaceFile(folder.Data("tempassign.mdb"), "This is no database at all, only a text in its place.");
-    const DatabasePlace trans = PlaceOf(folder.Path("data"), "trans");
-    Workspace::DropDatabase(trans);
-    Workspace().CreateDatabase(
-        trans, "create table trans (Type text(3), Module text(1) not null, ID text(50) not null)");
-    const Answer answer = folder.Run({"check"});
-    EXPECT_EQ(answer.status, 1);
-    EXPECT_THAT(answer.Document()["problems"].get<std::vector<std::string>>(),
-                ElementsAre(testing::StartsWith("archive.mdb: "),
-                            "trans.mdb: the column trans.Type is TEXT(3) and not TEXT(1)",
-                            "trans.mdb: the column trans.WHEN is missing",
-                            "trans.mdb: the unique index of trans by ID, Module is missing",
-                            testing::StartsWith("tempassign.mdb: ")));
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "scheduling/schedule_creation.h"
 #include "support/plain_form.h"
 #include "support/test_agency.h"
+#include "tool/check_folder.h"
 #include "tool/demo.h"
 
 namespace kv {
@@ -199,6 +200,10 @@ TEST_F(ServiceDays, NothingThatWasWorkedIsLost) {
         }
     }
     EXPECT_GT(removedVisits, 50) << "the steps did remove something";
+    // Whatever was answered, a step that came to its end leaves nothing that looks like an interrupted one.
+    for (const std::string& problem : tool::CheckDataFolder(session.workspace, agency.Folder()).problems) {
+        EXPECT_NE(problem.find("kept on purpose"), std::string::npos) << problem;
+    }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "base/platform.h"
 #include "tool/tool_run.h"
 
 namespace kv {
@@ -66,6 +67,18 @@ TEST_F(ServiceTool, SchedulesAreMadeAndCounted) {
     const auto use = Now({"authorization-use", "--client", "00001"})["authorizations"][0];
     EXPECT_EQ(use["period"]["scheduled"], 4.0);
     EXPECT_EQ(use["period"]["left"], 6.0);
+}
+
+TEST_F(ServiceTool, AStepThatIsSkippedIsInTheLog) {
+    EXPECT_EQ(Now({"schedule", "--all"})["created"], 2);
+    EXPECT_EQ(ReadFile(folder.Path("program.log")), std::nullopt) << "nothing was skipped";
+    folder.Do({"sql", "update assign set visit_type = 'O''Brien', last_date = #2026-02-28#"});
+    folder.Do({"sql", "delete * from sch_day where assign_seq = 1"});
+    EXPECT_EQ(Now({"schedule", "--all"})["created"], 2) << "a description that can't be found costs no visit";
+    const std::string log = ReadFile(folder.Path("program.log")).value_or("");
+    EXPECT_THAT(log, HasSubstr(" kvtool ANN schedule_facts.cpp:"));
+    EXPECT_THAT(log, HasSubstr(" error 3075: "));
+    EXPECT_THAT(log, testing::Not(HasSubstr("Brien")));
 }
 
 TEST_F(ServiceTool, DeclaredTimeIsAskedFor) {

@@ -69,7 +69,7 @@ TEST(Tool, InitMakesAFolderThatWorks) {
     EXPECT_EQ(folder.Do({"init", "--country", "canada"}).dump(),
               R"({"created":["kestrava.mdb","main.mdb","archive.mdb","trans.mdb","tempassign.mdb"]})");
     EXPECT_EQ(IniFile(folder.Data("KESTRAVA.INI")).Get("Kestrava System", "Country", ""), "CANADA");
-    EXPECT_EQ(folder.Do({"check"}).dump(), R"({"problems":[]})");
+    EXPECT_EQ(folder.Do({"check"}).dump(), R"({"problems":[],"repaired":[]})");
     const Answer again = folder.Run({"init"});
     EXPECT_EQ(again.status, 0);
     EXPECT_EQ(again.out, "{\"created\":[]}\n");
@@ -97,6 +97,42 @@ TEST(Tool, LoginLeavesWhatTheMenuProgramLeaves) {
     EXPECT_EQ(folder.Do({"logout"}).dump(), "{}");
     EXPECT_EQ(settings.Get("STARTED", "STARTED", "<none>"), "<none>");
     EXPECT_EQ(setting("User"), "BOB");
+}
+
+TEST(Tool, RefusesALoginThatNoColumnTakes) {
+    const ToolFolder folder;
+    struct Case {
+        const char* option;
+        const char* key;
+        std::size_t most;
+    };
+    for (const Case& c :
+         {Case{"--user", "User", 20}, {"--vendor", "VENDOR", 10}, {"--manager", "Manager", 10}}) {
+        const auto login = [&](std::size_t length) {
+            std::string text;
+            for (std::size_t i = 0; i < length; ++i)
+                text += "\xC3\xAB";  // one character of two bytes
+            std::vector<std::string> arguments = {"login", c.option, text};
+            if (c.key != std::string("User"))
+                arguments.insert(arguments.end(), {"--user", "ANN"});
+            return folder.Run(arguments);
+        };
+        SettingsStore settings(folder.Path("settings.ini"));
+        EXPECT_EQ(login(c.most).status, 0);
+        const std::string kept = settings.Get("Setting", c.key);
+        const Answer refused = login(c.most + 1);
+        EXPECT_EQ(refused.status, 2);
+        EXPECT_EQ(refused.err, std::string("error: ") + c.option + " is " + std::to_string(c.most + 1) +
+                                   " characters long, and at most " + std::to_string(c.most) +
+                                   " can be stored\n");
+        EXPECT_EQ(settings.Get("Setting", c.key), kept) << "nothing was written";
+        // A login that another program left.
+        settings.Set("Setting", c.key, std::string(c.most + 1, 'x'));
+        const Answer work = folder.Run({"schedule", "--all"});
+        EXPECT_EQ(work.status, 1);
+        EXPECT_THAT(work.err, HasSubstr("can be stored. Please log in again"));
+        settings.Set("Setting", c.key, "ANN");
+    }
 }
 
 TEST(Tool, LoginTakesTheWeekEndingOfTheAgency) {
