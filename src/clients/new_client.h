@@ -49,7 +49,8 @@ struct NewClientAnswer {
 };
 /// Makes the client with copies of the pattern's rows (phones, documents, extra information, lists, plan of
 /// care, the client row itself), and with a payer a rate and an authorization. The id goes into
-/// Session::PickedEmployee, where the main screen looks for it. Throws EngineError; what was done stays done.
+/// Session::PickedEmployee, where the main screen looks for it. All of it is stored or,
+/// where EngineError is thrown, nothing.
 NewClientAnswer SaveNewClient(Session& session, const NewClient& client);
 
 }  // namespace kv
