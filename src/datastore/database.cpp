@@ -47,10 +47,12 @@ Transaction::Transaction(Transaction&& other) noexcept
 Transaction::~Transaction() {
     if (!connection_)
         return;
-    if (outer_)
+    if (outer_) {
         connection_->RollbackTransaction();
-    else
+        ++connection_->rolledBack;
+    } else {
         connection_->innerUndone = true;
+    }
 }
 
 void Transaction::Commit() {

@@ -1,5 +1,7 @@
 #include "session/whole_step.h"
 
+#include "datastore/try_step.h"
+
 namespace kv {
 
 WholeStep::WholeStep(Session& session) {
@@ -24,9 +26,8 @@ void WriteWhole(Session& session, Recordset& row, const std::function<void()>& w
         writes();
         step.Finish();
     } catch (...) {
-        if (row.EditMode() == EditState::None) {
-            row.ResumeEdit(held);
-        }
+        // Where another seat has taken the row meanwhile the first failure is the one to tell.
+        Try([&] { row.ResumeEdit(held); });
         throw;
     }
 }

@@ -44,8 +44,10 @@ WriteStep::WriteStep(Connection& connection) : connection_(connection), open_(!c
 }
 
 WriteStep::~WriteStep() {
-    if (open_)
+    if (open_) {
         connection_.RollbackTransaction();
+        ++connection_.rolledBack;
+    }
 }
 
 void WriteStep::Finish() {

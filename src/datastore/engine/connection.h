@@ -105,6 +105,8 @@ class Connection {
     virtual bool InTransaction() const = 0;
     /// A Transaction within the open one ended without its commit.
     bool innerUndone = false;
+    /// How many transactions were rolled back: counters that they took may be handed out again.
+    std::int64_t rolledBack = 0;
 
     /// A number that changes whenever what this connection sees of a query's tables may have changed. Cheap
     /// enough to ask for every field.

@@ -11,8 +11,11 @@ namespace kv {
 void EditBuffer::BeginAdd(const TableInfo& table) {
     Cancel();
     const auto counter = table.Counter();
-    if (counter)
+    if (counter) {
         counter_ = connection_.TakeCounters(table, 1);
+        counterInTransaction_ = connection_.InTransaction();
+        rolledBackThen_ = connection_.rolledBack;
+    }
     table_ = &table;
     values_.resize(table.columns.size());
     for (std::size_t i = 0; i < values_.size(); ++i)
@@ -45,7 +48,9 @@ void EditBuffer::Unlock() {
 }
 
 void EditBuffer::Abandon() {
-    if (counter_ && !counterTried_)
+    // The store has taken a counter of a transaction back itself when that was rolled back.
+    const bool gone = counterInTransaction_ && rolledBackThen_ != connection_.rolledBack;
+    if (counter_ && !counterTried_ && !gone)
         connection_.ReturnCounter(*table_, *counter_);
     Finish();
 }

@@ -61,6 +61,8 @@ class EditBuffer {
     std::int64_t epoch_ = 0;
     std::optional<std::int64_t> counter_;  // handed out by the store for the row being added
     bool counterTried_ = false;            // a row was to be written with it
+    bool counterInTransaction_ = false;
+    std::int64_t rolledBackThen_ = 0;
     std::vector<std::optional<Value>> values_;
     KnownFields original_;
 };
