@@ -194,7 +194,7 @@ TEST(Faults, AnAuthorizationAndItsCascade) {
              agency.Work().Execute("update assign set END_DATE = #2026/03/14#, Last_date = #2026/03/28#");
              agency.Work().Execute("delete from sch_day where st_date > #2026/03/14#");
          },
-         SavesAuthorization(false, EntryOf("Medicaid", 7), ends(Day(12, 31)), {true})},
+         SavesAuthorization(false, EntryOf("Medicaid", 7), ends(Day(12, 31)), {true}), true},
         {"deleted",
          [](TestAgency& agency) {
              OffTheRoad(agency);
@@ -222,7 +222,7 @@ TEST(Faults, AnAuthorizationAndItsCascade) {
 
 TEST(Faults, AnAssignmentAndItsVisits) {
     const FaultCase cases[] = {
-        {"a new one of two days", OffTheRoad, SavesNewAssignment},
+        {"a new one of two days", OffTheRoad, SavesNewAssignment, true},
         {"a changed one", OffTheRoad, SavesEditedAssignment},
         {"deleted", OffTheRoad,
          Runs({true, true},
@@ -246,7 +246,8 @@ TEST(Faults, AnAssignmentAndItsVisits) {
               [](Session& session) {
                   std::vector<RemovedVisit> removed;
                   EXPECT_TRUE(CopyAssignments(session, kAuthorization, *ParentOf(session, 2), removed));
-              })},
+              }),
+         true},
         {"tasks", MakeService,
          Runs({},
               [](Session& session) {
