@@ -159,6 +159,7 @@ bool DeleteClient(Session& session, ClientForm& form, const std::string& statusW
     }
     // A potential client goes without a look at what hangs from them: the word must be the row's own.
     const auto stillAsShown = [&] {
+        form.List().Reread();
         if (StatusWordOf(form.List()) == statusWord) {
             return true;
         }

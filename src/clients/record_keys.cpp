@@ -70,6 +70,7 @@ bool DeleteCurrent(Session& session, Recordset& rows, const std::function<bool()
     // The question may have stood for long.
     const long position = rows.AbsolutePosition();
     Recordset now = rows.Clone();
+    now.Reread();
     now.SetAbsolutePosition(position);
     if (FieldsOf(now) != shown) {
         session.ShowMessageWindow(kChangedBeforeDelete);

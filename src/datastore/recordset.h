@@ -98,6 +98,9 @@ class Recordset {
 
     /// Runs the query again; the first row becomes current.
     void Requery();
+    /// The rows' values are read from the store at the next look. Without it another seat's change is seen a
+    /// moment later where a server does not tell of it.
+    void Reread();
     /// Another recordset over the same rows with a current row of its own.
     Recordset Clone() const;
 

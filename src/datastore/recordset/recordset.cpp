@@ -88,6 +88,10 @@ void Recordset::CancelUpdate() {
     Opened(state_).CancelUpdate();
 }
 
+void Recordset::Reread() {
+    Opened(state_).Reread();
+}
+
 bool Recordset::HoldsRow() const {
     return Opened(state_).HoldsRow();
 }

@@ -45,6 +45,7 @@ class RecordsetState {
     void Delete();
     void MoveToLastModified();
     void Requery();
+    void Reread() { members_.DropValues(); }
 
     const std::vector<FieldInfo>& Fields() const { return query_->Fields(); }
     const NameIndex& Names() const { return query_->Names(); }

@@ -207,6 +207,7 @@ bool BoundSource::FollowRow() {
     if (Mode() != BoundMode::View) {
         return false;
     }
+    rows_.Reread();
     const std::vector<std::string> followed = Follow();
     if (gone_) {
         NoteMode();

@@ -71,6 +71,8 @@ class Link {
 
     const std::string& Schema() const { return schema_; }
 
+    /// The name of a connection that nobody has named.
+    static constexpr const char* kUnnamed = "kvCli";
     /// What the server and other seats know this connection by.
     void SetName(const std::string& name);
 
@@ -106,7 +108,7 @@ class Link {
     void SuspendView() noexcept;
 
     std::string server_;
-    std::string name_ = "kvCli";
+    std::string name_ = kUnnamed;
     std::string schema_;
     PGconn* connection_ = nullptr;
     std::int64_t epoch_ = 0;

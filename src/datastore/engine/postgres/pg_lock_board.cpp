@@ -27,7 +27,8 @@ std::string PgLockBoard::Holder(std::uint64_t row) {
         "AND l.database = (SELECT oid FROM pg_database WHERE datname = current_database()) "
         "AND (l.classid::bigint << 32) + l.objid::bigint = $1::bigint",
         values);
-    return TextAt(result.get(), 0, 0);
+    const std::string name = TextAt(result.get(), 0, 0);
+    return name == Link::kUnnamed ? std::string() : name;
 }
 
 void PgLockBoard::Reserve(std::span<const std::uint64_t> rows) {
